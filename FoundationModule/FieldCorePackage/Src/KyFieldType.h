@@ -1,0 +1,82 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "KyFieldKind.h"
+#include "KyFieldOperations.h"
+#include "KyFoundationExport.h"
+
+#include <string>
+#include <string_view>
+#include <typeinfo>
+#include <vector>
+
+/// The record of one field type: name, C++ type, operations on its values, and for enumerated types the value names.
+/// Records live as long as the process.
+class KYFOUNDATION_EXPORT KyFieldType {
+public:
+    const std::string& getName() const { return mName; }
+    KyFieldKind getKind() const { return mKind; }
+    const std::type_info& getTypeInfo() const { return *mOperations.typeInfo; }
+    /// False for "no value" and for KyInvalidField.
+    bool isValue() const { return mIsValue; }
+
+    bool isEnumerated() const { return mIsEnumerated; }
+    unsigned getNbValueNames() const { return static_cast<unsigned>(mValueNames.size()); }
+    /// Name of an enumerated value, empty when out of range.
+    const std::string& getValueName(unsigned value) const;
+    /// Number of the name, -1 when there is none.
+    int findValue(std::string_view name) const;
+
+    bool isList() const { return mOperations.size != nullptr; }
+    const KyFieldOperations& getOperations() const { return mOperations; }
+
+private:
+    friend class KyFieldManager;
+
+    std::string mName;
+    KyFieldKind mKind = cFieldKindInvalid;
+    KyFieldOperations mOperations;
+    std::vector<std::string> mValueNames;
+    bool mIsEnumerated = false;
+    bool mIsValue = true;
+};
+
+/// The field type of a value that could not be converted.
+struct KyInvalidField {
+    bool operator==(const KyInvalidField&) const { return true; }
+};
+
+/// The registry of field types. Types are never removed: registering a name again gives the existing type.
+class KYFOUNDATION_EXPORT KyFieldManager {
+public:
+    static KyFieldManager& get();
+
+    /// Registers T under a name (the existing type when the name or T is there already; the first name given holds).
+    template <class T> const KyFieldType& registerFieldType(const char* name) {
+        return registerOperations(name, kyMakeFieldOperations<T>(), cFieldManagedBit<T>);
+    }
+    /// Registers an enumerated type: values 0 to count - 1. The same name again replaces the value names.
+    const KyFieldType& registerEnumFieldType(const char* name, unsigned count, const char* const* names);
+
+    unsigned getNbFieldTypes() const;
+    /// Null when there is no type of that name.
+    const KyFieldType* findFieldType(std::string_view name) const;
+    const KyFieldType* findFieldType(const std::type_info& type) const;
+    static const KyFieldType& getFieldType(KyFieldKind kind);
+
+    /// The kind that holds a T; a type nobody registered is entered under its run-time name.
+    template <class T> static KyFieldKind getKind() {
+        if constexpr (KyBuiltInFieldValue<T>) {
+            return cFieldKindOf<T>;
+        } else {
+            static const KyFieldKind kind = get().registerFieldType<T>(nullptr).getKind();
+            return kind;
+        }
+    }
+
+private:
+    KyFieldManager();
+    const KyFieldType& registerOperations(const char* name, const KyFieldOperations& operations, KyFieldKind managedBit);
+    template <class... Ts> void registerBuiltIn(KyTypeList<Ts...>);
+};

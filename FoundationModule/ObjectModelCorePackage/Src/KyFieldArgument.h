@@ -1,0 +1,90 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "KyCast.h"
+#include "KyField.h"
+
+#include <functional>
+#include <string>
+#include <type_traits>
+#include <vector>
+
+/// How a C++ argument or result of type T crosses to and from a field: the storage that holds an argument during a call,
+/// and the conversions both ways.
+template <class T>
+concept KyObjectClass = std::is_base_of_v<KyObject, std::remove_cvref_t<T>>;
+
+template <class T> struct KyFieldArgument {
+    using Plain = std::remove_cvref_t<T>;
+    using Target = std::remove_const_t<std::remove_pointer_t<Plain>>;
+
+    static constexpr bool isObject = KyObjectClass<Target>;
+    static constexpr bool isAny = std::is_same_v<Plain, KyField>;
+    static constexpr bool isText = std::is_same_v<KyFieldValue<Plain>, std::string>;
+
+    template <class Object> struct PointerTo {
+        using type = Object*;
+    };
+    using Storage = typename std::conditional_t<isObject, PointerTo<Target>,
+                                                std::conditional<isText, std::string, Plain>>::type;
+
+    static KyFieldKind getKind() {
+        if constexpr (isObject)
+            return cFieldKindOf<KyObjectReference>;
+        else if constexpr (isAny)
+            return cFieldKindInvalid;
+        else
+            return KyFieldManager::getKind<KyFieldValue<Plain>>();
+    }
+
+    static bool read(const KyField& field, Storage& storage) {
+        if constexpr (isAny) {
+            storage = field;
+            return true;
+        } else if constexpr (isObject) {
+            return readObject(field, storage);
+        } else {
+            return field.to(storage);
+        }
+    }
+
+    /// The stored argument in the form that the function takes.
+    static decltype(auto) pass(Storage& storage) {
+        if constexpr (isObject && !std::is_pointer_v<Plain>)
+            return static_cast<std::add_lvalue_reference_t<T>>(*storage);
+        else if constexpr (std::is_pointer_v<Plain> && isText)
+            return storage.c_str();
+        else if constexpr (std::is_lvalue_reference_v<T>)
+            return static_cast<Storage&>(storage);
+        else
+            return static_cast<Storage&&>(storage);
+    }
+
+private:
+    static bool readObject(const KyField& field, Storage& storage) {
+        const bool isNull = field.isEmpty();
+        if (!isNull && field.getKind() != cFieldKindOf<KyObjectReference>)
+            return false;
+        KyObject* object = field.toKyObject();
+        storage = kyCast<Target>(object);
+        if (object && !storage)
+            return false;
+        return storage || std::is_pointer_v<Plain>;
+    }
+};
+
+/// A C++ result as a field. Objects become weak references, lists of objects a list of fields.
+template <class R> KyField kyToField(R&& value) {
+    using Plain = std::remove_cvref_t<R>;
+    if constexpr (KyObjectClass<Plain>) {
+        return KyField(&value);
+    } else if constexpr (KyIsFieldList<Plain>::value) {
+        if constexpr (std::is_pointer_v<typename Plain::value_type>)
+            return KyField(std::vector<KyField>(value.begin(), value.end()));
+        else
+            return KyField(std::forward<R>(value));
+    } else {
+        return KyField(std::forward<R>(value));
+    }
+}

@@ -1,0 +1,60 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "KyField.h"
+#include "KyFoundationExport.h"
+
+#include <memory>
+#include <span>
+#include <string>
+#include <vector>
+
+class KyObject;
+class KyType;
+
+/// One parameter of a reflected function.
+struct KyParameter {
+    KyFieldKind kind = cFieldKindInvalid;
+    /// For parameters that are objects: gives the class's type record, null for values.
+    const KyType* (*objectType)() = nullptr;
+    /// The parameter takes any field as it is.
+    bool isAny = false;
+};
+
+/// A function described for callers that have fields: methods, static methods, constructors, and functions that a host
+/// publishes. Made by kyMakeFunction or by the type builder.
+class KYFOUNDATION_EXPORT KyFunction {
+public:
+    enum class Role { eMethod, eStatic, eConstructor };
+
+    KyFunction(std::string name, Role role, std::vector<KyParameter> parameters);
+    KyFunction(const KyFunction&) = delete;
+    KyFunction& operator=(const KyFunction&) = delete;
+    virtual ~KyFunction();
+
+    const std::string& getName() const { return mName; }
+    bool isStatic() const { return mRole != Role::eMethod; }
+    unsigned getNbParameters() const { return static_cast<unsigned>(mParameters.size()); }
+    const KyParameter& getParameter(unsigned index) const { return mParameters[index]; }
+    /// The parameter's C++ type.
+    const std::type_info& getParameterType(unsigned index) const;
+    /// "name(double, text)", for messages.
+    std::string getSignature() const;
+
+    /// How well the arguments fit: 0 exactly, more for each that has to be converted, -1 when they do not fit.
+    int match(std::span<const KyField> arguments) const;
+
+    /// Calls it. False, and nothing called, when the arguments do not convert or a method has no object of its class.
+    /// What the function itself throws passes through.
+    virtual bool invoke(KyObject* object, std::span<const KyField> arguments, KyField& result) const = 0;
+
+private:
+    std::string mName;
+    Role mRole;
+    std::vector<KyParameter> mParameters;
+};
+
+/// The best fitting of several functions of one name, the earlier of equals; null when none fits.
+KYFOUNDATION_EXPORT const KyFunction* kySelectFunction(std::span<const KyFunction* const> overloads,
+                                                       std::span<const KyField> arguments);

@@ -1,0 +1,34 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#include "KyTracker.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+TEST(KyTracker, SubTasksTakeTheShareOfOneStep) {
+    KyTracker tracker;
+    tracker.setNbSteps(2);
+    tracker.beginSubTask();
+    tracker.setNbSteps(4);
+    tracker.step();
+    EXPECT_DOUBLE_EQ(tracker.getProgress(), 0.125);
+    tracker.endSubTask();
+    EXPECT_DOUBLE_EQ(tracker.getProgress(), 0.5);
+    tracker.step();
+    EXPECT_DOUBLE_EQ(tracker.getProgress(), 1);
+}
+
+TEST(KyTracker, NeverGoesBackOrBeyondItsEnd) {
+    KyTracker tracker;
+    tracker.setNbSteps(0);
+    tracker.endSubTask();
+    for (int i = 0; i < 5; ++i)
+        tracker.step();
+    EXPECT_DOUBLE_EQ(tracker.getProgress(), 1);
+    tracker.setNbSteps(10);
+    tracker.step();
+    EXPECT_DOUBLE_EQ(tracker.getProgress(), 1);
+}
+
+} // namespace

@@ -1,0 +1,36 @@
+# SPDX-FileCopyrightText: 2026 The KyApplication authors
+# SPDX-License-Identifier: MIT
+
+# Everything that the project stands on; tools/setup installs it.
+
+find_package(PkgConfig REQUIRED)
+
+# Foundation
+find_package(Threads REQUIRED)
+find_package(fmt REQUIRED)
+find_path(KY_GLM_INCLUDE_DIR glm/glm.hpp REQUIRED)
+pkg_check_modules(uriparser REQUIRED IMPORTED_TARGET liburiparser)
+pkg_check_modules(sodium REQUIRED IMPORTED_TARGET libsodium)
+
+# Scene
+pkg_check_modules(epoxy REQUIRED IMPORTED_TARGET epoxy)
+pkg_check_modules(egl REQUIRED IMPORTED_TARGET egl)
+pkg_check_modules(stb REQUIRED IMPORTED_TARGET stb)
+pkg_check_modules(assimp IMPORTED_TARGET assimp)
+option(KY_WITH_ASSIMP "Read model files through assimp" ${assimp_FOUND})
+
+# Application
+find_package(Qt5 5.15 REQUIRED COMPONENTS Core Gui Widgets Network)
+find_package(Boost REQUIRED)
+pkg_check_modules(lua REQUIRED IMPORTED_TARGET lua5.1)
+find_package(Luabind REQUIRED)
+
+if(KY_BUILD_TESTS)
+  find_package(GTest REQUIRED)
+  find_package(Qt5 5.15 REQUIRED COMPONENTS Test)
+  include(GoogleTest)
+endif()
+
+if(KY_BUILD_BENCH)
+  find_package(benchmark REQUIRED)
+endif()

@@ -1,0 +1,144 @@
+# SPDX-FileCopyrightText: 2026 The KyApplication authors
+# SPDX-License-Identifier: MIT
+
+# The vocabulary of the module and package files.
+
+include(GenerateExportHeader)
+
+# ky_add_library(<target> [DEPENDS <public>...] [PRIVATE_DEPENDS <private>...])
+# One of the shared libraries, with its alias Ky::<name> and its export header; packages fill it.
+function(ky_add_library target)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "DEPENDS;PRIVATE_DEPENDS")
+  string(REGEX REPLACE "^Ky" "" short ${target})
+  string(TOUPPER ${target} upper)
+  set(generated ${CMAKE_CURRENT_BINARY_DIR}/include)
+
+  # Temporary, while a module may have no package yet.
+  file(MAKE_DIRECTORY ${generated})
+  file(TOUCH ${generated}/${target}Empty.cpp)
+  set_source_files_properties(${generated}/${target}Empty.cpp PROPERTIES SKIP_AUTOMOC ON)
+  add_library(${target} SHARED ${generated}/${target}Empty.cpp)
+  add_library(Ky::${short} ALIAS ${target})
+  set_target_properties(${target} PROPERTIES
+    EXPORT_NAME ${short} VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR} LINKER_LANGUAGE CXX)
+  ky_set_target_defaults(${target})
+  target_compile_features(${target} PUBLIC cxx_std_20)
+  target_link_libraries(${target} PUBLIC ${arg_DEPENDS} PRIVATE ${arg_PRIVATE_DEPENDS})
+  target_include_directories(${target} PUBLIC
+    $<BUILD_INTERFACE:${generated}> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/KyApplication>)
+
+  generate_export_header(${target}
+    BASE_NAME ${target} EXPORT_MACRO_NAME ${upper}_EXPORT EXPORT_FILE_NAME ${generated}/${target}Export.h)
+  install(FILES ${generated}/${target}Export.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/KyApplication)
+  install(TARGETS ${target} EXPORT KyApplicationTargets
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
+    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+endfunction()
+
+# ky_add_packages(<package folder>...)
+# The packages of a module, in the order of their dependencies.
+function(ky_add_packages)
+  foreach(package IN LISTS ARGN)
+    if(KY_PACKAGES AND NOT package IN_LIST KY_PACKAGES)
+      message(STATUS "Package ${package} left out")
+    elseif(EXISTS ${CMAKE_CURRENT_SOURCE_DIR}/${package}/CMakeLists.txt)
+      add_subdirectory(${package})
+    else()
+      message(STATUS "Package ${package} is not there yet, skipped")
+    endif()
+  endforeach()
+endfunction()
+
+# Temporary, while the tree grows: drops the files of a list that are not written yet.
+function(ky_keep_existing variable)
+  set(kept)
+  foreach(file IN LISTS ${variable})
+    cmake_path(ABSOLUTE_PATH file BASE_DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR} OUTPUT_VARIABLE full)
+    if(EXISTS ${full})
+      list(APPEND kept ${file})
+    else()
+      message(STATUS "File ${full} is not there yet, skipped")
+    endif()
+  endforeach()
+  set(${variable} ${kept} PARENT_SCOPE)
+endfunction()
+
+# ky_add_package(<library> HEADERS <public>... SOURCES <file>... [PLATFORM_SOURCES <stem>...])
+# Adds a package's files to its library. A platform stem Src/KyThing stands for
+# Src/KyThingLinux.cpp or Src/KyThingWindows.cpp.
+function(ky_add_package library)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "HEADERS;SOURCES;PLATFORM_SOURCES")
+  if(arg_UNPARSED_ARGUMENTS)
+    message(FATAL_ERROR "ky_add_package(${library}): unknown arguments ${arg_UNPARSED_ARGUMENTS}")
+  endif()
+  if(WIN32)
+    list(TRANSFORM arg_PLATFORM_SOURCES APPEND Windows.cpp)
+  else()
+    list(TRANSFORM arg_PLATFORM_SOURCES APPEND Linux.cpp)
+  endif()
+  ky_keep_existing(arg_HEADERS)
+  ky_keep_existing(arg_SOURCES)
+  ky_keep_existing(arg_PLATFORM_SOURCES)
+  target_sources(${library} PRIVATE ${arg_HEADERS} ${arg_SOURCES} ${arg_PLATFORM_SOURCES})
+  target_include_directories(${library} PUBLIC $<BUILD_INTERFACE:${CMAKE_CURRENT_SOURCE_DIR}/Src>)
+  install(FILES ${arg_HEADERS} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/KyApplication)
+  set(KY_PACKAGE_LIBRARY ${library} PARENT_SCOPE)
+endfunction()
+
+# ky_add_executable(<name> SOURCES <file>... [CORE <library>] [DEPENDS <library>...])
+# A program. All sources but main.cpp form the static library CORE (KyHostCore unless given),
+# which the package's tests link.
+function(ky_add_executable name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "CORE" "HEADERS;SOURCES;DEPENDS")
+  if(NOT arg_CORE)
+    set(arg_CORE KyHostCore)
+  endif()
+  ky_keep_existing(arg_HEADERS)
+  ky_keep_existing(arg_SOURCES)
+  set(main ${arg_SOURCES})
+  list(FILTER main INCLUDE REGEX "(^|/)[Mm]ain\\.cpp$")
+  list(REMOVE_ITEM arg_SOURCES ${main})
+
+  add_library(${arg_CORE} STATIC ${arg_HEADERS} ${arg_SOURCES})
+  set_target_properties(${arg_CORE} PROPERTIES LINKER_LANGUAGE CXX)
+  ky_set_target_defaults(${arg_CORE})
+  target_include_directories(${arg_CORE} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR}/Src)
+  target_link_libraries(${arg_CORE} PUBLIC Ky::Application ${arg_DEPENDS})
+
+  add_executable(${name} ${main})
+  ky_set_target_defaults(${name})
+  target_link_libraries(${name} PRIVATE ${arg_CORE})
+  install(TARGETS ${name} RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+  set(KY_PACKAGE_LIBRARY ${arg_CORE} PARENT_SCOPE)
+endfunction()
+
+# ky_add_test(<name> SOURCES <file>... [LIBRARIES <library>...] [LABELS <label>])
+# A GoogleTest program of the package named in the folder's ky_add_package. Each case is a test of
+# its own; with the label gl, where a context takes long to create, the program is one test.
+# The package's Test folder is KY_TEST_DATA_DIR.
+function(ky_add_test name)
+  if(NOT KY_BUILD_TESTS)
+    return()
+  endif()
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBRARIES;LABELS")
+  ky_keep_existing(arg_SOURCES)
+  if(NOT arg_SOURCES)
+    return()
+  endif()
+  add_executable(${name} ${arg_SOURCES})
+  ky_set_target_defaults(${name})
+  target_compile_definitions(${name} PRIVATE KY_TEST_DATA_DIR="${CMAKE_CURRENT_SOURCE_DIR}/Test")
+  target_link_libraries(${name} PRIVATE ${KY_PACKAGE_LIBRARY} ${arg_LIBRARIES} GTest::gtest GTest::gtest_main)
+
+  if(gl IN_LIST arg_LABELS)
+    add_test(NAME ${name} COMMAND ${name} WORKING_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR})
+    set_tests_properties(${name} PROPERTIES LABELS "${arg_LABELS}" TIMEOUT 600)
+    return()
+  endif()
+  gtest_discover_tests(${name}
+    DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60
+    WORKING_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}
+    TEST_PREFIX ${name}.
+    PROPERTIES TIMEOUT 120 RESOURCE_LOCK ${name})
+endfunction()

@@ -1,0 +1,57 @@
+# SPDX-FileCopyrightText: 2026 The KyApplication authors
+# SPDX-License-Identifier: MIT
+
+# Compiler settings that hold for every target of the project.
+
+include(GNUInstallDirs)
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_INCLUDE_CURRENT_DIR OFF)
+
+if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
+  set(CMAKE_BUILD_TYPE RelWithDebInfo CACHE STRING "Build type" FORCE)
+endif()
+
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/lib)
+set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/lib)
+if(UNIX)
+  set(CMAKE_INSTALL_RPATH "$ORIGIN;$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+endif()
+
+find_program(KY_CCACHE ccache)
+if(KY_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  set(CMAKE_C_COMPILER_LAUNCHER ${KY_CCACHE})
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${KY_CCACHE})
+endif()
+
+# Warnings, sanitizers and definitions of one of our own targets.
+function(ky_set_target_defaults target)
+  target_compile_definitions(${target} PRIVATE QT_NO_KEYWORDS BOOST_BIND_GLOBAL_PLACEHOLDERS)
+  if(MSVC)
+    target_compile_options(${target} PRIVATE /W4 /permissive- /utf-8 $<$<BOOL:${KY_WERROR}>:/WX>)
+    return()
+  endif()
+  # Unique symbols would keep a library loaded after dlclose.
+  target_compile_options(${target} PRIVATE
+    -Wall -Wextra -Wpedantic -Wconversion -Wshadow $<$<BOOL:${KY_WERROR}>:-Werror>
+    $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>)
+  if(KY_SANITIZE)
+    list(JOIN KY_SANITIZE "," sanitizers)
+    target_compile_options(${target} PRIVATE
+      -fsanitize=${sanitizers} -fno-omit-frame-pointer -fno-sanitize-recover=undefined)
+    target_link_options(${target} PRIVATE -fsanitize=${sanitizers})
+  elseif(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    target_link_options(${target} PRIVATE -Wl,--no-undefined)
+  endif()
+  if(KY_COVERAGE)
+    target_compile_options(${target} PRIVATE --coverage -fprofile-update=atomic)
+    target_link_options(${target} PRIVATE --coverage)
+  endif()
+endfunction()
