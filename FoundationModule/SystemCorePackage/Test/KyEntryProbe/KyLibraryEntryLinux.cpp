@@ -1,0 +1,19 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#include "KyEntryProbe.h"
+
+#include "KyLibraryEntry.h"
+
+namespace {
+constinit bool gExitBegun = false;
+const KyExitMark gExitMark(gExitBegun);
+constinit KyLibraryEntry gEntry(&onProbeEntry);
+
+[[gnu::constructor]] void attach() {
+    gEntry.attach();
+}
+
+[[gnu::destructor]] void detach() {
+    gEntry.detach(gExitBegun);
+}
+} // namespace
