@@ -1,0 +1,97 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+
+#include "KyNumberText.h"
+
+#include <array>
+#include <clocale>
+#include <cmath>
+#include <cstdio>
+#include <gtest/gtest.h>
+#include <limits>
+#include <locale>
+
+namespace {
+
+constexpr double cInfinity = std::numeric_limits<double>::infinity();
+
+std::string format(double value, int precision) {
+    return KyNumberText::format(std::array<double, 1>{value}, precision);
+}
+
+class CommaFacet : public std::numpunct<char> {
+    char do_decimal_point() const override { return ','; }
+    char do_thousands_sep() const override { return '.'; }
+    std::string do_grouping() const override { return "\3"; }
+};
+
+} // namespace
+
+TEST(KyNumberTextTest, NumbersReadLikePrintfInTheCLocale) {
+    for (const double value : {0.0, -0.0, 0.1, 100000.0, 1234567.0, 1e-5, -2.5, 1.0 / 3.0, 1e300, 5e-324, cInfinity})
+        for (const int precision : {1, 2, 6, 10, 17}) {
+            std::array<char, 64> expected;
+            std::snprintf(expected.data(), expected.size(), "%.*g", precision, value);
+            EXPECT_EQ(format(value, precision), expected.data());
+        }
+}
+
+TEST(KyNumberTextTest, PrecisionIsLimitedToWhatADoubleHolds) {
+    EXPECT_EQ(format(2.0 / 3.0, 0), "0.7");
+    EXPECT_EQ(format(2.0 / 3.0, -5), "0.7");
+    EXPECT_EQ(format(0.1, 100), "0.10000000000000001");
+}
+
+TEST(KyNumberTextTest, NotANumberHasNoSign) {
+    EXPECT_EQ(format(std::nan(""), 6), "nan");
+    EXPECT_EQ(format(-std::nan(""), 6), "nan");
+}
+
+TEST(KyNumberTextTest, IntegersAreWrittenInFull) {
+    EXPECT_EQ(KyNumberText::format(std::array<int, 3>{1234567, -2147483647 - 1, 0}, 3), "1234567 -2147483648 0");
+}
+
+TEST(KyNumberTextTest, SeventeenDigitsBringEveryDoubleBack) {
+    for (const double value : {0.1, 1.0 / 3.0, 5e-324, 1.7976931348623157e308, -123456.789012345}) {
+        double read = 0.0;
+        ASSERT_TRUE(KyNumberText::parse(format(value, 17), {&read, 1}));
+        EXPECT_EQ(read, value);
+    }
+}
+
+TEST(KyNumberTextTest, ReadingIsStrictAboutCountAndCharacters) {
+    struct Row {
+        const char* mText;
+        bool mIsRead;
+    };
+    constexpr Row cRows[] = {{"1 2", true},     {"  1\t2\n", true}, {"+1 -2", true},  {"inf nan", true},
+                             {"1e3 .5", true},  {"1", false},       {"1 2 3", false}, {"1, 2", false},
+                             {"1 2x", false},   {"0,5 1", false},   {"+-1 2", false}, {"", false},
+                             {"1e999 2", false}};
+    for (const Row& row : cRows) {
+        std::array<double, 2> values{7.0, 8.0};
+        EXPECT_EQ(KyNumberText::parse(row.mText, values), row.mIsRead) << row.mText;
+        EXPECT_EQ(values[0] == 7.0 && values[1] == 8.0, !row.mIsRead) << row.mText;
+    }
+}
+
+TEST(KyNumberTextTest, IntegersRefuseFractionsAndOverflow) {
+    int value = 7;
+    EXPECT_FALSE(KyNumberText::parse("1.5", {&value, 1}));
+    EXPECT_FALSE(KyNumberText::parse("2147483648", {&value, 1}));
+    EXPECT_EQ(value, 7);
+    EXPECT_TRUE(KyNumberText::parse("-2147483648", {&value, 1}));
+    EXPECT_EQ(value, std::numeric_limits<int>::min());
+}
+
+TEST(KyNumberTextTest, TheProcessLocaleChangesNothing) {
+    // The facet stands for a system that has no German locale installed.
+    std::setlocale(LC_NUMERIC, "de_DE.UTF-8");
+    const std::locale before = std::locale::global(std::locale(std::locale(), new CommaFacet));
+    double value = 0.0;
+    EXPECT_EQ(format(1234.5, 6), "1234.5");
+    EXPECT_TRUE(KyNumberText::parse("1234.5", {&value, 1}));
+    EXPECT_EQ(value, 1234.5);
+    std::locale::global(before);
+    std::setlocale(LC_NUMERIC, "C");
+}
