@@ -1,0 +1,101 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#include "KyResource.h"
+
+#include "KyLocalPath_p.h"
+
+#include <fstream>
+
+namespace fs = std::filesystem;
+
+namespace {
+bool isPlainDirectory(const fs::path& path) {
+    std::error_code error;
+    return fs::is_directory(fs::symlink_status(path, error));
+}
+
+bool isRoot(const fs::path& path) {
+    std::error_code error;
+    const auto canonical = fs::canonical(path, error);
+    return error || canonical == canonical.root_path();
+}
+
+// Both ends of a copy or a renaming, when there is something to move and room for it.
+struct Transfer {
+    Transfer(const KyURL& fromURL, const KyURL& toURL)
+        : from(KyLocalPath::fromURL(fromURL))
+        , to(KyLocalPath::fromURL(toURL)) {}
+
+    [[nodiscard]] bool isPossible() const {
+        return !to.empty() && KyLocalPath::exists(from) && !isPlainDirectory(from) && !KyLocalPath::exists(to);
+    }
+
+    fs::path from;
+    fs::path to;
+};
+} // namespace
+
+bool KyResource::existDirectory(const KyURL& url) {
+    std::error_code error;
+    return fs::is_directory(KyLocalPath::fromURL(url), error);
+}
+
+bool KyResource::existFile(const KyURL& url) {
+    std::error_code error;
+    const auto path = KyLocalPath::fromURL(url);
+    return fs::exists(path, error) && !fs::is_directory(path, error);
+}
+
+bool KyResource::createDirectory(const KyURL& url) {
+    std::error_code error;
+    const auto path = KyLocalPath::fromURL(url);
+    return !path.empty() && fs::create_directory(path, error) && !error;
+}
+
+bool KyResource::createDirectoryHierarchy(const KyURL& url) {
+    std::error_code error;
+    const auto path = KyLocalPath::fromURL(url);
+    if (path.empty())
+        return false;
+    fs::create_directories(path, error);
+    return !error && fs::is_directory(path, error);
+}
+
+bool KyResource::deleteDirectory(const KyURL& url) {
+    const auto path = KyLocalPath::fromURL(url);
+    if (path.empty() || !isPlainDirectory(path) || isRoot(path))
+        return false;
+    std::error_code error;
+    fs::remove_all(path, error);
+    return !error && !KyLocalPath::exists(path);
+}
+
+bool KyResource::createFile(const KyURL& url) {
+    const auto path = KyLocalPath::fromURL(url);
+    if (path.empty() || KyLocalPath::exists(path))
+        return false;
+    return std::filebuf().open(path, std::ios_base::out | std::ios_base::binary) != nullptr;
+}
+
+bool KyResource::copyFile(const KyURL& from, const KyURL& to) {
+    const Transfer transfer(from, to);
+    std::error_code error;
+    return transfer.isPossible() && fs::copy_file(transfer.from, transfer.to, error) && !error;
+}
+
+bool KyResource::renameFile(const KyURL& from, const KyURL& to) {
+    const Transfer transfer(from, to);
+    if (!transfer.isPossible())
+        return false;
+    std::error_code error;
+    fs::rename(transfer.from, transfer.to, error);
+    return !error;
+}
+
+bool KyResource::deleteFile(const KyURL& url) {
+    const auto path = KyLocalPath::fromURL(url);
+    if (path.empty() || isPlainDirectory(path))
+        return false;
+    std::error_code error;
+    return fs::remove(path, error) && !error;
+}

@@ -1,0 +1,155 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#include "KyURL.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+TEST(KyURLResolvingTest, ReferencesAreResolvedByTheStandardsTable) {
+    struct Case {
+        const char* reference;
+        const char* expected;
+    };
+    constexpr Case cCases[] = {
+        {"g:h", "http://a/b/c/g%3Ah"}, // one letter is a drive and no scheme
+        {"gg:h", "gg:h"},
+        {"g", "http://a/b/c/g"},
+        {"./g", "http://a/b/c/g"},
+        {"g/", "http://a/b/c/g/"},
+        {"/g", "http://a/g"},
+        {"//g", "http://g"},
+        {"?y", "http://a/b/c/d;p?y"},
+        {"g?y", "http://a/b/c/g?y"},
+        {"#s", "http://a/b/c/d;p?q#s"},
+        {"g#s", "http://a/b/c/g#s"},
+        {";x", "http://a/b/c/;x"},
+        {"", "http://a/b/c/d;p?q"},
+        {".", "http://a/b/c/"},
+        {"./", "http://a/b/c/"},
+        {"..", "http://a/b/"},
+        {"../g", "http://a/b/g"},
+        {"../..", "http://a/"},
+        {"../../g", "http://a/g"},
+        {"../../../g", "http://a/g"},
+        {"/./g", "http://a/g"},
+        {"/../g", "http://a/g"},
+        {"g.", "http://a/b/c/g."},
+        {"..g", "http://a/b/c/..g"},
+        {"./../g", "http://a/b/g"},
+        {"g/./h", "http://a/b/c/g/h"},
+        {"g/../h", "http://a/b/c/h"},
+        {"g;x=1/../y", "http://a/b/c/y"},
+        {"g?y/../x", "http://a/b/c/g?y/../x"},
+        {"%2e%2e/g", "http://a/b/g"},
+    };
+    const KyURL base("http://a/b/c/d;p?q");
+    for (const auto& [reference, expected] : cCases)
+        EXPECT_EQ(KyURL(reference).getAbsoluteURL(base).toString(), expected) << reference;
+}
+
+TEST(KyURLResolvingTest, OtherBasesWork) {
+    struct Case {
+        const char* reference;
+        const char* base;
+        const char* expected;
+    };
+    constexpr Case cCases[] = {
+        {"g", "http://a", "http://a/g"},
+        {"g", "file:///C:/dir/", "file:///C:/dir/g"},
+        {"file:g", "file:///dir/x", "file:///dir/g"},
+        {"file:g", "http://a/", "file:g"},
+        {"g", "qrc:/scripts/main.lua", "qrc:/scripts/g"},
+        {"../g", "a/b/c", "a/g"},
+        {"../../../g", "a/b/c", "../g"},
+        {"g", "", "g"},
+        {"http://x/y", "http://a/", "http://x/y"},
+    };
+    for (const auto& [reference, base, expected] : cCases) {
+        KyURL url(reference);
+        url.setAbsoluteURL(KyURL(base));
+        EXPECT_EQ(url.toString(), expected) << reference << " on " << base;
+    }
+}
+
+TEST(KyURLResolvingTest, RelativeReferencesLeadBack) {
+    struct Case {
+        const char* target;
+        const char* base;
+        const char* expected;
+    };
+    constexpr Case cCases[] = {
+        {"http://h/a/b/c", "http://h/a/b/x", "c"},
+        {"http://h/a/b/c?q#f", "http://h/a/b/", "c?q#f"},
+        {"http://h/a/c", "http://h/a/b/x", "../c"},
+        {"http://h/d", "http://h/a/b/x", "../../d"},
+        {"http://h/a/", "http://h/a/x", "./"},
+        {"http://h/a/", "http://h/a/b/x", "../"},
+        {"http://h/a/b", "http://h", "a/b"},
+        {"http://h/a//b", "http://h/a/x", ".//b"},
+        {"http://h/a/b:c", "http://h/a/x", "./b:c"},
+        {"file:///C:/a/b", "file:///C:/x/y", "../a/b"},
+        {"a/b", "a/c", "b"},
+        {"../a", "b/", "../../a"},
+        {"qrc:/a/b", "qrc:/c", "a/b"},
+    };
+    for (const auto& [target, base, expected] : cCases) {
+        const KyURL relative = KyURL(target).getRelativeURL(KyURL(base));
+        EXPECT_EQ(relative.toString(), expected) << target << " from " << base;
+        EXPECT_EQ(relative.getAbsoluteURL(KyURL(base)).toString(), target);
+    }
+}
+
+TEST(KyURLResolvingTest, WithoutACommonRootTheURLStays) {
+    struct Case {
+        const char* target;
+        const char* base;
+    };
+    constexpr Case cCases[] = {
+        {"http://h/a", "https://h/a"},
+        {"http://h/a", "http://g/a"},
+        {"http://h/a", "http://h:81/a"},
+        {"http://u@h/a", "http://h/a"},
+        {"file:///C:/a", "file:///D:/a"},
+        {"http://h", "http://h/a"},
+        {"a/b", "../c"},
+        {"xx:a", "xx:/b"},
+    };
+    for (const auto& [target, base] : cCases) {
+        KyURL url(target);
+        url.setRelativeURL(KyURL(base));
+        EXPECT_EQ(url.toString(), target) << base;
+    }
+}
+
+TEST(KyURLResolvingTest, CanonicalPathsHoldNoDots) {
+    struct Case {
+        const char* path;
+        const char* expected;
+    };
+    constexpr Case cCases[] = {
+        {"/a/./b/../c", "/a/c"},
+        {"/../../a", "/a"},
+        {"/a/..", "/"},
+        {"/a/b/.", "/a/b/"},
+        {"a/../b", "b"},
+        {"../a/../b", "../b"},
+        {"a/..", "./"},
+        {"./a", "a"},
+        {"a//b/../c", "a//c"},
+        {"/", "/"},
+        {"", ""},
+        {"..", "../"},
+        {"/a/...", "/a/..."},
+        {"./b:c", "b%3Ac"},
+        {"a/..//b", ".//b"},
+        {".", "./"},
+    };
+    for (const auto& [path, expected] : cCases) {
+        KyURL url(path);
+        url.setCanonicalPath();
+        EXPECT_EQ(url.getPath(), expected) << path;
+        url.setCanonicalPath();
+        EXPECT_EQ(url.getPath(), expected) << path;
+    }
+}
