@@ -4,4 +4,6 @@
 
 KyEventHandler::~KyEventHandler() = default;
 
-bool KyEventHandler::handleEvent(const KyInputEvent&) { return false; }
+bool KyEventHandler::handleEvent(const KyInputEvent&) {
+    return false;
+}

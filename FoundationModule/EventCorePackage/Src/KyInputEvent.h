@@ -9,8 +9,8 @@
 
 /// One input event: pointer, key, wheel or touch. A cheap value; positions are pixels from the view's top left corner.
 ///
-/// The state word holds what was down when the event came: mouse buttons in the low bits (1 left, 2 right, 4 middle, 8 and
-/// 16 extra), Shift 0x20000000, Control 0x40000000, Alt 0x80000000.
+/// The state word holds what was down when the event came: mouse buttons in the low bits (1 left, 2 right, 4 middle, 8
+/// and 16 extra), Shift 0x20000000, Control 0x40000000, Alt 0x80000000.
 class KyInputEvent {
 public:
     /// Kinds of events by number; `cNbTypes` is the count and the value of an event without type.
@@ -64,9 +64,7 @@ public:
 private:
     enum Flag : std::uint8_t { eWheelVertical = 1, eInternalReturn = 2, eRepeatsTouch = 4 };
 
-    void setFlag(Flag flag, bool on) const {
-        mFlags = static_cast<std::uint8_t>(on ? mFlags | flag : mFlags & ~flag);
-    }
+    void setFlag(Flag flag, bool on) const { mFlags = static_cast<std::uint8_t>(on ? mFlags | flag : mFlags & ~flag); }
 
     void* mNativeEvent = nullptr;
     Type mType = cNbTypes;

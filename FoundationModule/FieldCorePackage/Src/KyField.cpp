@@ -4,6 +4,16 @@
 
 #include "KyFieldConversion_p.h"
 
+KyField KyField::makeDefault(KyFieldKind kind) {
+    KyField value;
+    const KyFieldType& type = KyFieldManager::getFieldType(kind);
+    if (!type.getOperations().makeDefault)
+        return value;
+    type.getOperations().makeDefault(value.mStorage);
+    value.mKind = type.getKind();
+    return value;
+}
+
 KyField KyField::makeEnumerated(KyFieldKind kind, std::int32_t value) {
     KyField field(value);
     if (KyFieldManager::getFieldType(kind).isEnumerated())
@@ -15,7 +25,9 @@ const void* KyField::data() const {
     return isEmpty() ? nullptr : getFieldType().getOperations().address(mStorage);
 }
 
-bool KyField::convert(KyFieldKind kind, KyField& result) const { return KyFieldConversion::convert(*this, kind, result); }
+bool KyField::convert(KyFieldKind kind, KyField& result) const {
+    return KyFieldConversion::convert(*this, kind, result);
+}
 
 bool KyField::convert(const std::type_info& type, KyField& result) const {
     const KyFieldType* target = KyFieldManager::get().findFieldType(type);
@@ -112,4 +124,6 @@ void KyField::moveManaged(KyField& other) noexcept {
     KyFieldManager::getFieldType(other.mKind).getOperations().move(mStorage, other.mStorage);
 }
 
-void KyField::destroyManaged() noexcept { getFieldType().getOperations().destroy(mStorage); }
+void KyField::destroyManaged() noexcept {
+    getFieldType().getOperations().destroy(mStorage);
+}

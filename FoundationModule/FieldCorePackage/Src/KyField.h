@@ -18,8 +18,8 @@ class KyType;
 /// A tagged value of any field type: what attributes, methods, scripts and settings exchange.
 ///
 /// Small values (numbers, 2- and 3-vectors, colours, quaternions, object references, texts of up to 15 bytes) stand in
-/// the field itself; the rest is held by pointer and copied with the field. Objects are held weakly: a field never keeps
-/// one alive and reads as null once it is gone. Moving never throws.
+/// the field itself; the rest is held by pointer and copied with the field. Objects are held weakly: a field never
+/// keeps one alive and reads as null once it is gone. Moving never throws.
 ///
 /// ```
 /// KyField field(KyVec3d(1, 2, 3));
@@ -36,10 +36,7 @@ public:
     KyField(KyField&& other) noexcept { moveFrom(other); }
     /// Holds the value under its canonical type, see KyFieldValue.
     template <class T>
-        requires(!std::is_same_v<std::decay_t<T>, KyField>)
-    KyField(T&& value) {
-        store(std::forward<T>(value));
-    }
+    requires(!std::is_same_v<std::decay_t<T>, KyField>) KyField(T&& value) { store(std::forward<T>(value)); }
     KyField& operator=(const KyField& other) {
         if (this != &other)
             *this = KyField(other);
@@ -54,6 +51,8 @@ public:
     }
     ~KyField() { clear(); }
 
+    /// The default value of a kind, such as 0, an empty text or the identity; empty for no kind.
+    static KyField makeDefault(KyFieldKind kind);
     /// An enumerated value: `kind` must be that of a type registered by KyFieldManager::registerEnumFieldType.
     static KyField makeEnumerated(KyFieldKind kind, std::int32_t value);
 
@@ -68,13 +67,15 @@ public:
     const KyType* getKyType() const;
 
     /// The value when it is of exactly that type, else null.
-    template <class T> const T* get() const {
+    template <class T>
+    const T* get() const {
         if (mKind != KyFieldManager::getKind<T>())
             return nullptr;
         return &unchecked<T>();
     }
     /// The value without a test: only after a look at getKind().
-    template <class T> const T& unchecked() const {
+    template <class T>
+    const T& unchecked() const {
         if constexpr (cFieldIsInline<T>)
             return *std::launder(reinterpret_cast<const T*>(mStorage));
         else
@@ -89,7 +90,8 @@ public:
     bool convert(KyFieldKind kind, KyField& result) const;
     bool convert(const std::type_info& type, KyField& result) const;
     /// As convert, into a C++ value (not for object pointers: see kyFromField).
-    template <class T> bool to(T& value) const {
+    template <class T>
+    bool to(T& value) const {
         using Value = KyFieldValue<T>;
         if (mKind == KyFieldManager::getKind<Value>()) {
             value = static_cast<T>(unchecked<Value>());
@@ -134,7 +136,8 @@ public:
 private:
     static const char* textOrEmpty(const char* text) { return text ? text : ""; }
 
-    template <class T> void store(T&& value) {
+    template <class T>
+    void store(T&& value) {
         using Value = KyFieldValue<T>;
         if constexpr (std::is_same_v<Value, std::string> && std::is_pointer_v<std::decay_t<T>>)
             construct<Value>(textOrEmpty(value));
@@ -142,11 +145,13 @@ private:
             construct<Value>(static_cast<Value>(value));
         else if constexpr (std::is_same_v<Value, KyObjectReference> &&
                            !std::is_same_v<std::decay_t<T>, KyObjectReference>)
-            construct<Value>(KyObjectReference(const_cast<std::remove_const_t<std::remove_pointer_t<std::decay_t<T>>>*>(value)));
+            construct<Value>(
+                KyObjectReference(const_cast<std::remove_const_t<std::remove_pointer_t<std::decay_t<T>>>*>(value)));
         else
             construct<Value>(std::forward<T>(value));
     }
-    template <class T, class... Args> void construct(Args&&... args) {
+    template <class T, class... Args>
+    void construct(Args&&... args) {
         if constexpr (cFieldIsInline<T>)
             new (mStorage) T(std::forward<Args>(args)...);
         else
@@ -174,13 +179,12 @@ private:
 
     alignas(double) std::byte mStorage[cFieldInlineSize];
     KyFieldKind mKind = cFieldKindInvalid;
-
-    friend class KyFieldConversion;
 };
 
 namespace KyFieldDetail {
 
-template <class T> void addListOperations(KyFieldOperations& operations) {
+template <class T>
+void addListOperations(KyFieldOperations& operations) {
     using Element = typename T::value_type;
     operations.size = [](const void* value) { return static_cast<const T*>(value)->size(); };
     operations.element = [](const void* value, std::size_t index) {

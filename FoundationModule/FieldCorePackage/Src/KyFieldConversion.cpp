@@ -21,7 +21,8 @@ using Convert = bool (*)(const KyField&, KyField&);
 using ConvertTable = std::array<std::array<Convert, cNbBuiltInFieldTypes>, cNbBuiltInFieldTypes>;
 
 /// Toward zero; out of range and NaN are refused.
-template <class From, class To> bool convertNumber(From from, To& to) {
+template <class From, class To>
+bool convertNumber(From from, To& to) {
     if constexpr (std::is_same_v<To, bool>) {
         to = from != From{};
         return from == from;
@@ -44,18 +45,23 @@ template <class From, class To> bool convertNumber(From from, To& to) {
     }
 }
 
-template <class T> struct Components;
-template <class T> struct Components<KyVec2<T>> {
+template <class T>
+struct Components;
+template <class T>
+struct Components<KyVec2<T>> {
     static constexpr std::array members{&KyVec2<T>::x, &KyVec2<T>::y};
 };
-template <class T> struct Components<KyVec3<T>> {
+template <class T>
+struct Components<KyVec3<T>> {
     static constexpr std::array members{&KyVec3<T>::x, &KyVec3<T>::y, &KyVec3<T>::z};
 };
-template <class T> struct Components<KyQuat<T>> {
+template <class T>
+struct Components<KyQuat<T>> {
     static constexpr std::array members{&KyQuat<T>::x, &KyQuat<T>::y, &KyQuat<T>::z, &KyQuat<T>::w};
 };
 
-template <class From, class To> bool numberToNumber(const KyField& field, KyField& result) {
+template <class From, class To>
+bool numberToNumber(const KyField& field, KyField& result) {
     if constexpr (std::is_same_v<From, bool> && !std::is_same_v<To, bool>) {
         result = KyField(static_cast<To>(field.unchecked<From>() ? 1 : 0));
         return true;
@@ -68,7 +74,8 @@ template <class From, class To> bool numberToNumber(const KyField& field, KyFiel
     }
 }
 
-template <class From, class To> bool componentsToComponents(const KyField& field, KyField& result) {
+template <class From, class To>
+bool componentsToComponents(const KyField& field, KyField& result) {
     const From& from = field.unchecked<From>();
     To to;
     for (std::size_t i = 0; i < Components<To>::members.size(); ++i)
@@ -78,12 +85,14 @@ template <class From, class To> bool componentsToComponents(const KyField& field
     return true;
 }
 
-template <class From, class To> bool matrixToMatrix(const KyField& field, KyField& result) {
+template <class From, class To>
+bool matrixToMatrix(const KyField& field, KyField& result) {
     result = KyField(To(field.unchecked<From>()));
     return true;
 }
 
-template <class From, class To> bool rectToRect(const KyField& field, KyField& result) {
+template <class From, class To>
+bool rectToRect(const KyField& field, KyField& result) {
     const From& from = field.unchecked<From>();
     To to;
     if (!convertNumber(from.origin.x, to.origin.x) || !convertNumber(from.origin.y, to.origin.y) ||
@@ -93,27 +102,33 @@ template <class From, class To> bool rectToRect(const KyField& field, KyField& r
     return true;
 }
 
-template <class A, class B> constexpr Convert& cell(ConvertTable& table) {
+template <class A, class B>
+constexpr Convert& cell(ConvertTable& table) {
     return table[kyFieldKindIndex(cFieldKindOf<A>)][kyFieldKindIndex(cFieldKindOf<B>)];
 }
 
-template <template <class, class> class Maker, class... Ts> constexpr void fill(ConvertTable& table, KyTypeList<Ts...>) {
+template <template <class, class> class Maker, class... Ts>
+constexpr void fill(ConvertTable& table, KyTypeList<Ts...>) {
     const auto fillRow = [&table]<class From>(std::type_identity<From>) {
         ((cell<From, Ts>(table) = Maker<From, Ts>::convert), ...);
     };
     (fillRow(std::type_identity<Ts>()), ...);
 }
 
-template <class A, class B> struct Numbers {
+template <class A, class B>
+struct Numbers {
     static constexpr Convert convert = &numberToNumber<A, B>;
 };
-template <class A, class B> struct Vectors {
+template <class A, class B>
+struct Vectors {
     static constexpr Convert convert = &componentsToComponents<A, B>;
 };
-template <class A, class B> struct Matrices {
+template <class A, class B>
+struct Matrices {
     static constexpr Convert convert = &matrixToMatrix<A, B>;
 };
-template <class A, class B> struct Rects {
+template <class A, class B>
+struct Rects {
     static constexpr Convert convert = &rectToRect<A, B>;
 };
 
@@ -152,9 +167,8 @@ bool KyFieldConversion::convert(const KyField& field, KyFieldKind kind, KyField&
     if (type.isEnumerated())
         return convertToEnumerated(field, type, result);
     if (from.isEnumerated())
-        return kind == cFieldKindOf<std::string>
-                   ? (result = KyField(field.toString()), true)
-                   : convert(KyField(field.unchecked<std::int32_t>()), kind, result);
+        return kind == cFieldKindOf<std::string> ? (result = KyField(field.toString()), true)
+                                                 : convert(KyField(field.unchecked<std::int32_t>()), kind, result);
     if (from.isList() && type.isList())
         return convertList(field, type, result);
     const std::size_t fromIndex = kyFieldKindIndex(field.getKind());
@@ -171,10 +185,13 @@ bool KyFieldConversion::parse(std::string_view text, KyFieldKind kind, KyField& 
         result = KyField::makeEnumerated(kind, type.findValue(text));
         return true;
     }
-    if (kind == cFieldKindOf<KyURL>)
-        return convert(KyField(text), kind, result);
+    // A written URL is percent-encoded; a text that a script gives for one is a path as people write it.
+    if (kind == cFieldKindOf<KyURL>) {
+        result = KyField(KyURL(std::string(text), KyURL::eURL));
+        return true;
+    }
     if (!type.isList()) {
-        KyField value = makeDefault(type);
+        KyField value = KyField::makeDefault(type.getKind());
         if (!type.getOperations().parse || !type.getOperations().parse(text, const_cast<void*>(value.data())))
             return false;
         result = std::move(value);
@@ -195,20 +212,11 @@ bool KyFieldConversion::convertToEnumerated(const KyField& field, const KyFieldT
 
 bool KyFieldConversion::convertList(const KyField& field, const KyFieldType& type, KyField& result) {
     const KyFieldOperations& from = field.getFieldType().getOperations();
-    KyField list = makeDefault(type);
+    KyField list = KyField::makeDefault(type.getKind());
     const std::size_t count = from.size(field.data());
     for (std::size_t i = 0; i < count; ++i)
         if (!type.getOperations().append(const_cast<void*>(list.data()), from.element(field.data(), i)))
             return false;
     result = std::move(list);
     return true;
-}
-
-KyField KyFieldConversion::makeDefault(const KyFieldType& type) {
-    KyField value;
-    if (!type.getOperations().makeDefault)
-        return value;
-    type.getOperations().makeDefault(value.mStorage);
-    value.mKind = type.getKind();
-    return value;
 }

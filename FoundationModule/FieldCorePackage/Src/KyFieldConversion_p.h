@@ -17,5 +17,4 @@ public:
 private:
     static bool convertToEnumerated(const KyField& field, const KyFieldType& type, KyField& result);
     static bool convertList(const KyField& field, const KyFieldType& type, KyField& result);
-    static KyField makeDefault(const KyFieldType& type);
 };

@@ -10,13 +10,20 @@
 #include <string_view>
 #include <type_traits>
 
-template <class T> class KyVec2;
-template <class T> class KyVec3;
-template <class T> class KyQuat;
-template <class T> class KyMat4;
-template <class T> class KyRect;
-template <class T> class KyBox;
-template <class T> class KyVolume;
+template <class T>
+class KyVec2;
+template <class T>
+class KyVec3;
+template <class T>
+class KyQuat;
+template <class T>
+class KyMat4;
+template <class T>
+class KyRect;
+template <class T>
+class KyBox;
+template <class T>
+class KyVolume;
 class KyColor;
 class KyDate;
 class KyTime;
@@ -31,13 +38,17 @@ inline constexpr KyFieldKind cFieldKindInvalid = 0;
 inline constexpr KyFieldKind cFieldKindManaged = 0x80000000u;
 inline constexpr std::size_t cFieldInlineSize = 32;
 
-constexpr std::size_t kyFieldKindIndex(KyFieldKind kind) { return kind & 0xFFFFu; }
+constexpr std::size_t kyFieldKindIndex(KyFieldKind kind) {
+    return kind & 0xFFFFu;
+}
 
-template <class... Ts> struct KyTypeList {
+template <class... Ts>
+struct KyTypeList {
     static constexpr std::size_t size = sizeof...(Ts);
 
     /// Position of T in the list, `size` when it is not in it.
-    template <class T> static constexpr std::size_t indexOf() {
+    template <class T>
+    static constexpr std::size_t indexOf() {
         std::size_t index = 0;
         const bool found = ((std::is_same_v<T, Ts> || (++index, false)) || ...);
         return found ? index : size;
@@ -47,33 +58,34 @@ template <class... Ts> struct KyTypeList {
 /// The kinds that every process knows, in the order of their numbers (the first is 1).
 using KyBuiltInFieldTypes =
     KyTypeList<bool, std::int32_t, std::uint32_t, std::int64_t, std::uint64_t, float, double, std::string,
-               KyObjectReference, KyVec2<int>, KyVec2<float>, KyVec2<double>, KyVec3<int>, KyVec3<float>, KyVec3<double>,
-               KyColor, KyQuat<float>, KyQuat<double>, KyMat4<float>, KyMat4<double>, KyRect<int>, KyRect<float>,
-               KyRect<double>, KyBox<float>, KyBox<double>, KyVolume<int>, KyVolume<float>, KyVolume<double>, KyDate,
-               KyTime, KyDateTime, KyURL>;
+               KyObjectReference, KyVec2<int>, KyVec2<float>, KyVec2<double>, KyVec3<int>, KyVec3<float>,
+               KyVec3<double>, KyColor, KyQuat<float>, KyQuat<double>, KyMat4<float>, KyMat4<double>, KyRect<int>,
+               KyRect<float>, KyRect<double>, KyBox<float>, KyBox<double>, KyVolume<int>, KyVolume<float>,
+               KyVolume<double>, KyDate, KyTime, KyDateTime, KyURL>;
 
 inline constexpr std::size_t cNbBuiltInFieldTypes = KyBuiltInFieldTypes::size + 1;
 
 /// Whether values of T stand inside the field; others are held by pointer.
 template <class T>
-inline constexpr bool cFieldIsInline =
-    sizeof(T) <= cFieldInlineSize && alignof(T) <= alignof(double) && std::is_nothrow_move_constructible_v<T>;
+inline constexpr bool cFieldIsInline = sizeof(T) <= cFieldInlineSize &&
+                                       alignof(T) <= alignof(double) && std::is_nothrow_move_constructible_v<T>;
 
 template <class T>
 inline constexpr KyFieldKind cFieldManagedBit =
-    cFieldIsInline<T> && std::is_trivially_copyable_v<T> ? 0u : cFieldKindManaged;
+    cFieldIsInline<T>&& std::is_trivially_copyable_v<T> ? 0u : cFieldKindManaged;
 
 template <class T>
 concept KyBuiltInFieldValue = (KyBuiltInFieldTypes::indexOf<T>() < KyBuiltInFieldTypes::size);
 
 /// The number of a built-in kind, usable in switch labels: `case cFieldKindOf<double>:`.
 template <KyBuiltInFieldValue T>
-inline constexpr KyFieldKind cFieldKindOf =
-    static_cast<KyFieldKind>(KyBuiltInFieldTypes::indexOf<T>() + 1) | cFieldManagedBit<T>;
+inline constexpr KyFieldKind
+    cFieldKindOf = static_cast<KyFieldKind>(KyBuiltInFieldTypes::indexOf<T>() + 1) | cFieldManagedBit<T>;
 
 namespace KyFieldDetail {
 
-template <class T> constexpr auto canonicalInteger() {
+template <class T>
+constexpr auto canonicalInteger() {
     if constexpr (sizeof(T) < 4)
         return std::int32_t{};
     else if constexpr (sizeof(T) == 4)
@@ -82,33 +94,37 @@ template <class T> constexpr auto canonicalInteger() {
         return std::conditional_t<std::is_signed_v<T>, std::int64_t, std::uint64_t>{};
 }
 
-template <class T> struct Canonical {
+template <class T>
+struct Canonical {
     using type = T;
 };
 template <class T>
-    requires(std::is_integral_v<T> && !std::is_same_v<T, bool>)
-struct Canonical<T> {
+requires(std::is_integral_v<T> && !std::is_same_v<T, bool>) struct Canonical<T> {
     using type = decltype(canonicalInteger<T>());
 };
 template <class T>
-    requires std::is_enum_v<T>
+requires std::is_enum_v<T>
 struct Canonical<T> {
     using type = std::int32_t;
 };
-template <> struct Canonical<long double> {
+template <>
+struct Canonical<long double> {
     using type = double;
 };
-template <> struct Canonical<std::string_view> {
+template <>
+struct Canonical<std::string_view> {
     using type = std::string;
 };
-template <> struct Canonical<const char*> {
+template <>
+struct Canonical<const char*> {
     using type = std::string;
 };
-template <> struct Canonical<char*> {
+template <>
+struct Canonical<char*> {
     using type = std::string;
 };
 template <class T>
-    requires std::is_class_v<T>
+requires std::is_class_v<T>
 struct Canonical<T*> {
     using type = KyObjectReference;
 };
@@ -117,4 +133,5 @@ struct Canonical<T*> {
 
 /// The type under which a field holds a T: integers by size and sign, enumerations as int, texts as std::string,
 /// pointers to objects as weak references, everything else as itself.
-template <class T> using KyFieldValue = typename KyFieldDetail::Canonical<std::decay_t<T>>::type;
+template <class T>
+using KyFieldValue = typename KyFieldDetail::Canonical<std::decay_t<T>>::type;

@@ -2,8 +2,10 @@
 // SPDX-License-Identifier: MIT
 #include "KyFieldOperations.h"
 
+#include "KyNumberText.h"
+
 #include <charconv>
-#include <cmath>
+#include <span>
 
 #include <fmt/format.h>
 
@@ -18,7 +20,8 @@ std::string_view trimmed(std::string_view text) {
     return text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1);
 }
 
-template <class T> bool parseWhole(std::string_view text, T& value) {
+template <class T>
+bool parseWhole(std::string_view text, T& value) {
     text = trimmed(text);
     if (text.size() > 1 && text.front() == '+' && text[1] != '-')
         text.remove_prefix(1);
@@ -32,20 +35,32 @@ template <class T> bool parseWhole(std::string_view text, T& value) {
 
 } // namespace
 
-std::string formatNumber(double value, int precision) { return fmt::format("{:.{}g}", value, std::max(precision, 1)); }
+std::string formatNumber(double value, int precision) {
+    return KyNumberText::format(std::span<const double>(&value, 1), precision);
+}
 
-std::string formatInteger(std::int64_t value) { return fmt::format("{}", value); }
+std::string formatInteger(std::int64_t value) {
+    return fmt::format("{}", value);
+}
 
-std::string formatUnsigned(std::uint64_t value) { return fmt::format("{}", value); }
+std::string formatUnsigned(std::uint64_t value) {
+    return fmt::format("{}", value);
+}
 
 std::string formatObject(const KyObjectReference& reference) {
     return reference ? fmt::format("{:X}", reinterpret_cast<std::uintptr_t>(reference.get())) : std::string();
 }
 
-bool parseNumber(std::string_view text, double& value) { return parseWhole(text, value); }
+bool parseNumber(std::string_view text, double& value) {
+    return KyNumberText::parse(text, std::span<double>(&value, 1));
+}
 
-bool parseInteger(std::string_view text, std::int64_t& value) { return parseWhole(text, value); }
+bool parseInteger(std::string_view text, std::int64_t& value) {
+    return parseWhole(text, value);
+}
 
-bool parseUnsigned(std::string_view text, std::uint64_t& value) { return parseWhole(text, value); }
+bool parseUnsigned(std::string_view text, std::uint64_t& value) {
+    return parseWhole(text, value);
+}
 
 } // namespace KyFieldDetail

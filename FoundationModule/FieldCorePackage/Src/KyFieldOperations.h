@@ -33,20 +33,25 @@ struct KyFieldOperations {
     bool (*append)(void* value, const KyField& element) = nullptr;
 };
 
-template <class T> struct KyIsFieldList : std::false_type {};
-template <class T> struct KyIsFieldList<std::vector<T>> : std::true_type {};
-template <class T> struct KyIsFieldList<std::list<T>> : std::true_type {};
+template <class T>
+struct KyIsFieldList : std::false_type {};
+template <class T>
+struct KyIsFieldList<std::vector<T>> : std::true_type {};
+template <class T>
+struct KyIsFieldList<std::list<T>> : std::true_type {};
 
 namespace KyFieldDetail {
 
-template <class T> const T& valueIn(const void* storage) {
+template <class T>
+const T& valueIn(const void* storage) {
     if constexpr (cFieldIsInline<T>)
         return *std::launder(static_cast<const T*>(storage));
     else
         return **std::launder(static_cast<T* const*>(storage));
 }
 
-template <class T> void put(void* storage, T value) {
+template <class T>
+void put(void* storage, T value) {
     if constexpr (cFieldIsInline<T>)
         new (storage) T(std::move(value));
     else
@@ -61,7 +66,8 @@ KYFOUNDATION_EXPORT bool parseNumber(std::string_view text, double& value);
 KYFOUNDATION_EXPORT bool parseInteger(std::string_view text, std::int64_t& value);
 KYFOUNDATION_EXPORT bool parseUnsigned(std::string_view text, std::uint64_t& value);
 
-template <class Wide, class T> bool parseWithin(bool (*parse)(std::string_view, Wide&), std::string_view text, T& value) {
+template <class Wide, class T>
+bool parseWithin(bool (*parse)(std::string_view, Wide&), std::string_view text, T& value) {
     Wide wide{};
     if (!parse(text, wide))
         return false;
@@ -72,7 +78,8 @@ template <class Wide, class T> bool parseWithin(bool (*parse)(std::string_view, 
 }
 
 /// Decimal numbers in the C locale; booleans as "true", "false", "1" or "0".
-template <class T> bool parseValue(std::string_view text, T& value) {
+template <class T>
+bool parseValue(std::string_view text, T& value) {
     if constexpr (std::is_same_v<T, bool>) {
         const bool isTrue = text == "true" || text == "1";
         const bool isFalse = text == "false" || text == "0";
@@ -94,7 +101,8 @@ template <class T> bool parseValue(std::string_view text, T& value) {
     }
 }
 
-template <class T> std::string formatValue(const T& value, int precision) {
+template <class T>
+std::string formatValue(const T& value, int precision) {
     if constexpr (std::is_same_v<T, bool>)
         return value ? "true" : "false";
     else if constexpr (std::is_floating_point_v<T>)
@@ -115,12 +123,14 @@ template <class T> std::string formatValue(const T& value, int precision) {
         return {};
 }
 
-template <class T> void addListOperations(KyFieldOperations& operations);
+template <class T>
+void addListOperations(KyFieldOperations& operations);
 
 } // namespace KyFieldDetail
 
 /// The operations of T. Text forms come from `toString` and a free `fromString` of T where it has them.
-template <class T> KyFieldOperations kyMakeFieldOperations() {
+template <class T>
+KyFieldOperations kyMakeFieldOperations() {
     using namespace KyFieldDetail;
     KyFieldOperations operations;
     operations.typeInfo = &typeid(T);

@@ -26,9 +26,9 @@
 namespace {
 
 constexpr std::array<const char*, cNbBuiltInFieldTypes> cBuiltInNames = {
-    "Invalid", "Bool",   "Int",    "UInt",    "Int64",   "UInt64", "Float",  "Double", "String",  "KyObject", "Vec2i",
-    "Vec2f",   "Vec2d",  "Vec3i",  "Vec3f",   "Vec3d",   "Color",  "Quatf",  "Quatd",  "Matrixf", "Matrixd",  "Recti",
-    "Rectf",   "Rectd",  "Boxf",   "Boxd",    "Volumei", "Volumef", "Volumed", "Date",  "Time",    "DateTime", "URL"};
+    "Invalid", "Bool",  "Int",   "UInt",  "Int64",   "UInt64",  "Float",   "Double", "String",  "KyObject", "Vec2i",
+    "Vec2f",   "Vec2d", "Vec3i", "Vec3f", "Vec3d",   "Color",   "Quatf",   "Quatd",  "Matrixf", "Matrixd",  "Recti",
+    "Rectf",   "Rectd", "Boxf",  "Boxd",  "Volumei", "Volumef", "Volumed", "Date",   "Time",    "DateTime", "URL"};
 
 struct Tables {
     /// Addresses of the records must hold while others are added.
@@ -59,7 +59,8 @@ KyFieldManager& KyFieldManager::get() {
     return *instance;
 }
 
-template <class... Ts> void KyFieldManager::registerBuiltIn(KyTypeList<Ts...>) {
+template <class... Ts>
+void KyFieldManager::registerBuiltIn(KyTypeList<Ts...>) {
     (registerOperations(cBuiltInNames[KyTypeList<Ts...>::template indexOf<Ts>() + 1], kyMakeFieldOperations<Ts>(),
                         cFieldManagedBit<Ts>),
      ...);
@@ -112,7 +113,9 @@ const KyFieldType& KyFieldManager::registerEnumFieldType(const char* name, unsig
     return type;
 }
 
-unsigned KyFieldManager::getNbFieldTypes() const { return static_cast<unsigned>(tables().types.size()); }
+unsigned KyFieldManager::getNbFieldTypes() const {
+    return static_cast<unsigned>(tables().types.size());
+}
 
 const KyFieldType* KyFieldManager::findFieldType(std::string_view name) const {
     const auto found = tables().byName.find(name);

@@ -53,7 +53,8 @@ public:
     static KyFieldManager& get();
 
     /// Registers T under a name (the existing type when the name or T is there already; the first name given holds).
-    template <class T> const KyFieldType& registerFieldType(const char* name) {
+    template <class T>
+    const KyFieldType& registerFieldType(const char* name) {
         return registerOperations(name, kyMakeFieldOperations<T>(), cFieldManagedBit<T>);
     }
     /// Registers an enumerated type: values 0 to count - 1. The same name again replaces the value names.
@@ -66,7 +67,8 @@ public:
     static const KyFieldType& getFieldType(KyFieldKind kind);
 
     /// The kind that holds a T; a type nobody registered is entered under its run-time name.
-    template <class T> static KyFieldKind getKind() {
+    template <class T>
+    static KyFieldKind getKind() {
         if constexpr (KyBuiltInFieldValue<T>) {
             return cFieldKindOf<T>;
         } else {
@@ -77,6 +79,8 @@ public:
 
 private:
     KyFieldManager();
-    const KyFieldType& registerOperations(const char* name, const KyFieldOperations& operations, KyFieldKind managedBit);
-    template <class... Ts> void registerBuiltIn(KyTypeList<Ts...>);
+    const KyFieldType& registerOperations(const char* name, const KyFieldOperations& operations,
+                                          KyFieldKind managedBit);
+    template <class... Ts>
+    void registerBuiltIn(KyTypeList<Ts...>);
 };

@@ -34,12 +34,20 @@ public:
     KyObjectReference() = default;
     /// Refers to any class derived from KyObject; a null pointer gives a null reference.
     template <class T>
-    explicit KyObjectReference(T* object) : mLiveness(object ? object->getLiveness() : nullptr) {
+    explicit KyObjectReference(T* object)
+        : mLiveness(object ? object->getLiveness() : nullptr) {
         hold();
     }
-    explicit KyObjectReference(KyLiveness* liveness) : mLiveness(liveness) { hold(); }
-    KyObjectReference(const KyObjectReference& other) : mLiveness(other.mLiveness) { hold(); }
-    KyObjectReference(KyObjectReference&& other) noexcept : mLiveness(std::exchange(other.mLiveness, nullptr)) {}
+    explicit KyObjectReference(KyLiveness* liveness)
+        : mLiveness(liveness) {
+        hold();
+    }
+    KyObjectReference(const KyObjectReference& other)
+        : mLiveness(other.mLiveness) {
+        hold();
+    }
+    KyObjectReference(KyObjectReference&& other) noexcept
+        : mLiveness(std::exchange(other.mLiveness, nullptr)) {}
     KyObjectReference& operator=(KyObjectReference other) noexcept {
         std::swap(mLiveness, other.mLiveness);
         return *this;

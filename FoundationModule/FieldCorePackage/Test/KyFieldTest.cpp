@@ -24,7 +24,10 @@ constexpr double cNaN = std::numeric_limits<double>::quiet_NaN();
 struct Tracked {
     static inline int nbAlive = 0;
     Tracked() { ++nbAlive; }
-    Tracked(const Tracked& other) : payload(other.payload) { ++nbAlive; }
+    Tracked(const Tracked& other)
+        : payload(other.payload) {
+        ++nbAlive;
+    }
     ~Tracked() { --nbAlive; }
     bool operator==(const Tracked& other) const { return payload == other.payload; }
     std::string payload = std::string(100, 'x');
@@ -147,10 +150,18 @@ TEST(KyField, RefusesHostileTexts) {
         KyField type;
         const char* text;
     };
-    const Case cases[] = {{1, ""},       {1, "1x"},         {1, "99999999999"},         {1u, "-1"},
-                          {1.0, "1e"},   {1.0, "- 1"},      {1.0, "+-1"},               {true, "yes"},
-                          {KyVec3<double>(1, 2, 3), "1 2"}, {KyVec3<double>(1, 2, 3), "1 2 3 4"},
-                          {KyVec3<double>(1, 2, 3), "1 2 x"}, {KyDate(2024, 1, 1), "2024-02-31"}};
+    const Case cases[] = {{1, ""},
+                          {1, "1x"},
+                          {1, "99999999999"},
+                          {1u, "-1"},
+                          {1.0, "1e"},
+                          {1.0, "- 1"},
+                          {1.0, "+-1"},
+                          {true, "yes"},
+                          {KyVec3<double>(1, 2, 3), "1 2"},
+                          {KyVec3<double>(1, 2, 3), "1 2 3 4"},
+                          {KyVec3<double>(1, 2, 3), "1 2 x"},
+                          {KyDate(2024, 1, 1), "2024-02-31"}};
     for (const Case& test : cases) {
         KyField field = test.type;
         EXPECT_FALSE(field.fromString(test.text)) << test.text;

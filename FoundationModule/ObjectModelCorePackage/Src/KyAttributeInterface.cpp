@@ -19,6 +19,10 @@ bool KyAttributeInterface::getNbValues(const KyObject&, unsigned& count) const {
     return true;
 }
 
-bool KyAttributeInterface::addValue(KyObject&, unsigned, const KyField&) const { return false; }
+bool KyAttributeInterface::addValue(KyObject&, unsigned, const KyField&) const {
+    return false;
+}
 
-bool KyAttributeInterface::removeValue(KyObject&, unsigned) const { return false; }
+bool KyAttributeInterface::removeValue(KyObject&, unsigned) const {
+    return false;
+}

@@ -11,14 +11,16 @@
 
 class KyObject;
 
-/// One attribute of an object type (or of one dynamic object): a single value or a container of values, read and written
-/// as fields. Owned by the type record.
+/// One attribute of an object type (or of one dynamic object): a single value or a container of values, read and
+/// written as fields. Owned by the type record.
 class KYFOUNDATION_EXPORT KyAttributeInterface {
 public:
     enum Kind { eSingle, eContainer, eOther, eNbKinds };
 
     KyAttributeInterface(std::string name, Kind kind, KyFieldKind valueKind)
-        : mName(std::move(name)), mKind(kind), mValueKind(valueKind) {}
+        : mName(std::move(name))
+        , mKind(kind)
+        , mValueKind(valueKind) {}
     KyAttributeInterface(const KyAttributeInterface&) = delete;
     KyAttributeInterface& operator=(const KyAttributeInterface&) = delete;
     virtual ~KyAttributeInterface();

@@ -11,16 +11,20 @@
 #include <utility>
 
 /// Parameter types, result and class of a callable.
-template <class F> struct KyCallableTraits : KyCallableTraits<decltype(&F::operator())> {
+template <class F>
+struct KyCallableTraits : KyCallableTraits<decltype(&F::operator())> {
     using Class = void;
 };
-template <class R, class... A> struct KyCallableTraits<R (*)(A...)> {
+template <class R, class... A>
+struct KyCallableTraits<R (*)(A...)> {
     using Result = R;
     using Class = void;
     using Arguments = std::tuple<A...>;
 };
-template <class R, class... A> struct KyCallableTraits<R (*)(A...) noexcept> : KyCallableTraits<R (*)(A...)> {};
-template <class R, class C, class... A> struct KyCallableTraits<R (C::*)(A...)> {
+template <class R, class... A>
+struct KyCallableTraits<R (*)(A...) noexcept> : KyCallableTraits<R (*)(A...)> {};
+template <class R, class C, class... A>
+struct KyCallableTraits<R (C::*)(A...)> {
     using Result = R;
     using Class = C;
     using Arguments = std::tuple<A...>;
@@ -34,10 +38,12 @@ struct KyCallableTraits<R (C::*)(A...) const noexcept> : KyCallableTraits<R (C::
 
 /// A KyFunction over any callable. With a class T the callable is a method: a member function of T or a callable whose
 /// first parameter is a T&; with T void it takes its arguments only.
-template <class T, class Callable, class... A> class KyBoundFunction final : public KyFunction {
+template <class T, class Callable, class... A>
+class KyBoundFunction final : public KyFunction {
 public:
     KyBoundFunction(std::string name, Role role, Callable callable)
-        : KyFunction(std::move(name), role, {makeParameter<A>()...}), mCallable(std::move(callable)) {}
+        : KyFunction(std::move(name), role, {makeParameter<A>()...})
+        , mCallable(std::move(callable)) {}
 
     bool invoke(KyObject* object, std::span<const KyField> arguments, KyField& result) const override {
         if (arguments.size() != sizeof...(A))
@@ -46,7 +52,8 @@ public:
     }
 
 private:
-    template <class Arg> static KyParameter makeParameter() {
+    template <class Arg>
+    static KyParameter makeParameter() {
         using Argument = KyFieldArgument<Arg>;
         KyParameter parameter;
         parameter.kind = Argument::getKind();
@@ -73,7 +80,8 @@ private:
         return true;
     }
 
-    template <class... Passed> static void store(KyField& result, const Callable& callable, Passed&&... passed) {
+    template <class... Passed>
+    static void store(KyField& result, const Callable& callable, Passed&&... passed) {
         using Result = std::invoke_result_t<const Callable&, Passed...>;
         if constexpr (std::is_void_v<Result>) {
             std::invoke(callable, std::forward<Passed>(passed)...);
@@ -106,7 +114,8 @@ std::unique_ptr<const KyFunction> makeWithSelf(std::string name, Callable callab
 /// ```
 /// engine.bindFunction("add", kyMakeFunction("add", [](double a, double b) { return a + b; }).release());
 /// ```
-template <class Callable> std::unique_ptr<KyFunction> kyMakeFunction(std::string name, Callable callable) {
+template <class Callable>
+std::unique_ptr<KyFunction> kyMakeFunction(std::string name, Callable callable) {
     using Arguments = typename KyCallableTraits<Callable>::Arguments;
     auto made = KyFunctionDetail::make<void>(std::move(name), KyFunction::Role::eStatic, std::move(callable),
                                              static_cast<Arguments*>(nullptr));

@@ -7,7 +7,8 @@
 
 #include <type_traits>
 
-template <class T> T* kyCast(KyObject* object) {
+template <class T>
+T* kyCast(KyObject* object) {
     using Class = std::remove_const_t<T>;
     if (!object)
         return nullptr;
@@ -17,4 +18,7 @@ template <class T> T* kyCast(KyObject* object) {
     return dynamic_cast<Class*>(object);
 }
 
-template <class T> const T* kyCast(const KyObject* object) { return kyCast<T>(const_cast<KyObject*>(object)); }
+template <class T>
+const T* kyCast(const KyObject* object) {
+    return kyCast<T>(const_cast<KyObject*>(object));
+}

@@ -12,7 +12,8 @@ const KyType* KyDynamicObject::msType = nullptr;
 
 namespace {
 
-template <class Store> void forEachMetadata(std::string_view text, Store store) {
+template <class Store>
+void forEachMetadata(std::string_view text, Store store) {
     while (!text.empty()) {
         const auto end = std::min(text.find(';'), text.size());
         const std::string_view pair = text.substr(0, end);
@@ -28,7 +29,8 @@ template <class Store> void forEachMetadata(std::string_view text, Store store) 
 class KyDynamicObject::ValueAttribute final : public KyAttributeInterface {
 public:
     ValueAttribute(const std::string& name, KyField value)
-        : KyAttributeInterface(name, eSingle, value.getKind()), mValue(std::move(value)) {}
+        : KyAttributeInterface(name, eSingle, value.getKind())
+        , mValue(std::move(value)) {}
 
     bool isReadOnly() const override { return false; }
     const KyField& getField() const { return mValue; }
@@ -58,9 +60,13 @@ private:
     mutable KyField mValue;
 };
 
-KyDynamicObject::KyDynamicObject() { mHasOwnAttributes = true; }
+KyDynamicObject::KyDynamicObject() {
+    mHasOwnAttributes = true;
+}
 
-KyDynamicObject::~KyDynamicObject() { notifyEnd(); }
+KyDynamicObject::~KyDynamicObject() {
+    notifyEnd();
+}
 
 void KyDynamicObject::initializeType() {
     if (msType)
@@ -69,7 +75,9 @@ void KyDynamicObject::initializeType() {
     msType = KyTypeBuilder<KyDynamicObject>("KyDynamicObject", KyObject::getType()).factory().build();
 }
 
-void KyDynamicObject::finalizeType() { KyType::remove(msType); }
+void KyDynamicObject::finalizeType() {
+    KyType::remove(msType);
+}
 
 const KyType* KyDynamicObject::getType() {
     if (!msType)
@@ -77,11 +85,17 @@ const KyType* KyDynamicObject::getType() {
     return msType;
 }
 
-KyDynamicObject* KyDynamicObject::cast(KyObject* object) { return kyCast<KyDynamicObject>(object); }
+KyDynamicObject* KyDynamicObject::cast(KyObject* object) {
+    return kyCast<KyDynamicObject>(object);
+}
 
-KyObject* KyDynamicObject::factory() { return new KyDynamicObject; }
+KyObject* KyDynamicObject::factory() {
+    return new KyDynamicObject;
+}
 
-const KyType* KyDynamicObject::getObjectType() const { return getType(); }
+const KyType* KyDynamicObject::getObjectType() const {
+    return getType();
+}
 
 KyObject* KyDynamicObject::clone() const {
     auto copy = std::make_unique<KyDynamicObject>();
@@ -135,7 +149,9 @@ const KyAttributeInterface* KyDynamicObject::getOwnAttribute(std::string_view na
     return found == mAttributes.end() ? nullptr : found->get();
 }
 
-unsigned KyDynamicObject::getNbOwnAttributes() const { return static_cast<unsigned>(mAttributes.size()); }
+unsigned KyDynamicObject::getNbOwnAttributes() const {
+    return static_cast<unsigned>(mAttributes.size());
+}
 
 const KyAttributeInterface* KyDynamicObject::getOwnAttribute(unsigned index) const {
     return index < mAttributes.size() ? mAttributes[index].get() : nullptr;

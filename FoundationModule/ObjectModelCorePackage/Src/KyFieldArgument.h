@@ -10,12 +10,13 @@
 #include <type_traits>
 #include <vector>
 
-/// How a C++ argument or result of type T crosses to and from a field: the storage that holds an argument during a call,
-/// and the conversions both ways.
+/// How a C++ argument or result of type T crosses to and from a field: the storage that holds an argument during a
+/// call, and the conversions both ways.
 template <class T>
 concept KyObjectClass = std::is_base_of_v<KyObject, std::remove_cvref_t<T>>;
 
-template <class T> struct KyFieldArgument {
+template <class T>
+struct KyFieldArgument {
     using Plain = std::remove_cvref_t<T>;
     using Target = std::remove_const_t<std::remove_pointer_t<Plain>>;
 
@@ -23,11 +24,12 @@ template <class T> struct KyFieldArgument {
     static constexpr bool isAny = std::is_same_v<Plain, KyField>;
     static constexpr bool isText = std::is_same_v<KyFieldValue<Plain>, std::string>;
 
-    template <class Object> struct PointerTo {
+    template <class Object>
+    struct PointerTo {
         using type = Object*;
     };
-    using Storage = typename std::conditional_t<isObject, PointerTo<Target>,
-                                                std::conditional<isText, std::string, Plain>>::type;
+    using Storage =
+        typename std::conditional_t<isObject, PointerTo<Target>, std::conditional<isText, std::string, Plain>>::type;
 
     static KyFieldKind getKind() {
         if constexpr (isObject)
@@ -75,7 +77,8 @@ private:
 };
 
 /// A C++ result as a field. Objects become weak references, lists of objects a list of fields.
-template <class R> KyField kyToField(R&& value) {
+template <class R>
+KyField kyToField(R&& value) {
     using Plain = std::remove_cvref_t<R>;
     if constexpr (KyObjectClass<Plain>) {
         return KyField(&value);

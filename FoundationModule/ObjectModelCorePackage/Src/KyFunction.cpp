@@ -28,7 +28,9 @@ int matchObject(const KyParameter& parameter, const KyField& argument) {
     return given->isA(*wanted) ? cSimilar : cUnfit;
 }
 
-bool isFloating(KyFieldKind kind) { return kind == cFieldKindOf<double> || kind == cFieldKindOf<float>; }
+bool isFloating(KyFieldKind kind) {
+    return kind == cFieldKindOf<double> || kind == cFieldKindOf<float>;
+}
 
 int matchValue(const KyParameter& parameter, const KyField& argument) {
     if (parameter.kind == argument.getKind())
@@ -36,7 +38,8 @@ int matchValue(const KyParameter& parameter, const KyField& argument) {
     KyField converted;
     if (!argument.convert(parameter.kind, converted))
         return cUnfit;
-    // A number of a script is always a double: it means an integer when it is whole, a number otherwise, never a boolean.
+    // A number of a script is always a double: it means an integer when it is whole, a number otherwise, never a
+    // boolean.
     if (parameter.kind == cFieldKindOf<bool> || argument.getKind() == cFieldKindOf<bool>)
         return cConverted * 2;
     if (argument.getKind() == cFieldKindOf<double> && !isFloating(parameter.kind)) {
@@ -57,7 +60,9 @@ std::string getParameterName(const KyParameter& parameter) {
 } // namespace
 
 KyFunction::KyFunction(std::string name, Role role, std::vector<KyParameter> parameters)
-    : mName(std::move(name)), mRole(role), mParameters(std::move(parameters)) {}
+    : mName(std::move(name))
+    , mRole(role)
+    , mParameters(std::move(parameters)) {}
 
 KyFunction::~KyFunction() = default;
 

@@ -12,10 +12,12 @@
 
 namespace KyAttributeDetail {
 
-template <class Callable> inline constexpr bool isGiven = !std::is_same_v<Callable, std::nullptr_t>;
+template <class Callable>
+inline constexpr bool isGiven = !std::is_same_v<Callable, std::nullptr_t>;
 
 /// Calls an accessor; one that returns nothing has succeeded.
-template <class Callable, class... A> bool call(const Callable& callable, A&&... arguments) {
+template <class Callable, class... A>
+bool call(const Callable& callable, A&&... arguments) {
     if constexpr (std::is_same_v<std::invoke_result_t<const Callable&, A...>, bool>) {
         return std::invoke(callable, std::forward<A>(arguments)...);
     } else {
@@ -24,11 +26,13 @@ template <class Callable, class... A> bool call(const Callable& callable, A&&...
     }
 }
 
-template <class T, class Getter> T& self(const KyObject& object) {
+template <class T, class Getter>
+T& self(const KyObject& object) {
     return static_cast<T&>(const_cast<KyObject&>(object));
 }
 
-template <class T, class Callable> struct LastArgument {
+template <class T, class Callable>
+struct LastArgument {
     using Arguments = typename KyCallableTraits<Callable>::Arguments;
     using type = std::tuple_element_t<std::tuple_size_v<Arguments> - 1, Arguments>;
 };
@@ -37,13 +41,15 @@ template <class T, class Callable> struct LastArgument {
 
 /// A single value over a getter and a setter of T (member functions or callables that take a T&). A setter that returns
 /// bool refuses with false; a null setter makes the attribute read-only.
-template <class T, class Getter, class Setter> class KyMemberAttribute final : public KyAttributeInterface {
+template <class T, class Getter, class Setter>
+class KyMemberAttribute final : public KyAttributeInterface {
 public:
     using Value = std::remove_cvref_t<std::invoke_result_t<const Getter&, T&>>;
 
     KyMemberAttribute(std::string name, Getter getter, Setter setter)
-        : KyAttributeInterface(std::move(name), eSingle, KyFieldArgument<Value>::getKind()), mGetter(getter),
-          mSetter(setter) {}
+        : KyAttributeInterface(std::move(name), eSingle, KyFieldArgument<Value>::getKind())
+        , mGetter(getter)
+        , mSetter(setter) {}
 
     bool isReadOnly() const override { return !KyAttributeDetail::isGiven<Setter>; }
 
@@ -76,13 +82,16 @@ private:
 };
 
 /// An enumerated value: kept as an enumeration or int by the class, seen as a field of a registered enumerated type.
-template <class T, class Getter, class Setter> class KyEnumAttribute final : public KyAttributeInterface {
+template <class T, class Getter, class Setter>
+class KyEnumAttribute final : public KyAttributeInterface {
 public:
     using Value = std::remove_cvref_t<std::invoke_result_t<const Getter&, T&>>;
 
     KyEnumAttribute(std::string name, std::string fieldType, Getter getter, Setter setter)
-        : KyAttributeInterface(std::move(name), eSingle, cFieldKindOf<std::int32_t>), mFieldType(std::move(fieldType)),
-          mGetter(getter), mSetter(setter) {}
+        : KyAttributeInterface(std::move(name), eSingle, cFieldKindOf<std::int32_t>)
+        , mFieldType(std::move(fieldType))
+        , mGetter(getter)
+        , mSetter(setter) {}
 
     bool isReadOnly() const override { return !KyAttributeDetail::isGiven<Setter>; }
 
@@ -132,8 +141,12 @@ public:
     using Value = std::remove_cvref_t<std::invoke_result_t<const Get&, T&, unsigned>>;
 
     KyContainerAttribute(std::string name, Count count, Get get, Set set, Insert insert, Remove remove)
-        : KyAttributeInterface(std::move(name), eContainer, KyFieldArgument<Value>::getKind()), mCount(count), mGet(get),
-          mSet(set), mInsert(insert), mRemove(remove) {}
+        : KyAttributeInterface(std::move(name), eContainer, KyFieldArgument<Value>::getKind())
+        , mCount(count)
+        , mGet(get)
+        , mSet(set)
+        , mInsert(insert)
+        , mRemove(remove) {}
 
     bool isReadOnly() const override { return !KyAttributeDetail::isGiven<Set>; }
 

@@ -6,11 +6,15 @@
 
 KyModificationScope* KyModificationScope::msInnermost = nullptr;
 
-KyModificationScope::KyModificationScope(KyObject& object) : mObject(&object), mOuter(msInnermost) {
+KyModificationScope::KyModificationScope(KyObject& object)
+    : mObject(&object)
+    , mOuter(msInnermost) {
     msInnermost = this;
 }
 
-KyModificationScope::~KyModificationScope() { msInnermost = mOuter; }
+KyModificationScope::~KyModificationScope() {
+    msInnermost = mOuter;
+}
 
 void KyModificationScope::finish(KyObjectModificationType kind, const std::string& attribute, int index) {
     if (mObject && !mIsNotified)

@@ -16,7 +16,9 @@ KyObject::KyObject() = default;
 
 KyObject::KyObject(const KyObject&) {}
 
-KyObject& KyObject::operator=(const KyObject&) { return *this; }
+KyObject& KyObject::operator=(const KyObject&) {
+    return *this;
+}
 
 KyObject::~KyObject() {
     notifyEnd();
@@ -33,7 +35,9 @@ void KyObject::initializeType() {
     msType = KyTypeBuilder<KyObject>("KyObject", nullptr).signal<&KyObject::modifiedSignal>("modifiedSignal").build();
 }
 
-void KyObject::finalizeType() { KyType::remove(msType); }
+void KyObject::finalizeType() {
+    KyType::remove(msType);
+}
 
 const KyType* KyObject::getType() {
     if (!msType)
@@ -41,7 +45,9 @@ const KyType* KyObject::getType() {
     return msType;
 }
 
-const KyType* KyObject::getObjectType() const { return getType(); }
+const KyType* KyObject::getObjectType() const {
+    return getType();
+}
 
 KyObject* KyObject::create(std::string_view typeName) {
     const KyType* type = KyType::getType(typeName);
@@ -77,7 +83,9 @@ const std::string& KyObject::getName() const {
 
 void KyObject::setName(const std::string&) {}
 
-bool KyObject::hasNameAttribute() const { return false; }
+bool KyObject::hasNameAttribute() const {
+    return false;
+}
 
 const KyAttributeInterface* KyObject::getAttribute(std::string_view name) const {
     if (const KyAttributeInterface* attribute = getObjectType()->getAttribute(name))
@@ -85,7 +93,9 @@ const KyAttributeInterface* KyObject::getAttribute(std::string_view name) const 
     return mHasOwnAttributes ? getOwnAttribute(name) : nullptr;
 }
 
-unsigned KyObject::getNbAttributes() const { return getObjectType()->getNbAttributes() + getNbOwnAttributes(); }
+unsigned KyObject::getNbAttributes() const {
+    return getObjectType()->getNbAttributes() + getNbOwnAttributes();
+}
 
 const KyAttributeInterface* KyObject::getAttribute(unsigned index) const {
     const unsigned nbOfType = getObjectType()->getNbAttributes();
@@ -166,11 +176,17 @@ KyLiveness* KyObject::getLiveness() const {
     return links.liveness;
 }
 
-const KyAttributeInterface* KyObject::getOwnAttribute(std::string_view) const { return nullptr; }
+const KyAttributeInterface* KyObject::getOwnAttribute(std::string_view) const {
+    return nullptr;
+}
 
-unsigned KyObject::getNbOwnAttributes() const { return 0; }
+unsigned KyObject::getNbOwnAttributes() const {
+    return 0;
+}
 
-const KyAttributeInterface* KyObject::getOwnAttribute(unsigned) const { return nullptr; }
+const KyAttributeInterface* KyObject::getOwnAttribute(unsigned) const {
+    return nullptr;
+}
 
 const KyType* KyField::getKyType() const {
     const KyObject* object = toKyObject();

@@ -20,8 +20,8 @@ using KyModifiedSignal = KySignal<KyObject*, KyObjectModificationType, const std
 /// Base of all model objects: a described type, attributes and components by name, signals, a weak identity.
 ///
 /// An object is made by `new` or by KyObject::create and ended by destroy(); counted ones (KyReferenceCounted) end with
-/// their last reference. An object that ends sends its modified signal with kinds 0 and 1, once each, while it is whole.
-/// Costs two words until somebody listens or refers to it.
+/// their last reference. An object that ends sends its modified signal with kinds 0 and 1, once each, while it is
+/// whole. Costs two words until somebody listens or refers to it.
 ///
 /// ```
 /// KyObject* box = KyObject::create("KyMeshNode");
@@ -77,10 +77,12 @@ public:
 
     /// Sent with (object, kind, attribute name, index; index -1 where none applies).
     KyModifiedSignal& modifiedSignal();
-    template <class Receiver, class Slot> void connectModified(Receiver* receiver, Slot slot) {
+    template <class Receiver, class Slot>
+    void connectModified(Receiver* receiver, Slot slot) {
         modifiedSignal().connect(receiver, slot);
     }
-    template <class Receiver, class Slot> void disconnectModified(Receiver* receiver, Slot slot) {
+    template <class Receiver, class Slot>
+    void disconnectModified(Receiver* receiver, Slot slot) {
         if (mLinks)
             modifiedSignal().disconnect(receiver, slot);
     }
@@ -115,4 +117,5 @@ private:
 };
 
 /// The object as a T, null when it is none. Needs no run-time type information when T has a type record.
-template <class T> T* kyCast(KyObject* object);
+template <class T>
+T* kyCast(KyObject* object);

@@ -4,8 +4,8 @@
 
 #include "KyFoundationExport.h"
 
-/// Objects that live as long as somebody holds a reference. The count starts at 0, so the first holder's reference is the
-/// first; a copy starts at 0 and assignment leaves the count. One thread: the count is not atomic.
+/// Objects that live as long as somebody holds a reference. The count starts at 0, so the first holder's reference is
+/// the first; a copy starts at 0 and assignment leaves the count. One thread: the count is not atomic.
 class KYFOUNDATION_EXPORT KyReferenceCounted {
 public:
     KyReferenceCounted() = default;

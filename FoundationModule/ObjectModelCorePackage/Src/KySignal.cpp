@@ -15,7 +15,9 @@ void KyConnection::disconnect() {
         slot->signal->drop(*slot);
 }
 
-KyHasSlots::~KyHasSlots() { disconnectAll(); }
+KyHasSlots::~KyHasSlots() {
+    disconnectAll();
+}
 
 void KyHasSlots::disconnectAll() {
     const auto connections = std::exchange(mConnections, {});
@@ -35,7 +37,9 @@ void KyHasSlots::enter(std::shared_ptr<KySlot> slot) {
     mConnections.push_back(std::move(slot));
 }
 
-KySignalBase::Emission::Emission(KySignalBase& signal) : mSignal(&signal), mOuter(signal.mEmission) {
+KySignalBase::Emission::Emission(KySignalBase& signal)
+    : mSignal(&signal)
+    , mOuter(signal.mEmission) {
     signal.mEmission = this;
 }
 

@@ -36,7 +36,8 @@ struct KySlot {
 class KYFOUNDATION_EXPORT KyConnection {
 public:
     KyConnection() = default;
-    explicit KyConnection(std::weak_ptr<KySlot> slot) : mSlot(std::move(slot)) {}
+    explicit KyConnection(std::weak_ptr<KySlot> slot)
+        : mSlot(std::move(slot)) {}
     bool isConnected() const;
     /// Ends the connection; nothing when it has ended already.
     void disconnect();
@@ -67,7 +68,8 @@ class KYFOUNDATION_EXPORT KySignalBase {
 public:
     using GenericSlot = std::function<void(std::span<const KyField>)>;
 
-    explicit KySignalBase(std::string name) : mName(std::move(name)) {}
+    explicit KySignalBase(std::string name)
+        : mName(std::move(name)) {}
     KySignalBase(const KySignalBase&) = delete;
     KySignalBase& operator=(const KySignalBase&) = delete;
     virtual ~KySignalBase();
@@ -125,12 +127,13 @@ private:
 /// changed.connect(&listener, &Listener::onChanged);  // Listener derives from KyHasSlots
 /// changed.send(7);
 /// ```
-template <class... Args> class KySignal : public KySignalBase {
+template <class... Args>
+class KySignal : public KySignalBase {
 public:
     using Function = std::function<void(Args...)>;
 
-    using KySignalBase::KySignalBase;
     using KySignalBase::disconnect;
+    using KySignalBase::KySignalBase;
 
     /// Connects a member function; the receiver's end disconnects it.
     template <class Receiver, class Class, class Result>
@@ -173,9 +176,12 @@ private:
         Function function;
     };
 
-    template <class Arg> static KyField toField(const Arg& arg) {
+    template <class Arg>
+    static KyField toField(const Arg& arg) {
         using Value = KyFieldValue<Arg>;
-        constexpr bool isObject = requires { arg->getLiveness(); };
+        constexpr bool isObject = requires {
+            arg->getLiveness();
+        };
         if constexpr (std::is_pointer_v<Arg> && !isObject && !std::is_same_v<Value, std::string>)
             return KyField();
         else if constexpr (std::is_copy_constructible_v<Value>)
@@ -184,14 +190,16 @@ private:
             return KyField();
     }
 
-    template <class Slot> static KySlot::Key makeKey(Slot slot) {
+    template <class Slot>
+    static KySlot::Key makeKey(Slot slot) {
         static_assert(sizeof(slot) <= sizeof(KySlot::Key));
         KySlot::Key key{};
         std::memcpy(key.data(), &slot, sizeof(slot));
         return key;
     }
 
-    template <class Receiver, class Slot, class Call> KyConnection connectMember(Receiver* receiver, Slot slot, Call call) {
+    template <class Receiver, class Slot, class Call>
+    KyConnection connectMember(Receiver* receiver, Slot slot, Call call) {
         return add(receiver, std::move(call), makeKey(slot));
     }
 

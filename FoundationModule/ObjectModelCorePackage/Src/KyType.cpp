@@ -76,9 +76,13 @@ void KyType::remove(const KyType*& type) {
     std::erase(registry.listed, record);
 }
 
-KySignal<const KyType*>& KyType::removedSignal() { return Registry::get().removed; }
+KySignal<const KyType*>& KyType::removedSignal() {
+    return Registry::get().removed;
+}
 
-unsigned KyType::getNbTypes() { return static_cast<unsigned>(Registry::get().listed.size()); }
+unsigned KyType::getNbTypes() {
+    return static_cast<unsigned>(Registry::get().listed.size());
+}
 
 const KyType* KyType::getType(unsigned index) {
     const auto& listed = Registry::get().listed;
@@ -93,8 +97,8 @@ const KyType* KyType::getType(std::string_view name) {
 
 const KyType* KyType::getType(const std::type_info& type) {
     const auto& listed = Registry::get().listed;
-    const auto found = std::find_if(listed.begin(), listed.end(),
-                                    [&](const KyType* record) { return record->getTypeInfo() == type; });
+    const auto found =
+        std::find_if(listed.begin(), listed.end(), [&](const KyType* record) { return record->getTypeInfo() == type; });
     return found == listed.end() ? nullptr : *found;
 }
 

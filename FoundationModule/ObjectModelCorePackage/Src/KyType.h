@@ -17,9 +17,11 @@
 
 class KyObject;
 class KyReferenceCounted;
-template <class T> class KyTypeBuilder;
+template <class T>
+class KyTypeBuilder;
 class KySignalBase;
-template <class... Args> class KySignal;
+template <class... Args>
+class KySignal;
 
 /// A component of a class: an object that it holds and shows under a name.
 struct KyComponent {
@@ -36,8 +38,8 @@ struct KySignalEntry {
 /// The record of one class: parent, attributes, components, methods, constants, factory. Scripts, editors, QML and
 /// settings all work from it. Made by KyTypeBuilder, listed in a registry by index and name.
 ///
-/// A record that is removed leaves the registry but its memory stays valid (a record of the same name takes it over), so
-/// that pointers kept by children or by late objects never dangle, in whatever order classes go.
+/// A record that is removed leaves the registry but its memory stays valid (a record of the same name takes it over),
+/// so that pointers kept by children or by late objects never dangle, in whatever order classes go.
 class KYFOUNDATION_EXPORT KyType {
 public:
     using Attributes = std::vector<std::shared_ptr<const KyAttributeInterface>>;
@@ -99,7 +101,8 @@ public:
     const std::string& getMetadata(std::string_view name) const;
 
 private:
-    template <class T> friend class KyTypeBuilder;
+    template <class T>
+    friend class KyTypeBuilder;
     struct Registry;
 
     KyType() = default;

@@ -29,10 +29,12 @@
 ///                  .build();
 /// }
 /// ```
-template <class T> class KyTypeBuilder {
+template <class T>
+class KyTypeBuilder {
 public:
     /// A null parent makes a root.
-    KyTypeBuilder(std::string name, const KyType* parent) : mType(KyType::enter(std::move(name), parent, typeid(T))) {
+    KyTypeBuilder(std::string name, const KyType* parent)
+        : mType(KyType::enter(std::move(name), parent, typeid(T))) {
         if constexpr (std::is_base_of_v<KyReferenceCounted, T>)
             mType->mToReferenceCounted = [](KyObject* object) -> KyReferenceCounted* {
                 return static_cast<T*>(object);
@@ -55,7 +57,7 @@ public:
     template <class Getter, class Setter = std::nullptr_t>
     KyTypeBuilder& enumAttribute(std::string name, std::string fieldType, Getter getter, Setter setter = nullptr) {
         return add(std::make_shared<KyEnumAttribute<T, Getter, Setter>>(std::move(name), std::move(fieldType), getter,
-                                                                       setter));
+                                                                        setter));
     }
 
     /// Several values. See KyContainerAttribute; null for what the class does not offer.
@@ -68,7 +70,8 @@ public:
     }
 
     /// An object that this one holds; `Getter` is a member function that returns its pointer.
-    template <auto Getter> KyTypeBuilder& component(std::string name) {
+    template <auto Getter>
+    KyTypeBuilder& component(std::string name) {
         mType->mComponents.push_back({std::move(name), [](const KyObject& object) -> KyObject* {
                                           return std::invoke(Getter, static_cast<T&>(const_cast<KyObject&>(object)));
                                       }});
@@ -76,7 +79,8 @@ public:
     }
 
     /// A signal that is a data member or is returned by a member function.
-    template <auto Member> KyTypeBuilder& signal(std::string name) {
+    template <auto Member>
+    KyTypeBuilder& signal(std::string name) {
         mType->mSignals.push_back({std::move(name), [](KyObject& object) -> KySignalBase& {
                                        return std::invoke(Member, static_cast<T&>(object));
                                    }});
@@ -84,18 +88,21 @@ public:
     }
 
     /// A method; several of one name are overloads, chosen by their arguments.
-    template <class Callable> KyTypeBuilder& method(std::string name, Callable callable) {
+    template <class Callable>
+    KyTypeBuilder& method(std::string name, Callable callable) {
         mType->mMethods.push_back(kyMakeMethod<T>(std::move(name), callable));
         return *this;
     }
 
-    template <class Callable> KyTypeBuilder& staticMethod(std::string name, Callable callable) {
+    template <class Callable>
+    KyTypeBuilder& staticMethod(std::string name, Callable callable) {
         mType->mStaticMethods.push_back(kyMakeFunction(std::move(name), callable));
         return *this;
     }
 
     /// A way to make an object from arguments; the callable returns a T*.
-    template <class Callable> KyTypeBuilder& constructor(Callable callable) {
+    template <class Callable>
+    KyTypeBuilder& constructor(Callable callable) {
         mType->mConstructors.push_back(kyMakeFunction(mType->getName(), callable));
         return *this;
     }

@@ -79,9 +79,8 @@ TEST(KyMakeFunction, CarriesEveryKindOfArgumentAndResult) {
     KyField result;
     ASSERT_TRUE(join->invoke(nullptr, arguments, result));
     EXPECT_EQ(result.toString(), "ab1 2 3!");
-    const auto list = kyMakeFunction("list", [](const std::vector<int>& values) {
-        return std::vector<double>(values.begin(), values.end());
-    });
+    const auto list = kyMakeFunction(
+        "list", [](const std::vector<int>& values) { return std::vector<double>(values.begin(), values.end()); });
     const KyField fields[] = {KyField(std::vector<KyField>{1, 2.0})};
     ASSERT_TRUE(list->invoke(nullptr, fields, result));
     EXPECT_EQ(*result.get<std::vector<double>>(), (std::vector<double>{1, 2}));

@@ -123,8 +123,8 @@ TEST_F(KyObjectTest, ReferencesReadAsNullWhenTheObjectIsGone) {
 TEST_F(KyObjectTest, SurvivesListenersThatDestroyItWhileItIsSet) {
     auto* shape = new Shape;
     KyObjectReference reference(shape);
-    KyConnection connection = shape->modifiedSignal().connect(
-        [](KyObject* object, KyObjectModificationType kind, const std::string&, int) {
+    KyConnection connection =
+        shape->modifiedSignal().connect([](KyObject* object, KyObjectModificationType kind, const std::string&, int) {
             if (kind == eAttributeChanged)
                 object->destroy();
         });

@@ -90,31 +90,31 @@ private:
 inline void Shape::initializeType() {
     if (msType)
         return;
-    msType = KyTypeBuilder<Shape>("Shape", KyObject::getType())
-                 .factory()
-                 .attribute("Size", &Shape::getSize, &Shape::setSize)
-                 .attributeMetadata("unit", "metre")
-                 .attribute("Count", &Shape::getCount, &Shape::setCount)
-                 .attribute("Position", &Shape::getPosition, &Shape::setPosition)
-                 .attribute("Partner", &Shape::getPartner, &Shape::setPartner)
-                 .attribute("Fixed", [](Shape&) { return 3; })
-                 .container("Tags", &Shape::getNbTags, &Shape::getTag, &Shape::setTag, &Shape::insertTag,
-                            &Shape::removeTag)
-                 .component<&Shape::getPart>("Part")
-                 .signal<&Shape::grown>("grown")
-                 .method("describe", static_cast<std::string (Shape::*)(int)>(&Shape::describe))
-                 .method("describe", static_cast<std::string (Shape::*)(double)>(&Shape::describe))
-                 .method("describe", static_cast<std::string (Shape::*)(const std::string&)>(&Shape::describe))
-                 .method("describe", static_cast<std::string (Shape::*)(Shape*)>(&Shape::describe))
-                 .method("grow", &Shape::grow)
-                 .method("shrink", [](Shape& shape, double factor) { shape.grow(1 / factor); })
-                 .staticMethod("sum", [](double a, double b) { return a + b; })
-                 .constructor([](double size) {
-                     auto* shape = new Shape;
-                     shape->setSize(size);
-                     return shape;
-                 })
-                 .enumeration({{"eSmall", 3}, {"eLarge", 25}})
-                 .metadata("qmlBinding", "true")
-                 .build();
+    msType =
+        KyTypeBuilder<Shape>("Shape", KyObject::getType())
+            .factory()
+            .attribute("Size", &Shape::getSize, &Shape::setSize)
+            .attributeMetadata("unit", "metre")
+            .attribute("Count", &Shape::getCount, &Shape::setCount)
+            .attribute("Position", &Shape::getPosition, &Shape::setPosition)
+            .attribute("Partner", &Shape::getPartner, &Shape::setPartner)
+            .attribute("Fixed", [](Shape&) { return 3; })
+            .container("Tags", &Shape::getNbTags, &Shape::getTag, &Shape::setTag, &Shape::insertTag, &Shape::removeTag)
+            .component<&Shape::getPart>("Part")
+            .signal<&Shape::grown>("grown")
+            .method("describe", static_cast<std::string (Shape::*)(int)>(&Shape::describe))
+            .method("describe", static_cast<std::string (Shape::*)(double)>(&Shape::describe))
+            .method("describe", static_cast<std::string (Shape::*)(const std::string&)>(&Shape::describe))
+            .method("describe", static_cast<std::string (Shape::*)(Shape*)>(&Shape::describe))
+            .method("grow", &Shape::grow)
+            .method("shrink", [](Shape& shape, double factor) { shape.grow(1 / factor); })
+            .staticMethod("sum", [](double a, double b) { return a + b; })
+            .constructor([](double size) {
+                auto* shape = new Shape;
+                shape->setSize(size);
+                return shape;
+            })
+            .enumeration({{"eSmall", 3}, {"eLarge", 25}})
+            .metadata("qmlBinding", "true")
+            .build();
 }

@@ -62,7 +62,9 @@ const KyTask* KyCompositeTask::getTask(unsigned index) const {
     return nullptr;
 }
 
-KyTask* KyCompositeTask::editTask(unsigned index) { return const_cast<KyTask*>(getTask(index)); }
+KyTask* KyCompositeTask::editTask(unsigned index) {
+    return const_cast<KyTask*>(getTask(index));
+}
 
 bool KyCompositeTask::execute() {
     bool hasEnded = false;

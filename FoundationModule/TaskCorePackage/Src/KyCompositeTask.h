@@ -6,8 +6,8 @@
 
 #include <list>
 
-/// A task that runs its children: those of phase 0 first, then 1, then 2, each phase in list order. A child removed during
-/// a run is not run any more; one inserted during a run takes part from the next. Children are not owned.
+/// A task that runs its children: those of phase 0 first, then 1, then 2, each phase in list order. A child removed
+/// during a run is not run any more; one inserted during a run takes part from the next. Children are not owned.
 class KYFOUNDATION_EXPORT KyCompositeTask : public KyTask {
 public:
     static constexpr int cNbPhases = 3;
@@ -18,12 +18,13 @@ public:
 
     using KyTask::KyTask;
     /// A copy has no children.
-    KyCompositeTask(const KyCompositeTask& other) : KyTask(other) {}
+    KyCompositeTask(const KyCompositeTask& other)
+        : KyTask(other) {}
     KyCompositeTask& operator=(const KyCompositeTask& other);
     ~KyCompositeTask() override;
 
-    /// Position -1 is the end. False, and nothing changed, for null, itself, an ancestor, a child already here, or a phase
-    /// outside 0 to 2. A child of another parent leaves it.
+    /// Position -1 is the end. False, and nothing changed, for null, itself, an ancestor, a child already here, or a
+    /// phase outside 0 to 2. A child of another parent leaves it.
     bool insertTask(KyTask* task, int position = -1, int phase = cDefaultPhase);
     /// False when it is no child.
     bool removeTask(KyTask* task, RemoveMode mode = eDetach);

@@ -11,8 +11,11 @@ public:
     static KyMainTaskManager& get();
 
     /// As insertTask: position -1 is the end, phases 0, 1, 2 run in this order.
-    bool addTask(KyTask* task, int position = -1, int phase = cDefaultPhase) { return insertTask(task, position, phase); }
+    bool addTask(KyTask* task, int position = -1, int phase = cDefaultPhase) {
+        return insertTask(task, position, phase);
+    }
 
 private:
-    KyMainTaskManager() : KyCompositeTask("KyMainTaskManager") {}
+    KyMainTaskManager()
+        : KyCompositeTask("KyMainTaskManager") {}
 };

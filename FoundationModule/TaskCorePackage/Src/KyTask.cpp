@@ -20,7 +20,9 @@ void KyTask::setEnabled(bool enabled) {
     setEnabledVirtual(enabled);
 }
 
-bool KyTask::execute() { return false; }
+bool KyTask::execute() {
+    return false;
+}
 
 void KyTask::update() {
     if (mIsEnabled)

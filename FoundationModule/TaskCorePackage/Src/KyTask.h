@@ -15,9 +15,12 @@ class KyCompositeTask;
 class KYFOUNDATION_EXPORT KyTask : public KyUpdatable {
 public:
     KyTask() = default;
-    explicit KyTask(std::string name) : mName(std::move(name)) {}
+    explicit KyTask(std::string name)
+        : mName(std::move(name)) {}
     /// A copy has the same name and state and no parent.
-    KyTask(const KyTask& other) : mName(other.mName), mIsEnabled(other.mIsEnabled) {}
+    KyTask(const KyTask& other)
+        : mName(other.mName)
+        , mIsEnabled(other.mIsEnabled) {}
     KyTask& operator=(const KyTask& other);
     ~KyTask() override;
 

@@ -4,7 +4,8 @@
 
 #include <algorithm>
 
-KyTracker::KyTracker() : mLevels{{0, 1, 1, 0}} {}
+KyTracker::KyTracker()
+    : mLevels{{0, 1, 1, 0}} {}
 
 void KyTracker::beginSubTask() {
     const Level& outer = mLevels.back();

@@ -7,7 +7,8 @@
 #include <functional>
 #include <vector>
 
-/// Progress and cancellation of a long operation. Sub-tasks nest: each takes the share of one step of the task around it.
+/// Progress and cancellation of a long operation. Sub-tasks nest: each takes the share of one step of the task around
+/// it.
 ///
 /// ```
 /// tracker.setNbSteps(files.size());

@@ -11,7 +11,9 @@ namespace {
 
 struct Probe : KyTask {
     Probe(std::string& target, char name, std::function<void()> then = {})
-        : log(target), letter(name), action(std::move(then)) {}
+        : log(target)
+        , letter(name)
+        , action(std::move(then)) {}
     bool execute() override {
         log += letter;
         const auto running = action;
