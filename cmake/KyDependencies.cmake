@@ -31,6 +31,3 @@ if(KY_BUILD_TESTS)
   include(GoogleTest)
 endif()
 
-if(KY_BUILD_BENCH)
-  find_package(benchmark REQUIRED)
-endif()
