@@ -1,17 +1,17 @@
 // SPDX-FileCopyrightText: 2026 The KyApplication authors
 // SPDX-License-Identifier: MIT
+#include "KyModuleManager.h"
+#include "KyScriptEngine.h"
 
-#include "KyApplicationExport.h"
+#include <QCoreApplication>
 
-#include <boost/any.hpp>
-#include <lua.hpp>
-#include <QString>
-
-int main() {
-    lua_State* state = luaL_newstate();
-    const bool ran = luaL_dostring(state, "answer = 6 * 7") == 0;
-    lua_getglobal(state, "answer");
-    const boost::any answer = QString::number(lua_tointeger(state, -1));
-    lua_close(state);
-    return ran && boost::any_cast<QString>(answer) == QStringLiteral("42") ? 0 : 1;
+int main(int argc, char** argv) {
+    QCoreApplication application(argc, argv);
+    if (!KyModuleManager::get().initialize())
+        return 1;
+    std::vector<KyField> results;
+    const bool ran = KyScriptEngine::get().executeChunktWithReturnValues("return 6 * 7", results);
+    const bool isRight = ran && results.size() == 1 && results.front().toInt() == 42;
+    KyModuleManager::get().finalize();
+    return isRight ? 0 : 1;
 }
