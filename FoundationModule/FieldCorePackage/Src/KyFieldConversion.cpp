@@ -49,15 +49,15 @@ template <class T>
 struct Components;
 template <class T>
 struct Components<KyVec2<T>> {
-    static constexpr std::array members{&KyVec2<T>::x, &KyVec2<T>::y};
+    static constexpr std::array cMembers{&KyVec2<T>::x, &KyVec2<T>::y};
 };
 template <class T>
 struct Components<KyVec3<T>> {
-    static constexpr std::array members{&KyVec3<T>::x, &KyVec3<T>::y, &KyVec3<T>::z};
+    static constexpr std::array cMembers{&KyVec3<T>::x, &KyVec3<T>::y, &KyVec3<T>::z};
 };
 template <class T>
 struct Components<KyQuat<T>> {
-    static constexpr std::array members{&KyQuat<T>::x, &KyQuat<T>::y, &KyQuat<T>::z, &KyQuat<T>::w};
+    static constexpr std::array cMembers{&KyQuat<T>::x, &KyQuat<T>::y, &KyQuat<T>::z, &KyQuat<T>::w};
 };
 
 template <class From, class To>
@@ -78,8 +78,8 @@ template <class From, class To>
 bool componentsToComponents(const KyField& field, KyField& result) {
     const From& from = field.unchecked<From>();
     To to;
-    for (std::size_t i = 0; i < Components<To>::members.size(); ++i)
-        if (!convertNumber(from.*Components<From>::members[i], to.*Components<To>::members[i]))
+    for (std::size_t i = 0; i < Components<To>::cMembers.size(); ++i)
+        if (!convertNumber(from.*Components<From>::cMembers[i], to.*Components<To>::cMembers[i]))
             return false;
     result = KyField(to);
     return true;
@@ -110,26 +110,26 @@ constexpr Convert& cell(ConvertTable& table) {
 template <template <class, class> class Maker, class... Ts>
 constexpr void fill(ConvertTable& table, KyTypeList<Ts...>) {
     const auto fillRow = [&table]<class From>(std::type_identity<From>) {
-        ((cell<From, Ts>(table) = Maker<From, Ts>::convert), ...);
+        ((cell<From, Ts>(table) = Maker<From, Ts>::cConvert), ...);
     };
     (fillRow(std::type_identity<Ts>()), ...);
 }
 
 template <class A, class B>
 struct Numbers {
-    static constexpr Convert convert = &numberToNumber<A, B>;
+    static constexpr Convert cConvert = &numberToNumber<A, B>;
 };
 template <class A, class B>
 struct Vectors {
-    static constexpr Convert convert = &componentsToComponents<A, B>;
+    static constexpr Convert cConvert = &componentsToComponents<A, B>;
 };
 template <class A, class B>
 struct Matrices {
-    static constexpr Convert convert = &matrixToMatrix<A, B>;
+    static constexpr Convert cConvert = &matrixToMatrix<A, B>;
 };
 template <class A, class B>
 struct Rects {
-    static constexpr Convert convert = &rectToRect<A, B>;
+    static constexpr Convert cConvert = &rectToRect<A, B>;
 };
 
 const ConvertTable cConversions = [] {

@@ -44,14 +44,14 @@ constexpr std::size_t kyFieldKindIndex(KyFieldKind kind) {
 
 template <class... Ts>
 struct KyTypeList {
-    static constexpr std::size_t size = sizeof...(Ts);
+    static constexpr std::size_t cSize = sizeof...(Ts);
 
-    /// Position of T in the list, `size` when it is not in it.
+    /// Position of T in the list, `cSize` when it is not in it.
     template <class T>
     static constexpr std::size_t indexOf() {
         std::size_t index = 0;
         const bool found = ((std::is_same_v<T, Ts> || (++index, false)) || ...);
-        return found ? index : size;
+        return found ? index : cSize;
     }
 };
 
@@ -63,7 +63,7 @@ using KyBuiltInFieldTypes =
                KyRect<float>, KyRect<double>, KyBox<float>, KyBox<double>, KyVolume<int>, KyVolume<float>,
                KyVolume<double>, KyDate, KyTime, KyDateTime, KyURL>;
 
-inline constexpr std::size_t cNbBuiltInFieldTypes = KyBuiltInFieldTypes::size + 1;
+inline constexpr std::size_t cNbBuiltInFieldTypes = KyBuiltInFieldTypes::cSize + 1;
 
 /// Whether values of T stand inside the field; others are held by pointer.
 template <class T>
@@ -75,7 +75,7 @@ inline constexpr KyFieldKind cFieldManagedBit =
     cFieldIsInline<T>&& std::is_trivially_copyable_v<T> ? 0u : cFieldKindManaged;
 
 template <class T>
-concept KyBuiltInFieldValue = (KyBuiltInFieldTypes::indexOf<T>() < KyBuiltInFieldTypes::size);
+concept KyBuiltInFieldValue = (KyBuiltInFieldTypes::indexOf<T>() < KyBuiltInFieldTypes::cSize);
 
 /// The number of a built-in kind, usable in switch labels: `case cFieldKindOf<double>:`.
 template <KyBuiltInFieldValue T>

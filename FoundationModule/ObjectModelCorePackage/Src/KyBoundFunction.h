@@ -57,8 +57,8 @@ private:
         using Argument = KyFieldArgument<Arg>;
         KyParameter parameter;
         parameter.kind = Argument::getKind();
-        parameter.isAny = Argument::isAny;
-        if constexpr (Argument::isObject)
+        parameter.isAny = Argument::cIsAny;
+        if constexpr (Argument::cIsObject)
             parameter.objectType = &Argument::Target::getType;
         return parameter;
     }

@@ -20,31 +20,31 @@ struct KyFieldArgument {
     using Plain = std::remove_cvref_t<T>;
     using Target = std::remove_const_t<std::remove_pointer_t<Plain>>;
 
-    static constexpr bool isObject = KyObjectClass<Target>;
-    static constexpr bool isAny = std::is_same_v<Plain, KyField>;
-    static constexpr bool isText = std::is_same_v<KyFieldValue<Plain>, std::string>;
+    static constexpr bool cIsObject = KyObjectClass<Target>;
+    static constexpr bool cIsAny = std::is_same_v<Plain, KyField>;
+    static constexpr bool cIsText = std::is_same_v<KyFieldValue<Plain>, std::string>;
 
     template <class Object>
     struct PointerTo {
         using type = Object*;
     };
     using Storage =
-        typename std::conditional_t<isObject, PointerTo<Target>, std::conditional<isText, std::string, Plain>>::type;
+        typename std::conditional_t<cIsObject, PointerTo<Target>, std::conditional<cIsText, std::string, Plain>>::type;
 
     static KyFieldKind getKind() {
-        if constexpr (isObject)
+        if constexpr (cIsObject)
             return cFieldKindOf<KyObjectReference>;
-        else if constexpr (isAny)
+        else if constexpr (cIsAny)
             return cFieldKindInvalid;
         else
             return KyFieldManager::getKind<KyFieldValue<Plain>>();
     }
 
     static bool read(const KyField& field, Storage& storage) {
-        if constexpr (isAny) {
+        if constexpr (cIsAny) {
             storage = field;
             return true;
-        } else if constexpr (isObject) {
+        } else if constexpr (cIsObject) {
             return readObject(field, storage);
         } else {
             return field.to(storage);
@@ -53,9 +53,9 @@ struct KyFieldArgument {
 
     /// The stored argument in the form that the function takes.
     static decltype(auto) pass(Storage& storage) {
-        if constexpr (isObject && !std::is_pointer_v<Plain>)
+        if constexpr (cIsObject && !std::is_pointer_v<Plain>)
             return static_cast<std::add_lvalue_reference_t<T>>(*storage);
-        else if constexpr (std::is_pointer_v<Plain> && isText)
+        else if constexpr (std::is_pointer_v<Plain> && cIsText)
             return storage.c_str();
         else if constexpr (std::is_lvalue_reference_v<T>)
             return static_cast<Storage&>(storage);

@@ -13,7 +13,7 @@
 namespace KyAttributeDetail {
 
 template <class Callable>
-inline constexpr bool isGiven = !std::is_same_v<Callable, std::nullptr_t>;
+inline constexpr bool cIsGiven = !std::is_same_v<Callable, std::nullptr_t>;
 
 /// Calls an accessor; one that returns nothing has succeeded.
 template <class Callable, class... A>
@@ -51,7 +51,7 @@ public:
         , mGetter(getter)
         , mSetter(setter) {}
 
-    bool isReadOnly() const override { return !KyAttributeDetail::isGiven<Setter>; }
+    bool isReadOnly() const override { return !KyAttributeDetail::cIsGiven<Setter>; }
 
     bool getValue(const KyObject& object, KyField& value, unsigned index) const override {
         if (index != 0)
@@ -61,7 +61,7 @@ public:
     }
 
     bool setValue(KyObject& object, const KyField& value, unsigned index) const override {
-        if constexpr (KyAttributeDetail::isGiven<Setter>) {
+        if constexpr (KyAttributeDetail::cIsGiven<Setter>) {
             using Argument = KyFieldArgument<typename KyAttributeDetail::LastArgument<T, Setter>::type>;
             typename Argument::Storage storage{};
             if (index != 0 || !Argument::read(value, storage))
@@ -93,7 +93,7 @@ public:
         , mGetter(getter)
         , mSetter(setter) {}
 
-    bool isReadOnly() const override { return !KyAttributeDetail::isGiven<Setter>; }
+    bool isReadOnly() const override { return !KyAttributeDetail::cIsGiven<Setter>; }
 
     bool getValue(const KyObject& object, KyField& value, unsigned index) const override {
         if (index != 0)
@@ -105,7 +105,7 @@ public:
     }
 
     bool setValue(KyObject& object, const KyField& value, unsigned index) const override {
-        if constexpr (KyAttributeDetail::isGiven<Setter>) {
+        if constexpr (KyAttributeDetail::cIsGiven<Setter>) {
             std::int32_t number = 0;
             if (index != 0 || !readNumber(value, number))
                 return false;
@@ -148,7 +148,7 @@ public:
         , mInsert(insert)
         , mRemove(remove) {}
 
-    bool isReadOnly() const override { return !KyAttributeDetail::isGiven<Set>; }
+    bool isReadOnly() const override { return !KyAttributeDetail::cIsGiven<Set>; }
 
     bool getNbValues(const KyObject& object, unsigned& count) const override {
         count = size(object);
@@ -163,21 +163,21 @@ public:
     }
 
     bool setValue(KyObject& object, const KyField& value, unsigned index) const override {
-        if constexpr (KyAttributeDetail::isGiven<Set>)
+        if constexpr (KyAttributeDetail::cIsGiven<Set>)
             return index < size(object) && put(mSet, object, value, index, eElementChanged);
         else
             return false;
     }
 
     bool addValue(KyObject& object, unsigned index, const KyField& value) const override {
-        if constexpr (KyAttributeDetail::isGiven<Insert>)
+        if constexpr (KyAttributeDetail::cIsGiven<Insert>)
             return index <= size(object) && put(mInsert, object, value, index, eElementInserted);
         else
             return false;
     }
 
     bool removeValue(KyObject& object, unsigned index) const override {
-        if constexpr (KyAttributeDetail::isGiven<Remove>) {
+        if constexpr (KyAttributeDetail::cIsGiven<Remove>) {
             if (index >= size(object))
                 return false;
             KyModificationScope scope(object);

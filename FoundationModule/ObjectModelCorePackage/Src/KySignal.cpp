@@ -28,13 +28,13 @@ void KyHasSlots::disconnectAll() {
     }
 }
 
-void KyHasSlots::enter(std::shared_ptr<KySlot> slot) {
+void KyHasSlots::enter(const std::shared_ptr<KySlot>& slot) {
     if (mConnections.size() == mConnections.capacity())
         std::erase_if(mConnections, [](const std::weak_ptr<KySlot>& connection) {
             const auto known = connection.lock();
             return !known || !known->isConnected();
         });
-    mConnections.push_back(std::move(slot));
+    mConnections.emplace_back(slot);
 }
 
 KySignalBase::Emission::Emission(KySignalBase& signal)

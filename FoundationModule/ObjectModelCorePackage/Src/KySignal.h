@@ -58,7 +58,7 @@ public:
 
 private:
     friend class KySignalBase;
-    void enter(std::shared_ptr<KySlot> slot);
+    void enter(const std::shared_ptr<KySlot>& slot);
 
     std::vector<std::weak_ptr<KySlot>> mConnections;
 };
@@ -179,12 +179,12 @@ private:
     template <class Arg>
     static KyField toField(const Arg& arg) {
         using Value = KyFieldValue<Arg>;
-        constexpr bool isObject = requires {
+        constexpr bool cIsText = std::is_same_v<Value, std::string>;
+        constexpr bool cIsObject = requires {
             arg->getLiveness();
         };
-        if constexpr (std::is_pointer_v<Arg> && !isObject && !std::is_same_v<Value, std::string>)
-            return KyField();
-        else if constexpr (std::is_copy_constructible_v<Value>)
+        constexpr bool cIsForeignPointer = std::is_pointer_v<Arg> && !cIsObject && !cIsText;
+        if constexpr (std::is_copy_constructible_v<Value> && !cIsForeignPointer)
             return KyField(arg);
         else
             return KyField();
