@@ -1,0 +1,93 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#include "KyGlTest.h"
+
+#include "KyProgramSourceManager.h"
+#include "KyShader.h"
+
+#include "KyException.h"
+
+#include <epoxy/gl.h>
+
+#include <array>
+
+namespace {
+
+int gNbReports = 0;
+
+class KyShaderTest : public KyGlTest {
+protected:
+    KyShaderTest()
+        : mFormer(KyException::setReportHandler([](const std::string&) { ++gNbReports; })) {
+        gNbReports = 0;
+    }
+    ~KyShaderTest() override { KyException::setReportHandler(mFormer); }
+
+    static void usePrograms(KyShader& shader, const char* vertex, const char* fragment) {
+        shader.setVertexProgram(KyProgramSourceManager::get().getSource(vertex));
+        shader.setFragmentProgram(KyProgramSourceManager::get().getSource(fragment));
+    }
+
+    KyException::ReportHandler mFormer;
+};
+
+TEST_F(KyShaderTest, AllShippedProgramsCompileInCoreAndCompatibilityContexts) {
+    constexpr std::array<std::array<const char*, 2>, 4> cPairs{{{"KyPrevious_vp.glsl", "KyPrevious_fp.glsl"},
+                                                                {"KyBackground_vp.glsl", "KyBackground_fp.glsl"},
+                                                                {"KyScene_vp.glsl", "KyScene_fp.glsl"},
+                                                                {"KyScene_vp.glsl", "KyGrid_fp.glsl"}}};
+    for (const auto profile : {KyOffscreenContext::eCore, KyOffscreenContext::eCompatibility}) {
+        std::string error;
+        const auto context = KyOffscreenContext::create(error, profile);
+        ASSERT_TRUE(context) << error;
+        for (const auto& pair : cPairs) {
+            KyShader shader;
+            usePrograms(shader, pair[0], pair[1]);
+            EXPECT_TRUE(shader.bind()) << pair[1] << ": " << shader.getErrorText();
+        }
+    }
+}
+
+TEST_F(KyShaderTest, ABrokenProgramIsReportedOnceAndNeverBinds) {
+    KyShader shader;
+    usePrograms(shader, "KyPrevious_vp.glsl", "KyPrevious_fp.glsl");
+    shader.setFragmentProgram("#version 150\nvoid main() { nonsense }\n");
+    EXPECT_FALSE(shader.bind());
+    EXPECT_FALSE(shader.bind());
+    EXPECT_EQ(gNbReports, 1);
+    EXPECT_FALSE(shader.getErrorText().empty());
+    usePrograms(shader, "KyPrevious_vp.glsl", "KyPrevious_fp.glsl");
+    EXPECT_TRUE(shader.bind());
+    EXPECT_EQ(shader.getErrorText(), "");
+}
+
+TEST_F(KyShaderTest, AnEmptyProgramDoesNotBind) {
+    KyShader shader;
+    EXPECT_FALSE(shader.bind());
+    EXPECT_EQ(gNbReports, 1);
+}
+
+TEST_F(KyShaderTest, BindingSetsItsStates) {
+    KyShader shader;
+    usePrograms(shader, "KyPrevious_vp.glsl", "KyPrevious_fp.glsl");
+    shader.setState(KyShaderState::eDepthTest, false);
+    shader.setBlendFunction({KyBlendFactor::eOne, KyBlendFactor::eOneMinusSrcAlpha, KyBlendEquation::eAdd});
+    ASSERT_TRUE(shader.bind());
+    GLint source = 0, destination = 0, equation = 0;
+    glGetIntegerv(GL_BLEND_SRC_RGB, &source);
+    glGetIntegerv(GL_BLEND_DST_ALPHA, &destination);
+    glGetIntegerv(GL_BLEND_EQUATION_RGB, &equation);
+    EXPECT_TRUE(glIsEnabled(GL_BLEND));
+    EXPECT_FALSE(glIsEnabled(GL_DEPTH_TEST));
+    EXPECT_EQ(source, GL_ONE);
+    EXPECT_EQ(destination, GL_ONE_MINUS_SRC_ALPHA);
+    EXPECT_EQ(equation, GL_FUNC_ADD);
+}
+
+TEST_F(KyShaderTest, TheNumbersOfBlendingAreThoseOfHosts) {
+    EXPECT_EQ(static_cast<KyBlendFactor>(4), KyBlendFactor::eOne);
+    EXPECT_EQ(static_cast<KyBlendFactor>(5), KyBlendFactor::eOneMinusSrcAlpha);
+    EXPECT_EQ(static_cast<KyBlendEquation>(2), KyBlendEquation::eAdd);
+}
+
+} // namespace

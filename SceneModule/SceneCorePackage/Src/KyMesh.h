@@ -1,0 +1,72 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "KySceneExport.h"
+
+#include "KyVertex.h"
+
+#include "KyObject.h"
+#include "KyReferenceCounted.h"
+#include "KyVolume.h"
+
+#include <memory>
+#include <vector>
+
+class KyMeshBuffers;
+template <class T>
+class KyRay;
+
+/// Geometry that mesh nodes show; any number of them may share one. Reference counted. Its copy on the device is made
+/// when it is first drawn.
+///
+/// ```
+/// KyHolder<KyMesh> mesh(new KyMesh(KyMeshBuilder::makeBox(1, 1, 1)));
+/// node->setMesh(mesh.get());
+/// ```
+class KYSCENE_EXPORT KyMesh : public KyObject, public KyReferenceCounted {
+public:
+    static const KyType* getType();
+    static KyMesh* cast(KyObject* object);
+    static KyObject* factory();
+    static void initializeType();
+    static void finalizeType();
+    const KyType* getObjectType() const override;
+
+    KyMesh();
+    explicit KyMesh(KyMeshData data);
+    ~KyMesh() override;
+    KyMesh* clone() const override;
+
+    const KyMeshData& getData() const { return mData; }
+    unsigned getNbVertices() const { return static_cast<unsigned>(mData.vertices.size()); }
+    /// Triangles, lines or points.
+    unsigned getNbPrimitives() const;
+    /// In the mesh's own coordinates; null without vertices.
+    const KyVolumed& getBoundingVolume() const { return mBoundingVolume; }
+    /// The nearest triangle that the ray hits, from either side, within `distance` times the length of its direction;
+    /// `distance` and `normal` (of length 1, towards the ray's origin) are set then. Lines and points are never hit.
+    bool intersect(const KyRay<double>& ray, double& distance, KyVec3d& normal) const;
+
+    /// False, and nothing changed, when an index points past the vertices, the indices do not come in whole primitives
+    /// or a position is not finite.
+    bool setData(KyMeshData data);
+    /// Normals from the faces, weighted by their areas; for meshes that come without.
+    void computeNormals();
+
+private:
+    friend class KyMeshDrawing;
+
+    void update();
+
+    KyMeshData mData;
+    KyVolumed mBoundingVolume;
+    std::unique_ptr<KyMeshBuffers> mBuffers;
+
+    static const KyType* msType;
+};
+
+/// How many indices make one primitive.
+constexpr unsigned kyGetPrimitiveSize(KyPrimitive primitive) {
+    return 3u - static_cast<unsigned>(primitive);
+}

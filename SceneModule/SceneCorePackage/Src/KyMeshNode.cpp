@@ -1,0 +1,111 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#include "KyMeshNode.h"
+
+#include "KyMeshBuilder.h"
+#include "KyModelLoader.h"
+
+#include "KyException.h"
+#include "KyURL.h"
+
+#include <algorithm>
+#include <cmath>
+
+void KyMeshNode::setMesh(KyMesh* mesh) {
+    if (mMesh == mesh)
+        return;
+    if (mMesh)
+        mMesh->disconnectModified(this, &KyMeshNode::onMeshModified);
+    mMesh.reset(mesh);
+    if (mMesh)
+        mMesh->connectModified(this, &KyMeshNode::onMeshModified);
+    markModified("Mesh");
+}
+
+void KyMeshNode::onMeshModified(KyObject*, KyObjectModificationType, const std::string&, int) {
+    touch();
+}
+
+void KyMeshNode::setColor(const KyColor& color) {
+    if (color == mColor)
+        return;
+    mColor = color;
+    markModified("Color");
+}
+
+void KyMeshNode::setRoughness(double roughness) {
+    const double limited = std::clamp(roughness, 0.0, 1.0);
+    if (std::isnan(roughness) || limited == mRoughness)
+        return;
+    mRoughness = limited;
+    markModified("Roughness");
+}
+
+void KyMeshNode::setMetalness(double metalness) {
+    const double limited = std::clamp(metalness, 0.0, 1.0);
+    if (std::isnan(metalness) || limited == mMetalness)
+        return;
+    mMetalness = limited;
+    markModified("Metalness");
+}
+
+void KyMeshNode::setShading(int shading) {
+    if (shading < 0 || shading >= eNbShadings || shading == mShading)
+        return;
+    mShading = shading;
+    markModified("Shading");
+}
+
+void KyMeshNode::setShape(KyMeshData data, Shading shading) {
+    const KyHolder<KyMesh> mesh(new KyMesh(std::move(data)));
+    setMesh(mesh.get());
+    if (shading == eGrid || mShading == eGrid)
+        setShading(shading);
+}
+
+void KyMeshNode::makeBox(double width, double height, double depth) {
+    setShape(KyMeshBuilder::makeBox(width, height, depth));
+}
+
+void KyMeshNode::makeSphere(double radius, int segments) {
+    setShape(KyMeshBuilder::makeSphere(radius, segments));
+}
+
+void KyMeshNode::makeCylinder(double radius, double height, int segments) {
+    setShape(KyMeshBuilder::makeCylinder(radius, height, segments));
+}
+
+void KyMeshNode::makeCone(double radius, double height, int segments) {
+    setShape(KyMeshBuilder::makeCone(radius, height, segments));
+}
+
+void KyMeshNode::makeTorus(double radius, double tubeRadius, int segments) {
+    setShape(KyMeshBuilder::makeTorus(radius, tubeRadius, segments));
+}
+
+void KyMeshNode::makePlane(double width, double depth) {
+    setShape(KyMeshBuilder::makePlane(width, depth));
+}
+
+void KyMeshNode::makeGrid(double size, int divisions) {
+    setShape(KyMeshBuilder::makeGrid(size, divisions), eGrid);
+    setColor(KyColor(0.62f, 0.66f, 0.72f, 0.55f));
+}
+
+bool KyMeshNode::loadModel(const KyURL& url) {
+    std::string error;
+    KyNode* model = KyModelLoader::load(url, error);
+    if (!model) {
+        KyException::create(error);
+        return false;
+    }
+    return addChild(model);
+}
+
+KyVolumed KyMeshNode::getOwnVolume() const {
+    return mMesh ? mMesh->getBoundingVolume() : KyVolumed();
+}
+
+bool KyMeshNode::intersectOwn(const KyRay<double>& ray, double& distance, KyVec3d& normal) const {
+    return mMesh && mMesh->intersect(ray, distance, normal);
+}

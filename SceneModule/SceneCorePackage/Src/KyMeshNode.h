@@ -1,0 +1,84 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "KySceneExport.h"
+
+#include "KyHolder.h"
+#include "KyMesh.h"
+#include "KyNode.h"
+
+#include "KyColor.h"
+
+#include <string>
+
+class KyURL;
+
+/// A node that shows a mesh in a colour. Scripts make shapes by its methods:
+///
+/// ```
+/// local box = createKyObject("KyMeshNode")
+/// box:makeBox(1, 1, 1)
+/// box.Color = Color(0.9, 0.4, 0.1)
+/// ```
+class KYSCENE_EXPORT KyMeshNode : public KyNode, public KyHasSlots {
+public:
+    /// Lit smoothly, its plain colour, or as a grid of lines (for the mesh of makeGrid).
+    enum Shading { eSmooth = 0, eUnlit = 1, eGrid = 2, eNbShadings };
+
+    static const KyType* getType();
+    static KyMeshNode* cast(KyObject* object);
+    static KyObject* factory();
+    static void initializeType();
+    static void finalizeType();
+    const KyType* getObjectType() const override;
+
+    /// Null when it shows nothing.
+    KyMesh* getMesh() const { return mMesh.get(); }
+    const KyColor& getColor() const { return mColor; }
+    /// 0 is a mirror, 1 is dull.
+    double getRoughness() const { return mRoughness; }
+    /// 0 is paint or plastic, 1 is metal.
+    double getMetalness() const { return mMetalness; }
+    /// A number of Shading.
+    int getShading() const { return mShading; }
+
+    /// Holds a reference of the mesh; null shows nothing.
+    void setMesh(KyMesh* mesh);
+    /// Alpha below 1 lets what is behind shine through.
+    void setColor(const KyColor& color);
+    /// Limited to 0 ... 1; NaN is ignored.
+    void setRoughness(double roughness);
+    void setMetalness(double metalness);
+    /// Others than those of Shading are ignored.
+    void setShading(int shading);
+
+    /// Each gives the node a mesh of its own, see KyMeshBuilder.
+    void makeBox(double width, double height, double depth);
+    void makeSphere(double radius, int segments = 48);
+    void makeCylinder(double radius, double height, int segments = 48);
+    void makeCone(double radius, double height, int segments = 48);
+    void makeTorus(double radius, double tubeRadius, int segments = 64);
+    void makePlane(double width, double depth);
+    /// A ground of lines in the plane of x and z, `divisions` cells along each side, fading towards its rim.
+    void makeGrid(double size, int divisions);
+    /// Puts the content of a model file under this node, see KyModelLoader; false, after a report, when it cannot.
+    bool loadModel(const KyURL& url);
+
+    KyVolumed getOwnVolume() const override;
+
+protected:
+    bool intersectOwn(const KyRay<double>& ray, double& distance, KyVec3d& normal) const override;
+
+private:
+    void setShape(KyMeshData data, Shading shading = eSmooth);
+    void onMeshModified(KyObject* mesh, KyObjectModificationType kind, const std::string& attribute, int index);
+
+    KyHolder<KyMesh> mMesh;
+    KyColor mColor{0.75f, 0.77f, 0.80f, 1.0f};
+    double mRoughness = 0.45;
+    double mMetalness = 0.0;
+    int mShading = eSmooth;
+
+    static const KyType* msType;
+};

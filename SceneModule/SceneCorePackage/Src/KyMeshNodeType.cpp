@@ -1,0 +1,68 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#include "KyMeshNode.h"
+
+#include "KyTypeBuilder.h"
+#include "KyURL.h"
+
+#include <array>
+
+const KyType* KyMeshNode::msType = nullptr;
+
+void KyMeshNode::initializeType() {
+    if (msType)
+        return;
+    static constexpr std::array<const char*, eNbShadings> cShadings{"Smooth", "Unlit", "Grid"};
+    KyFieldManager::get().registerEnumFieldType("KyShadingField", eNbShadings, cShadings.data());
+    msType =
+        KyTypeBuilder<KyMeshNode>("KyMeshNode", KyNode::getType())
+            .factory()
+            .attribute("Mesh", &KyMeshNode::getMesh, &KyMeshNode::setMesh)
+            .attribute("Color", &KyMeshNode::getColor, &KyMeshNode::setColor)
+            .attribute("Roughness", &KyMeshNode::getRoughness, &KyMeshNode::setRoughness)
+            .attribute("Metalness", &KyMeshNode::getMetalness, &KyMeshNode::setMetalness)
+            .enumAttribute("Shading", "KyShadingField", &KyMeshNode::getShading, &KyMeshNode::setShading)
+            .enumeration({{"eSmooth", eSmooth}, {"eUnlit", eUnlit}, {"eGrid", eGrid}})
+            .method("makeBox", &KyMeshNode::makeBox)
+            .method("makeBox", [](KyMeshNode& n, double size) { n.makeBox(size, size, size); })
+            .method("makeSphere", &KyMeshNode::makeSphere)
+            .method("makeSphere", [](KyMeshNode& n, double radius) { n.makeSphere(radius); })
+            .method("makeCylinder", &KyMeshNode::makeCylinder)
+            .method("makeCylinder", [](KyMeshNode& n, double r, double h) { n.makeCylinder(r, h); })
+            .method("makeCone", &KyMeshNode::makeCone)
+            .method("makeCone", [](KyMeshNode& n, double r, double h) { n.makeCone(r, h); })
+            .method("makeTorus", &KyMeshNode::makeTorus)
+            .method("makeTorus", [](KyMeshNode& n, double r, double tube) { n.makeTorus(r, tube); })
+            .method("makePlane", &KyMeshNode::makePlane)
+            .method("makeGrid", &KyMeshNode::makeGrid)
+            .method("loadModel",
+                    [](KyMeshNode& n, const std::string& path) { return n.loadModel(KyURL(path, KyURL::eLocalPath)); })
+            .method("setColor",
+                    [](KyMeshNode& n, double r, double g, double b) {
+                        n.setColor(KyColor(static_cast<float>(r), static_cast<float>(g), static_cast<float>(b)));
+                    })
+            .method("setColor", [](KyMeshNode& n, const std::string& html) { n.setColor(KyColor(html)); })
+            .build();
+}
+
+void KyMeshNode::finalizeType() {
+    KyType::remove(msType);
+}
+
+const KyType* KyMeshNode::getType() {
+    if (!msType)
+        initializeType();
+    return msType;
+}
+
+const KyType* KyMeshNode::getObjectType() const {
+    return getType();
+}
+
+KyMeshNode* KyMeshNode::cast(KyObject* object) {
+    return kyCast<KyMeshNode>(object);
+}
+
+KyObject* KyMeshNode::factory() {
+    return new KyMeshNode;
+}

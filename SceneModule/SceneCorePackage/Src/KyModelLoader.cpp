@@ -1,0 +1,283 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#include "KyModelLoader.h"
+
+#include "KyMeshNode.h"
+#include "KyModelFileCheck_p.h"
+
+#include "KyException.h"
+#include "KyTypeBuilder.h"
+#include "KyURL.h"
+
+#include <fmt/format.h>
+
+#ifdef KY_WITH_ASSIMP
+#include <assimp/Importer.hpp>
+#include <assimp/config.h>
+#include <assimp/postprocess.h>
+#include <assimp/scene.h>
+#endif
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <exception>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <span>
+
+const KyType* KyModelLoader::msType = nullptr;
+
+void KyModelLoader::initializeType() {
+    if (msType)
+        return;
+    msType = KyTypeBuilder<KyModelLoader>("KyModelLoader", KyObject::getType())
+                 .staticMethod("load", [](const std::string& path) { return load(KyURL(path, KyURL::eLocalPath)); })
+                 .build();
+}
+
+void KyModelLoader::finalizeType() {
+    KyType::remove(msType);
+}
+
+const KyType* KyModelLoader::getType() {
+    if (!msType)
+        initializeType();
+    return msType;
+}
+
+const KyType* KyModelLoader::getObjectType() const {
+    return getType();
+}
+
+KyNode* KyModelLoader::load(const KyURL& url) {
+    std::string error;
+    KyNode* model = load(url, error);
+    if (!model)
+        KyException::create(error);
+    return model;
+}
+
+#ifdef KY_WITH_ASSIMP
+
+namespace {
+
+constexpr std::uintmax_t cMaxFileSize = std::uintmax_t{1} << 31;
+
+/// Names and reasons may hold anything; a report is one readable line.
+std::string makeReadable(std::string text) {
+    std::ranges::replace_if(
+        text, [](unsigned char c) { return c < 0x20 || c == 0x7f; }, ' ');
+    return text.substr(0, 400);
+}
+
+std::filesystem::path toPath(const std::string& utf8) {
+    return std::filesystem::path(std::u8string(utf8.begin(), utf8.end()));
+}
+
+std::string getLowerExtension(const KyURL& url) {
+    std::string extension = url.getExtension();
+    std::ranges::transform(extension, extension.begin(), [](unsigned char c) { return std::tolower(c); });
+    return extension;
+}
+
+/// The reason why the file is not even tried, empty when it is.
+std::string checkFile(const KyURL& url, const std::string& path) {
+    std::error_code failure;
+    const std::filesystem::file_status status = std::filesystem::status(toPath(path), failure);
+    if (!std::filesystem::exists(status))
+        return "there is no such file";
+    if (std::filesystem::is_directory(status))
+        return "it is a directory";
+    if (!std::filesystem::is_regular_file(status))
+        return "it is no file";
+    const std::string extension = getLowerExtension(url);
+    if (std::ranges::find(KyModelLoader::getExtensions(), extension) == KyModelLoader::getExtensions().end())
+        return fmt::format("its extension \"{}\" is not known", extension);
+    if (std::filesystem::file_size(toPath(path), failure) > cMaxFileSize || failure)
+        return "it is too large";
+    std::ifstream stream(toPath(path), std::ios::binary);
+    if (!stream)
+        return "it cannot be read";
+    const std::string bytes(std::istreambuf_iterator<char>(stream), {});
+    return kyCheckModelFile(extension, bytes);
+}
+
+std::array<float, 3> toFloats(const aiVector3D& v) {
+    return {v.x, v.y, v.z};
+}
+
+std::uint8_t toByte(float value) {
+    return static_cast<std::uint8_t>(std::clamp(value, 0.0f, 1.0f) * 255.0f + 0.5f);
+}
+
+KyVertex toVertex(const aiMesh& mesh, unsigned index) {
+    KyVertex vertex;
+    vertex.position = toFloats(mesh.mVertices[index]);
+    if (mesh.HasNormals())
+        vertex.normal = toFloats(mesh.mNormals[index]);
+    if (mesh.HasTextureCoords(0))
+        vertex.texCoord = {mesh.mTextureCoords[0][index].x, mesh.mTextureCoords[0][index].y};
+    if (mesh.HasVertexColors(0)) {
+        const aiColor4D& c = mesh.mColors[0][index];
+        vertex.color = {toByte(c.r), toByte(c.g), toByte(c.b), toByte(c.a)};
+    }
+    return vertex;
+}
+
+KyPrimitive toPrimitive(const aiMesh& mesh) {
+    if (mesh.mPrimitiveTypes & aiPrimitiveType_TRIANGLE)
+        return KyPrimitive::eTriangles;
+    return mesh.mPrimitiveTypes & aiPrimitiveType_LINE ? KyPrimitive::eLines : KyPrimitive::ePoints;
+}
+
+KyMeshData toMeshData(const aiMesh& mesh) {
+    KyMeshData data;
+    data.primitive = toPrimitive(mesh);
+    data.vertices.reserve(mesh.mNumVertices);
+    for (unsigned i = 0; i < mesh.mNumVertices; ++i)
+        data.vertices.push_back(toVertex(mesh, i));
+    const unsigned size = kyGetPrimitiveSize(data.primitive);
+    for (const aiFace& face : std::span(mesh.mFaces, mesh.mNumFaces))
+        if (face.mNumIndices == size)
+            data.indices.insert(data.indices.end(), face.mIndices, face.mIndices + size);
+    return data;
+}
+
+KyMat4d toMatrix(const aiMatrix4x4& m) {
+    std::array<double, 16> rows{};
+    for (unsigned i = 0; i < 16; ++i)
+        rows[i] = static_cast<double>(m[i / 4][i % 4]);
+    return KyMat4d::fromRows(rows);
+}
+
+void applyMaterial(const aiScene& scene, const aiMesh& mesh, KyMeshNode& node) {
+    if (mesh.mMaterialIndex >= scene.mNumMaterials)
+        return;
+    const aiMaterial& material = *scene.mMaterials[mesh.mMaterialIndex];
+    aiColor4D color;
+    float opacity = 1.0f, value = 0.0f;
+    material.Get(AI_MATKEY_OPACITY, opacity);
+    if (material.Get(AI_MATKEY_BASE_COLOR, color) == AI_SUCCESS ||
+        material.Get(AI_MATKEY_COLOR_DIFFUSE, color) == AI_SUCCESS)
+        node.setColor(KyColor(color.r, color.g, color.b, color.a * opacity));
+    if (material.Get(AI_MATKEY_ROUGHNESS_FACTOR, value) == AI_SUCCESS)
+        node.setRoughness(static_cast<double>(value));
+    if (material.Get(AI_MATKEY_METALLIC_FACTOR, value) == AI_SUCCESS)
+        node.setMetalness(static_cast<double>(value));
+}
+
+/// Turns what was imported into nodes; its meshes are shared by the nodes that show them.
+class KyModelConversion {
+public:
+    explicit KyModelConversion(const aiScene& scene)
+        : mScene(scene) {
+        for (const aiMesh* mesh : std::span(scene.mMeshes, scene.mNumMeshes)) {
+            mMeshes.emplace_back(new KyMesh);
+            if (!mMeshes.back()->setData(toMeshData(*mesh)))
+                mIsConsistent = false;
+            else if (!mesh->HasNormals())
+                mMeshes.back()->computeNormals();
+        }
+    }
+
+    bool isConsistent() const { return mIsConsistent; }
+
+    std::unique_ptr<KyNode> convert(const aiNode& node) const {
+        auto result = std::make_unique<KyNode>();
+        result->setName(node.mName.C_Str());
+        result->setLocalFrame(toMatrix(node.mTransformation));
+        for (const unsigned index : std::span(node.mMeshes, node.mNumMeshes))
+            addMesh(index, *result);
+        for (const aiNode* child : std::span(node.mChildren, node.mNumChildren))
+            result->addChild(convert(*child).release());
+        return result;
+    }
+
+private:
+    void addMesh(unsigned index, KyNode& parent) const {
+        if (index >= mMeshes.size() || mMeshes[index]->getNbPrimitives() == 0)
+            return;
+        auto* node = new KyMeshNode;
+        node->setMesh(mMeshes[index].get());
+        node->setName(mScene.mMeshes[index]->mName.C_Str());
+        if (mMeshes[index]->getData().primitive != KyPrimitive::eTriangles)
+            node->setShading(KyMeshNode::eUnlit);
+        applyMaterial(mScene, *mScene.mMeshes[index], *node);
+        parent.addChild(node);
+    }
+
+    const aiScene& mScene;
+    std::vector<KyHolder<KyMesh>> mMeshes;
+    bool mIsConsistent = true;
+};
+
+constexpr unsigned cSteps = aiProcess_Triangulate | aiProcess_GenSmoothNormals | aiProcess_JoinIdenticalVertices |
+                            aiProcess_SortByPType | aiProcess_ValidateDataStructure | aiProcess_FindInvalidData |
+                            aiProcess_ImproveCacheLocality;
+
+std::unique_ptr<KyNode> import(const std::string& path, std::string& reason) {
+    Assimp::Importer importer;
+    importer.SetPropertyFloat(AI_CONFIG_PP_GSN_MAX_SMOOTHING_ANGLE, 45.0f);
+    const aiScene* scene = importer.ReadFile(path, cSteps);
+    if (!scene || !scene->mRootNode || (scene->mFlags & AI_SCENE_FLAGS_INCOMPLETE)) {
+        reason = importer.GetErrorString();
+        return {};
+    }
+    const KyModelConversion conversion(*scene);
+    std::unique_ptr<KyNode> node;
+    if (conversion.isConsistent())
+        node = conversion.convert(*scene->mRootNode);
+    if (node && node->getBoundingVolume().isFinite())
+        return node;
+    reason = "it holds no valid geometry";
+    return {};
+}
+
+} // namespace
+
+const std::vector<std::string>& KyModelLoader::getExtensions() {
+    static const std::vector<std::string> extensions{"obj", "ply", "stl", "gltf", "glb",  "dae", "fbx",
+                                                     "3ds", "off", "x",   "lwo",  "ms3d", "dxf"};
+    return extensions;
+}
+
+KyNode* KyModelLoader::load(const KyURL& url, std::string& error) {
+    std::string path, reason;
+    std::unique_ptr<KyNode> node;
+    if (!url.getLocalPath(path))
+        reason = "it is no local file";
+    else
+        reason = checkFile(url, path);
+    try {
+        if (reason.empty())
+            node = import(path, reason);
+    } catch (const std::exception& exception) {
+        reason = exception.what();
+    } catch (...) {
+        reason = "the reader failed";
+    }
+    if (!node) {
+        const std::string name = path.empty() ? url.toString() : path;
+        error = makeReadable(fmt::format("KyModelLoader::load(): \"{}\" cannot be loaded: {}.", name,
+                                         reason.empty() ? "unknown reason" : reason));
+        return nullptr;
+    }
+    return node.release();
+}
+
+#else
+
+const std::vector<std::string>& KyModelLoader::getExtensions() {
+    static const std::vector<std::string> extensions;
+    return extensions;
+}
+
+KyNode* KyModelLoader::load(const KyURL& url, std::string& error) {
+    error = fmt::format("KyModelLoader::load(): \"{}\" cannot be loaded: this library reads no model files.",
+                        url.toString());
+    return nullptr;
+}
+
+#endif

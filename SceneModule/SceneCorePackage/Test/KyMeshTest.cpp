@@ -1,0 +1,107 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#include "KyMesh.h"
+#include "KyMeshBuilder.h"
+
+#include "KyRay.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <functional>
+#include <limits>
+
+namespace {
+
+KyVec3d getPosition(const KyMeshData& data, std::uint32_t index) {
+    const auto& p = data.vertices[index].position;
+    return KyVec3d(static_cast<double>(p[0]), static_cast<double>(p[1]), static_cast<double>(p[2]));
+}
+
+struct Shape {
+    const char* name;
+    KyMeshData data;
+    double volume;
+};
+
+class KyMeshBuilderTest : public testing::TestWithParam<Shape> {};
+
+TEST_P(KyMeshBuilderTest, ItIsClosedSeenFromOutsideAndOfTheRightVolume) {
+    const KyMeshData& data = GetParam().data;
+    double volume = 0.0;
+    for (std::size_t i = 0; i < data.indices.size(); i += 3) {
+        const KyVec3d a = getPosition(data, data.indices[i]);
+        volume += a.dot(getPosition(data, data.indices[i + 1]).cross(getPosition(data, data.indices[i + 2]))) / 6.0;
+    }
+    EXPECT_NEAR(volume, GetParam().volume, 0.01 * GetParam().volume);
+}
+
+TEST_P(KyMeshBuilderTest, NormalsHaveLengthOneAndPointWhereTheFacesDo) {
+    const KyMeshData& data = GetParam().data;
+    for (std::size_t i = 0; i < data.indices.size(); i += 3) {
+        const KyVec3d a = getPosition(data, data.indices[i]);
+        const KyVec3d face =
+            (getPosition(data, data.indices[i + 1]) - a).cross(getPosition(data, data.indices[i + 2]) - a);
+        const auto& n = data.vertices[data.indices[i]].normal;
+        const KyVec3d normal(static_cast<double>(n[0]), static_cast<double>(n[1]), static_cast<double>(n[2]));
+        EXPECT_NEAR(normal.length(), 1.0, 1e-5);
+        EXPECT_GT(normal.dot(face), 0.0);
+    }
+}
+
+constexpr double cPi = 3.14159265358979323846;
+
+INSTANTIATE_TEST_SUITE_P(Shapes, KyMeshBuilderTest,
+                         testing::Values(Shape{"Box", KyMeshBuilder::makeBox(1, 2, 3), 6.0},
+                                         Shape{"Sphere", KyMeshBuilder::makeSphere(2, 96), 32.0 / 3.0 * cPi},
+                                         Shape{"Cylinder", KyMeshBuilder::makeCylinder(1, 3, 96), 3.0 * cPi},
+                                         Shape{"Cone", KyMeshBuilder::makeCone(1, 3, 96), cPi},
+                                         Shape{"Torus", KyMeshBuilder::makeTorus(2, 0.5, 128), cPi* cPi}),
+                         [](const auto& test) { return test.param.name; });
+
+TEST(KyMeshTest, SegmentsAreLimited) {
+    EXPECT_GE(KyMeshBuilder::makeSphere(1, -5).indices.size(), 6u);
+    EXPECT_LT(KyMeshBuilder::makeCone(1, 1, std::numeric_limits<int>::max()).indices.size(), 100000u);
+}
+
+TEST(KyMeshTest, InconsistentDataIsRefusedAndNothingChanges) {
+    KyMesh mesh(KyMeshBuilder::makeBox(1, 1, 1));
+    const std::function<void(KyMeshData&)> cFaults[] = {
+        [](KyMeshData& data) { data.indices[5] = 24; },
+        [](KyMeshData& data) { data.indices.pop_back(); },
+        [](KyMeshData& data) { data.vertices[3].position[1] = std::numeric_limits<float>::quiet_NaN(); },
+        [](KyMeshData& data) { data.primitive = KyPrimitive::eNbPrimitives; },
+    };
+    for (const auto& fault : cFaults) {
+        KyMeshData data = mesh.getData();
+        fault(data);
+        EXPECT_FALSE(mesh.setData(data));
+        EXPECT_EQ(mesh.getNbPrimitives(), 12u);
+    }
+}
+
+TEST(KyMeshTest, NormalsAreComputedFromTheFaces) {
+    KyMeshData data = KyMeshBuilder::makePlane(1, 1);
+    for (KyVertex& vertex : data.vertices)
+        vertex.normal = {};
+    KyMesh mesh(data);
+    mesh.computeNormals();
+    EXPECT_NEAR(mesh.getData().vertices[2].normal[1], 1.0f, 1e-6f);
+}
+
+TEST(KyMeshTest, ARayIsMetFromBothSidesWithinItsDistance) {
+    const KyMesh mesh(KyMeshBuilder::makePlane(2, 2));
+    KyVec3d normal;
+    double distance = 10.0;
+    EXPECT_TRUE(mesh.intersect(KyRayd(KyVec3d(0.2, 3, 0.1), KyVec3d(0, -1, 0)), distance, normal));
+    EXPECT_NEAR(distance, 3.0, 1e-12);
+    EXPECT_EQ(normal, KyVec3d(0, 1, 0));
+    distance = 10.0;
+    EXPECT_TRUE(mesh.intersect(KyRayd(KyVec3d(0.2, -3, 0.1), KyVec3d(0, 1, 0)), distance, normal));
+    EXPECT_EQ(normal, KyVec3d(0, -1, 0));
+    distance = 2.0;
+    EXPECT_FALSE(mesh.intersect(KyRayd(KyVec3d(0.2, 3, 0.1), KyVec3d(0, -1, 0)), distance, normal));
+    EXPECT_EQ(distance, 2.0);
+}
+
+} // namespace

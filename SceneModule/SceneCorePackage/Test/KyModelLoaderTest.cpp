@@ -1,0 +1,151 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#include "KyHolder.h"
+#include "KyMeshNode.h"
+#include "KyModelLoader.h"
+
+#include "KyException.h"
+#include "KyURL.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+namespace {
+
+const std::string cObj = "v 0 0 0\nv 2 0 0\nv 0 3 0\nv 0 0 4\nf 1 3 2\nf 1 2 4\nf 1 4 3\nf 2 3 4\n";
+
+const std::string cPly =
+    "ply\nformat ascii 1.0\nelement vertex 3\nproperty float x\nproperty float y\nproperty float z\n"
+    "element face 1\nproperty list uchar int vertex_indices\nend_header\n"
+    "0 0 0\n2 0 0\n0 3 0\n3 0 1 2\n";
+
+const std::string cTextStl = "solid a\nfacet normal 0 0 1\nouter loop\nvertex 0 0 0\nvertex 2 0 0\nvertex 0 3 0\n"
+                             "endloop\nendfacet\nendsolid a\n";
+
+std::string makeBinaryStl(std::uint32_t claimed, std::size_t facets) {
+    std::string bytes(80, ' ');
+    bytes.append(reinterpret_cast<const char*>(&claimed), sizeof(claimed));
+    const float numbers[12] = {0, 0, 1, 0, 0, 0, 2, 0, 0, 0, 3, 0};
+    for (std::size_t i = 0; i < facets; ++i) {
+        bytes.append(reinterpret_cast<const char*>(numbers), sizeof(numbers));
+        bytes.append(2, '\0');
+    }
+    return bytes;
+}
+
+std::string makeBinaryPly(const std::string& vertices) {
+    return "ply\nformat binary_little_endian 1.0\nelement vertex " + vertices +
+           "\nproperty float x\nproperty float y\nproperty float z\nelement face 1\n"
+           "property list uchar int vertex_indices\nend_header\n";
+}
+
+std::string makeGarbage() {
+    std::string bytes;
+    for (unsigned i = 0, state = 12345; i < 5000; ++i) {
+        state = state * 1664525u + 1013904223u;
+        bytes += static_cast<char>(state >> 24);
+    }
+    return bytes;
+}
+
+class KyModelLoaderTest : public testing::Test {
+protected:
+    KyModelLoaderTest()
+        : mDirectory(std::filesystem::path(testing::TempDir()) / "KyModelLoaderTest") {
+        std::filesystem::create_directories(mDirectory);
+    }
+    ~KyModelLoaderTest() override { std::filesystem::remove_all(mDirectory); }
+
+    KyURL getURL(const std::string& name) const { return KyURL((mDirectory / name).string(), KyURL::eLocalPath); }
+    KyURL write(const std::string& name, const std::string& bytes) const {
+        std::ofstream(mDirectory / name, std::ios::binary) << bytes;
+        return getURL(name);
+    }
+
+    std::filesystem::path mDirectory;
+};
+
+TEST_F(KyModelLoaderTest, WholeFilesBecomeNodesThatNobodyHoldsYet) {
+    if (KyModelLoader::getExtensions().empty())
+        GTEST_SKIP() << "built without a reader of model files";
+    const std::pair<const char*, std::string> cases[] = {
+        {"a.obj", cObj}, {"a.ply", cPly}, {"text.stl", cTextStl}, {"binary.stl", makeBinaryStl(1, 1)}};
+    for (const auto& [name, bytes] : cases) {
+        std::string error;
+        KyNode* model = KyModelLoader::load(write(name, bytes), error);
+        ASSERT_TRUE(model) << error;
+        EXPECT_EQ(model->getNbReferences(), 0u);
+        const KyHolder<KyNode> holder(model);
+        EXPECT_EQ(holder->getBoundingVolume().getMax().x, 2.0) << name;
+        EXPECT_EQ(holder->getBoundingVolume().getMax().y, 3.0) << name;
+        EXPECT_EQ(error, "");
+    }
+}
+
+TEST_F(KyModelLoaderTest, WhatIsNoWholeModelIsRefusedWithATextThatNamesTheFile) {
+    const std::string vertexOnly = cObj.substr(0, cObj.find('f'));
+    const std::string shortPly = cPly.substr(0, cPly.find("2 0 0"));
+    const std::pair<const char*, std::string> cases[] = {
+        {"empty.obj", ""},
+        {"empty.ply", ""},
+        {"empty.stl", ""},
+        {"empty.gltf", ""},
+        {"vertices.obj", vertexOnly},
+        {"cut.obj", cObj.substr(0, cObj.size() - 5)},
+        {"beyond.obj", "v 0 0 0\nv 1 0 0\nf 1 2 9\n"},
+        {"beyondHuge.obj", "v 0 0 0\nv 1 0 0\nf 1 2 2147483647\n"},
+        {"cut.ply", shortPly},
+        {"header.ply", cPly.substr(0, 60)},
+        {"huge.ply", "ply\nformat ascii 1.0\nelement vertex 4294967295\nproperty float x\nproperty float y\n"
+                     "property float z\nend_header\n0 0 0\n"},
+        {"hugeBinary.ply", makeBinaryPly("1000000000000") + std::string(100, '\0')},
+        {"overflow.ply", makeBinaryPly("18446744073709551615") + std::string(100, '\0')},
+        {"negative.ply", makeBinaryPly("-1") + std::string(100, '\0')},
+        {"cut.stl", cTextStl.substr(0, cTextStl.find("endloop"))},
+        {"cutBinary.stl", makeBinaryStl(3, 2)},
+        {"hugeBinary.stl", makeBinaryStl(0xffffffffu, 1)},
+        {"garbage.obj", makeGarbage()},
+        {"garbage.ply", makeGarbage()},
+        {"garbage.stl", makeGarbage()},
+        {"garbage.gltf", makeGarbage()},
+        {"garbage.glb", "glTF" + makeGarbage()},
+        {"garbage.fbx", makeGarbage()},
+        {"garbage.3ds", makeGarbage()},
+        {"garbage.dae", makeGarbage()},
+        {"garbage.unknown", makeGarbage()},
+        {"noextension", cObj},
+    };
+    for (const auto& [name, bytes] : cases) {
+        std::string error;
+        EXPECT_EQ(KyModelLoader::load(write(name, bytes), error), nullptr) << name;
+        EXPECT_NE(error.find(name), std::string::npos) << error;
+        EXPECT_EQ(error.find('\n'), std::string::npos) << error;
+    }
+}
+
+TEST_F(KyModelLoaderTest, WhatIsNoFileIsRefused) {
+    std::string error;
+    EXPECT_EQ(KyModelLoader::load(getURL("missing.obj"), error), nullptr);
+    EXPECT_NE(error.find("missing.obj"), std::string::npos);
+    std::filesystem::create_directory(mDirectory / "folder.obj");
+    EXPECT_EQ(KyModelLoader::load(getURL("folder.obj"), error), nullptr);
+    EXPECT_NE(error.find("folder.obj"), std::string::npos);
+    EXPECT_EQ(KyModelLoader::load(KyURL("http://host/a.obj"), error), nullptr);
+    EXPECT_NE(error.find("http://host/a.obj"), std::string::npos);
+}
+
+TEST_F(KyModelLoaderTest, AMeshNodeReportsAModelThatItCannotLoad) {
+    static std::string report;
+    const auto former = KyException::setReportHandler([](const std::string& text) { report = text; });
+    KyMeshNode node;
+    EXPECT_FALSE(node.loadModel(getURL("missing.obj")));
+    KyException::setReportHandler(former);
+    EXPECT_NE(report.find("missing.obj"), std::string::npos);
+    EXPECT_EQ(node.getNbChildren(), 0u);
+}
+
+} // namespace

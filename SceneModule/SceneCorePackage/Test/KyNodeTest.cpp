@@ -1,0 +1,208 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#include "KyHolder.h"
+#include "KyMeshNode.h"
+#include "KyNode.h"
+#include "KyNodeHit.h"
+
+#include "KyRay.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <numbers>
+#include <string>
+#include <vector>
+
+namespace {
+
+class ChangeList : public KyHasSlots {
+public:
+    void onModified(KyObject*, KyObjectModificationType kind, const std::string& name, int index) {
+        entries.push_back(std::to_string(kind) + " " + name + " " + std::to_string(index));
+    }
+    std::vector<std::string> entries;
+};
+
+void expectNear(const KyVec3d& a, const KyVec3d& b) {
+    EXPECT_NEAR((a - b).length(), 0.0, 1e-12) << a << " instead of " << b;
+}
+
+class KyNodeTest : public testing::Test {
+protected:
+    KyNodeTest()
+        : mRoot(new KyNode)
+        , mChild(new KyNode) {
+        mRoot->addChild(mChild.get());
+    }
+
+    KyHolder<KyNode> mRoot;
+    KyHolder<KyNode> mChild;
+};
+
+TEST_F(KyNodeTest, AChildMovesWithItsParent) {
+    mChild->setPosition(KyVec3d(1, 0, 0));
+    expectNear(mChild->getWorldPosition(), KyVec3d(1, 0, 0));
+    mRoot->rotate(KyVec3d(0, 1, 0), std::numbers::pi / 2);
+    mRoot->setScale(KyVec3d(2, 2, 2));
+    mRoot->setPosition(KyVec3d(0, 5, 0));
+    expectNear(mChild->getWorldPosition(), KyVec3d(0, 5, -2));
+}
+
+TEST_F(KyNodeTest, SettingTheWorldFrameTakesTheParentIntoAccount) {
+    mRoot->setPosition(KyVec3d(3, 0, 0));
+    mRoot->rotate(KyVec3d(0, 0, 1), 0.7);
+    const KyMat4d wanted = KyMat4d::lookAt(KyVec3d(1, 2, 3), KyVec3d(0, 0, 0), KyVec3d(0, 1, 0));
+    mChild->setWorldFrame(wanted);
+    for (int column = 0; column < 4; ++column)
+        expectNear(mChild->getWorldFrame().getColumn(column), wanted.getColumn(column));
+    mChild->setWorldPosition(KyVec3d(7, 8, 9));
+    expectNear(mChild->getWorldPosition(), KyVec3d(7, 8, 9));
+}
+
+TEST_F(KyNodeTest, ALocalFrameIsKeptAsItWasGivenAndTakenApart) {
+    const KyMat4d frame =
+        KyMat4d(KyQuatd(KyVec3d(1, 2, 3), 0.4), KyVec3d(4, 5, 6)) * KyMat4d::fromScale(KyVec3d(2, 3, 4));
+    mChild->setLocalFrame(frame);
+    EXPECT_EQ(mChild->getLocalFrame(), frame);
+    expectNear(mChild->getScale(), KyVec3d(2, 3, 4));
+    expectNear(mChild->getPosition(), KyVec3d(4, 5, 6));
+}
+
+TEST_F(KyNodeTest, ValuesThatAreNotFiniteAreIgnored) {
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    mChild->setPosition(KyVec3d(nan, 0, 0));
+    mChild->setScale(KyVec3d(1, std::numeric_limits<double>::infinity(), 1));
+    mChild->setOrientation(KyQuatd(0, 0, 0, 0));
+    mChild->rotate(KyVec3d(0, 1, 0), nan);
+    mChild->lookAt(KyVec3d(nan, 0, 0), KyVec3d());
+    KyMat4d frame;
+    frame.set(0, 0, nan);
+    mChild->setLocalFrame(frame);
+    EXPECT_EQ(mChild->getWorldFrame(), KyMat4d());
+}
+
+TEST_F(KyNodeTest, InsertionIsRefusedWhereItWouldMakeALoop) {
+    EXPECT_FALSE(mRoot->addChild(nullptr));
+    EXPECT_FALSE(mRoot->addChild(mRoot.get()));
+    EXPECT_FALSE(mChild->addChild(mRoot.get()));
+    EXPECT_EQ(mRoot->getNbChildren(), 1u);
+    EXPECT_EQ(mChild->getParent(), mRoot.get());
+}
+
+TEST_F(KyNodeTest, AChildHasOneParentOnly) {
+    const KyHolder<KyNode> other(new KyNode);
+    ASSERT_TRUE(other->addChild(mChild.get()));
+    EXPECT_EQ(mRoot->getNbChildren(), 0u);
+    EXPECT_EQ(mChild->getParent(), other.get());
+    EXPECT_EQ(mChild->getNbReferences(), 2u);
+}
+
+TEST_F(KyNodeTest, AParentThatEndsLeavesHeldChildrenAlive) {
+    mRoot.reset();
+    EXPECT_EQ(mChild->getParent(), nullptr);
+    EXPECT_EQ(mChild->getNbReferences(), 1u);
+}
+
+TEST_F(KyNodeTest, AChildThatIsDestroyedLeavesItsParent) {
+    auto* node = new KyNode;
+    mRoot->addChild(node);
+    ChangeList changes;
+    mRoot->connectModified(&changes, &ChangeList::onModified);
+    node->destroy();
+    EXPECT_EQ(mRoot->getNbChildren(), 1u);
+    ASSERT_EQ(changes.entries.size(), 1u);
+    EXPECT_EQ(changes.entries[0], "5 Children 1");
+}
+
+TEST_F(KyNodeTest, EveryChangeIsToldOnceUnderItsName) {
+    ChangeList changes;
+    mChild->connectModified(&changes, &ChangeList::onModified);
+    mChild->setPosition(KyVec3d(1, 2, 3));
+    mChild->setPosition(KyVec3d(1, 2, 3));
+    mChild->setVisible(false);
+    ASSERT_TRUE(mChild->getAttribute("Name")->setValue(*mChild, KyField("arm")));
+    EXPECT_EQ(changes.entries, (std::vector<std::string>{"2 Position -1", "2 Visible -1", "2 Name -1"}));
+}
+
+TEST_F(KyNodeTest, RevisionsOfAllAboveChangeAndNoOthers) {
+    const KyHolder<KyNode> sibling(new KyNode);
+    mRoot->addChild(sibling.get());
+    const auto root = mRoot->getRevision(), child = mChild->getRevision(), other = sibling->getRevision();
+    mChild->translate(KyVec3d(0, 0, 1));
+    EXPECT_NE(mRoot->getRevision(), root);
+    EXPECT_NE(mChild->getRevision(), child);
+    EXPECT_EQ(sibling->getRevision(), other);
+}
+
+TEST_F(KyNodeTest, NodesAreFoundByNameWhereverTheyStand) {
+    auto* deep = new KyNode;
+    deep->setName("deep");
+    mChild->addChild(deep);
+    EXPECT_EQ(mRoot->find("deep"), deep);
+    EXPECT_EQ(mRoot->find("missing"), nullptr);
+    EXPECT_EQ(deep->getRoot(), mRoot.get());
+}
+
+TEST_F(KyNodeTest, TheChildrenContainerIsWhatScriptsSee) {
+    const KyAttributeInterface* children = mRoot->getAttribute("Children");
+    const KyHolder<KyNode> first(new KyNode);
+    ASSERT_TRUE(children->addValue(*mRoot, 0, KyField(first.get())));
+    EXPECT_EQ(mRoot->getChild(0), first.get());
+    unsigned count = 0;
+    ASSERT_TRUE(children->getNbValues(*mRoot, count));
+    EXPECT_EQ(count, 2u);
+    ASSERT_TRUE(children->removeValue(*mRoot, 1));
+    EXPECT_EQ(mChild->getParent(), nullptr);
+    EXPECT_FALSE(children->removeValue(*mRoot, 1));
+}
+
+TEST_F(KyNodeTest, ACloneHasCopiesOfTheChildren) {
+    auto* mesh = new KyMeshNode;
+    mesh->makeBox(1, 1, 1);
+    mesh->setName("box");
+    mRoot->addChild(mesh);
+    const KyHolder<KyNode> copy(mRoot->clone());
+    ASSERT_EQ(copy->getNbChildren(), 2u);
+    auto* copied = KyMeshNode::cast(copy->find("box"));
+    ASSERT_TRUE(copied);
+    EXPECT_NE(copied, mesh);
+    EXPECT_EQ(copied->getMesh(), mesh->getMesh());
+}
+
+TEST_F(KyNodeTest, TheBoundingVolumeCoversWhatIsVisible) {
+    auto* mesh = new KyMeshNode;
+    mesh->makeBox(2, 2, 2);
+    mChild->addChild(mesh);
+    mChild->setPosition(KyVec3d(5, 0, 0));
+    expectNear(mRoot->getBoundingVolume().getMin(), KyVec3d(4, -1, -1));
+    expectNear(mRoot->getBoundingVolume().getMax(), KyVec3d(6, 1, 1));
+    mChild->setVisible(false);
+    EXPECT_TRUE(mRoot->getBoundingVolume().isNull());
+}
+
+TEST_F(KyNodeTest, ARayFindsTheNearestVisibleSurface) {
+    auto* near = new KyMeshNode;
+    near->makeBox(1, 1, 1);
+    near->setPosition(KyVec3d(0, 0, 2));
+    near->setScale(KyVec3d(2, 2, 2));
+    auto* far = new KyMeshNode;
+    far->makeSphere(1);
+    mRoot->addChild(far);
+    mRoot->addChild(near);
+    const KyRayd ray(KyVec3d(0.01, 0.02, 10), KyVec3d(0, 0, -1));
+    KyNodeHit hit;
+    ASSERT_TRUE(mRoot->intersect(ray, hit));
+    EXPECT_EQ(hit.node, near);
+    EXPECT_NEAR(hit.distance, 7.0, 1e-9);
+    expectNear(hit.normal, KyVec3d(0, 0, 1));
+    near->setVisible(false);
+    hit = KyNodeHit();
+    ASSERT_TRUE(mRoot->intersect(ray, hit));
+    EXPECT_EQ(hit.node, far);
+    EXPECT_NEAR(hit.point.z, 1.0, 0.01);
+    hit = KyNodeHit();
+    EXPECT_FALSE(mRoot->intersect(KyRayd(KyVec3d(3, 3, 10), KyVec3d(0, 0, -1)), hit));
+}
+
+} // namespace

@@ -1,0 +1,90 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "KySceneExport.h"
+
+#include "KyGraphicsViewMultiPass.h"
+#include "KyHolder.h"
+
+#include "KyEventHandler.h"
+#include "KyObject.h"
+#include "KyReferenceCounted.h"
+#include "KySignal.h"
+
+#include <cstdint>
+#include <vector>
+
+/// The whole of a window, or of an offscreen picture: views, the rearmost first. Reference counted; it holds references
+/// of its views. The host tells its size in device pixels, asks needsRedraw() and renders.
+///
+/// ```
+/// canvas->setSize(width, height);
+/// if (canvas->needsRedraw()) {
+///     KyRendererContext context(&device);
+///     canvas->render(context);
+/// }
+/// ```
+class KYSCENE_EXPORT KyCanvas : public KyObject, public KyReferenceCounted {
+public:
+    using ViewRemovedSignal = KySignal<KyGraphicsViewMultiPass*>;
+
+    static const KyType* getType();
+    static KyCanvas* cast(KyObject* object);
+    static KyObject* factory();
+    static void initializeType();
+    static void finalizeType();
+    const KyType* getObjectType() const override;
+
+    KyCanvas() = default;
+    ~KyCanvas() override;
+    KyCanvas(const KyCanvas&) = delete;
+    KyCanvas& operator=(const KyCanvas&) = delete;
+
+    int getWidth() const { return mWidth; }
+    int getHeight() const { return mHeight; }
+    unsigned getNbViews() const { return static_cast<unsigned>(mViews.size()); }
+    /// Null when out of range.
+    KyGraphicsViewMultiPass* getView(unsigned index) const;
+    /// All views with this pixel in their area, child views too, front first; those not enabled as well.
+    std::vector<KyGraphicsViewMultiPass*> pickViews(int x, int y) const;
+    /// Turns a position of a stereo picture into one of a single eye's; without stereo it stays as it is.
+    virtual void transformStereoPoint(int& x, int& y) const;
+    /// Whether anything that would be drawn changed since the last frame; true before the first.
+    bool needsRedraw() const { return getRevision() != mRenderedRevision; }
+    std::uint64_t getRevision() const;
+
+    /// Device pixels, at least 0.
+    void setSize(int width, int height);
+    /// Inserts before the position, -1 is the end: the front. The view leaves its former place. False for null.
+    bool insertView(KyGraphicsViewMultiPass* view, int position = -1);
+    /// Gives the reference back after the signal. False when it is none of the canvas's own views.
+    bool removeView(KyGraphicsViewMultiPass* view);
+    /// Sees all events of the canvas before the views; null for none. Holds a reference.
+    void setEventHandler(KyEventHandler* handler) { mEventHandler.reset(handler); }
+
+    /// Gives the event to the handler, then to the views under its position, front first. True when it was used.
+    virtual bool handleEvent(const KyInputEvent& event);
+    /// Draws all views into the context's target, leaving the GL state as it was. False when there is no usable
+    /// context or no size.
+    bool render(KyRendererContext& context);
+
+    /// Sent with each view that leaves, the deepest child first, while it still exists.
+    ViewRemovedSignal& viewRemovedSignal() { return mViewRemovedSignal; }
+
+private:
+    bool insertViewAt(unsigned index, KyGraphicsViewMultiPass* view) {
+        return insertView(view, static_cast<int>(index));
+    }
+    bool removeViewAt(unsigned index);
+
+    int mWidth = 0;
+    int mHeight = 0;
+    std::uint64_t mOwnRevision = 1;
+    std::uint64_t mRenderedRevision = 0;
+    std::vector<KyHolder<KyGraphicsViewMultiPass>> mViews;
+    KyHolder<KyEventHandler> mEventHandler;
+    ViewRemovedSignal mViewRemovedSignal{"viewRemoved"};
+
+    static const KyType* msType;
+};

@@ -1,0 +1,61 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#include "KySceneLibrary.h"
+
+#include "KyCamera.h"
+#include "KyCanvas.h"
+#include "KyFontFormat.h"
+#include "KyFrameBuffer.h"
+#include "KyGraphicsObject.h"
+#include "KyGraphicsViewMultiPass.h"
+#include "KyImage.h"
+#include "KyIntersected.h"
+#include "KyLight.h"
+#include "KyMeshNode.h"
+#include "KyModelLoader.h"
+#include "KyPassEventHandler.h"
+#include "KyScene.h"
+#include "KyScenePass.h"
+#include "KyScreenPass.h"
+#include "KyShader.h"
+#include "KyTexture.h"
+
+#include "KyModuleManager.h"
+
+#include <algorithm>
+#include <array>
+#include <ranges>
+
+namespace {
+
+struct Record {
+    void (*initialize)();
+    void (*finalize)();
+};
+
+template <class... Classes>
+constexpr std::array<Record, sizeof...(Classes)> makeRecords() {
+    return {{{&Classes::initializeType, &Classes::finalizeType}...}};
+}
+
+// Base classes first.
+constexpr auto cRecords =
+    makeRecords<KyImage, KyFontFormat, KyGraphicsObject, KyTexture, KyFrameBuffer, KyShader, KyIntersected, KyMesh,
+                KyNode, KyMeshNode, KyLight, KyCamera, KyScene, KyModelLoader, KyPassEventHandler, KyBaseGraphicsPass,
+                KyGraphicsPass, KyScenePass, KyScreenPass, KyGraphicsView, KyGraphicsViewMultiPass, KyCanvas>();
+
+} // namespace
+
+void KySceneLibrary::registerModule() {
+    static constexpr std::array<const char*, 1> cPrerequisites{"KyFoundation/KyFoundation"};
+    KyModuleManager::get().registerModule("KyScene/KyScene", cPrerequisites.data(), cPrerequisites.size(), &initialize,
+                                          &finalize);
+}
+
+void KySceneLibrary::initialize() {
+    std::ranges::for_each(cRecords, [](const Record& record) { record.initialize(); });
+}
+
+void KySceneLibrary::finalize() {
+    std::ranges::for_each(cRecords | std::views::reverse, [](const Record& record) { record.finalize(); });
+}

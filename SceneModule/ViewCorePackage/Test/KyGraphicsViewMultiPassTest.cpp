@@ -1,0 +1,154 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#include "KyCanvas.h"
+#include "KyGraphicsPass.h"
+#include "KyRendererContext.h"
+
+#include "KyInputEvent.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+class EventLog : public KyPassEventHandler {
+public:
+    EventLog(std::string& log, std::string name, bool handles, bool setsReturn = false)
+        : mLog(log)
+        , mName(std::move(name))
+        , mHandles(handles)
+        , mSetsReturn(setsReturn) {}
+
+    using KyPassEventHandler::handleEvent;
+    bool handleEvent(const KyInputEvent& event, KyGraphicsViewMultiPass* view, KyBaseGraphicsPass* pass) override {
+        mLog += mName + (view && pass && pass->getEventHandler() == this ? " " : "? ");
+        event.setInternalEventReturn(mSetsReturn);
+        return mHandles;
+    }
+
+private:
+    std::string& mLog;
+    std::string mName;
+    bool mHandles;
+    bool mSetsReturn;
+};
+
+class KyGraphicsViewMultiPassTest : public testing::Test {
+protected:
+    KyGraphicsViewMultiPassTest()
+        : mCanvas(new KyCanvas)
+        , mView(KyGraphicsViewMultiPass::create()) {
+        mCanvas->setSize(100, 100);
+        mCanvas->insertView(mView.get());
+    }
+
+    void addPass(const char* name, float priority, bool handles = false, bool setsReturn = false) {
+        auto* pass = new KyGraphicsPass;
+        pass->setPriority(priority);
+        pass->setEventHandler(new EventLog(mLog, name, handles, setsReturn));
+        mView->addPass(pass);
+    }
+
+    KyHolder<KyCanvas> mCanvas;
+    KyHolder<KyGraphicsViewMultiPass> mView;
+    std::string mLog;
+};
+
+TEST_F(KyGraphicsViewMultiPassTest, EventsGoToPassesFrontFirst) {
+    addPass("middle", 0.0f);
+    addPass("back", -1.0f);
+    addPass("front", 2.0f);
+    EXPECT_FALSE(mView->handleEvent(KyInputEvent()));
+    EXPECT_EQ(mLog, "front middle back ");
+}
+
+TEST_F(KyGraphicsViewMultiPassTest, AnEventThatWasUsedGoesNoFurther) {
+    addPass("back", 0.0f);
+    addPass("front", 1.0f, true);
+    EXPECT_TRUE(mView->handleEvent(KyInputEvent()));
+    EXPECT_EQ(mLog, "front ");
+}
+
+TEST_F(KyGraphicsViewMultiPassTest, TheInternalReturnCountsAsUsed) {
+    addPass("back", 0.0f);
+    addPass("front", 1.0f, false, true);
+    EXPECT_TRUE(mView->handleEvent(KyInputEvent()));
+    EXPECT_EQ(mLog, "front ");
+}
+
+TEST_F(KyGraphicsViewMultiPassTest, AFormerInternalReturnIsNotTakenForThisOne) {
+    addPass("only", 0.0f);
+    KyInputEvent event;
+    event.setInternalEventReturn(true);
+    EXPECT_FALSE(mView->handleEvent(event));
+}
+
+TEST_F(KyGraphicsViewMultiPassTest, DisabledViewsAndPassesTakeNoEvents) {
+    addPass("only", 0.0f, true);
+    mView->getPass(0)->setEnabled(false);
+    EXPECT_FALSE(mView->handleEvent(KyInputEvent()));
+    mView->getPass(0)->setEnabled(true);
+    mView->setEnabled(false);
+    EXPECT_FALSE(mView->handleEvent(KyInputEvent()));
+    EXPECT_EQ(mLog, "");
+}
+
+TEST_F(KyGraphicsViewMultiPassTest, TheCanvasSendsAnEventToTheViewsUnderIt) {
+    addPass("main", 0.0f);
+    auto* overlay = KyGraphicsViewMultiPass::create();
+    auto* pass = new KyGraphicsPass;
+    pass->setEventHandler(new EventLog(mLog, "overlay", false));
+    overlay->addPass(pass);
+    mView->insert(overlay);
+    KyInputEvent event;
+    event.setPosition(50, 50);
+    EXPECT_FALSE(mCanvas->handleEvent(event));
+    EXPECT_EQ(mLog, "overlay main ");
+    event.setPosition(150, 50);
+    EXPECT_FALSE(mCanvas->handleEvent(event));
+    EXPECT_EQ(mLog, "overlay main ");
+}
+
+TEST_F(KyGraphicsViewMultiPassTest, AnEventWithoutPassReachesTheHandlerToo) {
+    const KyHolder<EventLog> handler(new EventLog(mLog, "handler", true));
+    EXPECT_TRUE(static_cast<KyEventHandler&>(*handler).handleEvent(KyInputEvent()));
+    EXPECT_EQ(mLog, "handler? ");
+}
+
+TEST_F(KyGraphicsViewMultiPassTest, AViewIsNeverInsertedIntoItself) {
+    auto* child = KyGraphicsViewMultiPass::create();
+    ASSERT_TRUE(mView->insert(child));
+    EXPECT_FALSE(mView->insert(nullptr));
+    EXPECT_FALSE(mView->insert(mView.get()));
+    EXPECT_FALSE(child->insert(mView.get()));
+    EXPECT_EQ(mView->getNbViews(), 1u);
+    EXPECT_EQ(child->getCanvas(), mCanvas.get());
+}
+
+TEST_F(KyGraphicsViewMultiPassTest, TheMainPassIsOneOfThePasses) {
+    const KyHolder<KyGraphicsPass> first(new KyGraphicsPass), second(new KyGraphicsPass);
+    mView->addPass(second.get());
+    mView->setMainPass(first.get());
+    EXPECT_EQ(mView->getNbPasses(), 2u);
+    EXPECT_FALSE(mView->addPass(first.get()));
+    mView->setMainPass(second.get());
+    EXPECT_EQ(mView->getNbPasses(), 1u);
+    EXPECT_EQ(first->getNbReferences(), 1u);
+    EXPECT_TRUE(mView->removePass(second.get()));
+    EXPECT_EQ(mView->getMainPass(), nullptr);
+}
+
+TEST_F(KyGraphicsViewMultiPassTest, APassCoversItsPartOfTheViewAndToldSizesChangeOnce) {
+    KyGraphicsPass pass;
+    pass.setArea(KyRectd(0.5, 0.25, 0.5, 0.5));
+    EXPECT_EQ(pass.getAreaPixels(mView.get()), KyRecti(50, 25, 50, 50));
+    EXPECT_TRUE(pass.getAreaPixels(nullptr).isNull());
+    EXPECT_TRUE(pass.adaptView(*mView));
+    EXPECT_FALSE(pass.adaptView(*mView));
+    EXPECT_EQ(pass.getViewportWidth(), 50);
+    mCanvas->setSize(200, 100);
+    EXPECT_TRUE(pass.adaptView(*mView));
+}
+
+} // namespace
