@@ -1,0 +1,50 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#include "KyHostDisplay.h"
+
+#include <QByteArray>
+#include <QDir>
+#include <QGuiApplication>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr const char* cPlatformVariable = "QT_QPA_PLATFORM";
+constexpr const char* cNoDisplay = "offscreen";
+
+constexpr const char* cRuntimeVariable = "XDG_RUNTIME_DIR";
+
+bool gHasOwnChoice = false;
+
+/// Outside a desktop session there is no folder for sockets, which Qt complains about before it makes do with this one.
+void prepareRuntimeFolder() {
+    if (!qEnvironmentVariableIsEmpty(cRuntimeVariable))
+        return;
+    const QByteArray folder = QDir::tempPath().toLocal8Bit() + "/kyhost-" + QByteArray::number(geteuid());
+    mkdir(folder.constData(), S_IRWXU);
+    qputenv(cRuntimeVariable, folder);
+}
+
+} // namespace
+
+/// A platform that cannot connect hands over to the next one of the list; the last one always works.
+void KyHostDisplay::prepare() {
+    prepareRuntimeFolder();
+    gHasOwnChoice = qEnvironmentVariableIsEmpty(cPlatformVariable);
+    if (!gHasOwnChoice)
+        return;
+    const QByteArray platforms = qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ? "xcb" : "wayland;xcb";
+    qputenv(cPlatformVariable, platforms + ';' + cNoDisplay);
+}
+
+void KyHostDisplay::prepareWithout() {
+    prepareRuntimeFolder();
+    if (qEnvironmentVariableIsEmpty(cPlatformVariable))
+        qputenv(cPlatformVariable, cNoDisplay);
+}
+
+bool KyHostDisplay::exists() {
+    return !gHasOwnChoice || QGuiApplication::platformName() != QLatin1String(cNoDisplay);
+}

@@ -1,0 +1,183 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#include "KyHostOptions.h"
+
+#include <algorithm>
+#include <charconv>
+#include <limits>
+#include <string_view>
+
+namespace {
+
+/// One option: `argument` is null for switches, `expected` says what the argument must be.
+struct Option {
+    std::string_view name;
+    std::string_view alias;
+    const char* argument;
+    const char* expected;
+    const char* help;
+    bool (*handle)(KyHostOptions& options, std::string_view value);
+};
+
+bool readInteger(std::string_view text, int highest, int& value) {
+    int number = 0;
+    const char* const end = text.data() + text.size();
+    const auto [rest, error] = std::from_chars(text.data(), end, number);
+    if (error != std::errc() || rest != end || number < 1 || number > highest)
+        return false;
+    value = number;
+    return true;
+}
+
+bool readFrames(KyHostOptions& options, std::string_view value) {
+    int frames = 0;
+    if (!readInteger(value, std::numeric_limits<int>::max(), frames))
+        return false;
+    options.nbFrames = frames;
+    return true;
+}
+
+bool readSize(KyHostOptions& options, std::string_view value) {
+    const std::size_t cross = value.find('x');
+    if (cross == std::string_view::npos)
+        return false;
+    return readInteger(value.substr(0, cross), KyHostOptions::cMaxSize, options.width) &&
+           readInteger(value.substr(cross + 1), KyHostOptions::cMaxSize, options.height);
+}
+
+bool readScreenshot(KyHostOptions& options, std::string_view value) {
+    options.screenshot = value;
+    return !value.empty();
+}
+
+bool addChunk(KyHostOptions& options, std::string_view value) {
+    options.items.push_back({KyHostOptions::Item::eChunk, std::string(value)});
+    return true;
+}
+
+template <auto Member, auto Value = true>
+bool set(KyHostOptions& options, std::string_view) {
+    options.*Member = Value;
+    return true;
+}
+
+constexpr Option cOptions[] = {
+    {"-e", "", "CHUNK", "a chunk", "run a chunk of Lua, in order with the files; repeatable", &addChunk},
+    {"-i", "", nullptr, nullptr, "read lines from a prompt and print their results",
+     &set<&KyHostOptions::isInteractive>},
+    {"--watch", "", nullptr, nullptr, "run a script again when its file changes", &set<&KyHostOptions::isWatching>},
+    {"--sandbox", "", nullptr, nullptr, "remove the unsafe functions before any script runs",
+     &set<&KyHostOptions::isSandboxed>},
+    {"--no-window", "", nullptr, nullptr, "run without display and GL until no coroutine waits",
+     &set<&KyHostOptions::view, KyHostOptions::eNoView>},
+    {"--offscreen", "", nullptr, nullptr, "draw without a display, 120 frames unless told",
+     &set<&KyHostOptions::view, KyHostOptions::eOffscreen>},
+    {"--frames", "", "N", "a whole number from 1", "end after N frames", &readFrames},
+    {"--screenshot", "", "FILE.png", "a file name", "write the last frame to a PNG file", &readScreenshot},
+    {"--size", "", "WxH", "a size from 1x1 to 16384x16384", "size of the view in pixels, 1280x720 unless given",
+     &readSize},
+    {"--print-results", "", nullptr, nullptr, "print what scripts and chunks return",
+     &set<&KyHostOptions::printsResults>},
+    {"--traceback", "", nullptr, nullptr, "print where in the script an error came from",
+     &set<&KyHostOptions::printsTracebacks>},
+    {"--version", "", nullptr, nullptr, "print the versions and exit",
+     &set<&KyHostOptions::request, KyHostOptions::eShowVersion>},
+    {"--help", "-h", nullptr, nullptr, "print this text and exit",
+     &set<&KyHostOptions::request, KyHostOptions::eShowHelp>},
+};
+
+const Option* findOption(std::string_view name) {
+    const auto* const found = std::find_if(std::begin(cOptions), std::end(cOptions), [name](const Option& option) {
+        return option.name == name || (!option.alias.empty() && option.alias == name);
+    });
+    return found == std::end(cOptions) ? nullptr : found;
+}
+
+std::string quote(std::string_view text) {
+    return "'" + std::string(text) + "'";
+}
+
+/// A long option's argument may follow "=".
+std::size_t findInlineValue(std::string_view argument) {
+    return argument.starts_with("--") ? argument.find('=') : std::string_view::npos;
+}
+
+/// Handles the option at `position` and moves it to the option's last word.
+bool readOption(const std::vector<std::string>& arguments, std::size_t& position, KyHostOptions& options,
+                std::string& error) {
+    const std::string_view word = arguments[position];
+    const std::size_t equals = findInlineValue(word);
+    const bool hasInlineValue = equals != std::string_view::npos;
+    const std::string_view name = word.substr(0, equals);
+    const Option* const option = findOption(name);
+    if (!option) {
+        error = "unknown option " + quote(name);
+        return false;
+    }
+    if (!option->argument && hasInlineValue) {
+        error = "option " + quote(name) + " takes no argument";
+        return false;
+    }
+    if (option->argument && !hasInlineValue && ++position == arguments.size()) {
+        error = "option " + quote(name) + " needs " + option->expected;
+        return false;
+    }
+    const std::string_view value = hasInlineValue ? word.substr(equals + 1) : std::string_view(arguments[position]);
+    if (option->handle(options, value))
+        return true;
+    error = "option " + quote(name) + " needs " + option->expected + ", not " + quote(value);
+    return false;
+}
+
+bool isOption(std::string_view argument) {
+    return argument.size() > 1 && argument.front() == '-';
+}
+
+bool checkTogether(const KyHostOptions& options, std::string& error) {
+    if (options.view != KyHostOptions::eNoView || options.screenshot.empty())
+        return true;
+    error = "option '--screenshot' needs a view, which '--no-window' takes away";
+    return false;
+}
+
+std::string getUsage(const Option& option) {
+    std::string usage(option.name);
+    if (!option.alias.empty())
+        usage.insert(0, std::string(option.alias) + ", ");
+    if (option.argument)
+        usage += std::string(" ") + option.argument;
+    return usage;
+}
+
+} // namespace
+
+bool KyHostOptions::parse(const std::vector<std::string>& arguments, KyHostOptions& options, std::string& error) {
+    options = KyHostOptions();
+    bool areOptionsOver = false;
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        const std::string& argument = arguments[i];
+        if (!areOptionsOver && argument == "--")
+            areOptionsOver = true;
+        else if (areOptionsOver || !isOption(argument))
+            options.items.push_back({Item::eFile, argument});
+        else if (!readOption(arguments, i, options, error))
+            return false;
+        if (options.request != eRun)
+            return true;
+    }
+    return checkTogether(options, error);
+}
+
+std::string KyHostOptions::getHelp() {
+    constexpr std::size_t cColumn = 24;
+    std::string help = "usage: kyhost [options] [SCRIPT.lua | MODEL]...\n\n"
+                       "Shows a 3D scene that Lua scripts make and move. Scripts find it in the globals\n"
+                       "scene, camera, view and host.\n\n";
+    for (const Option& option : cOptions) {
+        const std::string usage = getUsage(option);
+        help += "  " + usage + std::string(cColumn - std::min(cColumn - 1, usage.size()), ' ') + option.help + "\n";
+    }
+    return help + "  --                      what follows are files, whatever their names\n\n"
+                  "Exits with 0; with 1 when a script failed or a model could not be read; with 2 for a\n"
+                  "wrong command line or a missing file.\n";
+}

@@ -1,0 +1,53 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+/// What the command line asks for.
+///
+/// ```
+/// KyHostOptions options;
+/// std::string error;
+/// if (!KyHostOptions::parse({"--offscreen", "hello.lua"}, options, error))
+///     std::cerr << error;
+/// ```
+struct KyHostOptions {
+    enum View { eWindow, eOffscreen, eNoView, eNbViews };
+    enum Request { eRun, eShowHelp, eShowVersion, eNbRequests };
+
+    /// One thing to run or show, in the order of the command line.
+    struct Item {
+        enum Kind { eFile, eChunk, eNbKinds };
+
+        Kind kind = eFile;
+        /// Path of a script or model, or the text of a chunk.
+        std::string text;
+    };
+
+    static constexpr int cMaxSize = 16384;
+
+    Request request = eRun;
+    View view = eWindow;
+    std::vector<Item> items;
+    /// Frames after which the program ends.
+    std::optional<int> nbFrames;
+    /// PNG file for the last frame; empty for none.
+    std::string screenshot;
+    /// Pixels, 1 to cMaxSize.
+    int width = 1280;
+    int height = 720;
+    bool isInteractive = false;
+    bool isWatching = false;
+    bool isSandboxed = false;
+    bool printsResults = false;
+    bool printsTracebacks = false;
+
+    /// Reads the arguments after the program's name. False, and one line without a line end in `error`, when they are
+    /// no valid command line. Whether files exist is not looked at.
+    static bool parse(const std::vector<std::string>& arguments, KyHostOptions& options, std::string& error);
+    /// The text of --help, made of the same table that parse() uses.
+    static std::string getHelp();
+};

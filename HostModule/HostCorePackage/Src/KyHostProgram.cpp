@@ -1,0 +1,176 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#include "KyHostProgram.h"
+
+#include "KyHostDisplay.h"
+#include "KyHostOffscreen.h"
+#include "KyHostWindow.h"
+
+#include "KyScriptEngine.h"
+
+#include "KyModuleManager.h"
+
+#include <lua.hpp>
+
+#include <QApplication>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <cstdio>
+
+namespace {
+
+/// Two seconds: enough to see that something moves.
+constexpr int cOffscreenFrames = 120;
+
+std::string getVersions() {
+    return std::string("kyhost ") + KY_VERSION + " (Qt " + qVersion() + ", " + LUA_RELEASE + ")\n";
+}
+
+int refuse(const std::string& message) {
+    KyHostErrors::write(message);
+    return KyHostProgram::eBadUsage;
+}
+
+/// The first file of the command line that is not there; empty when all are.
+std::string findMissingFile(const KyHostOptions& options) {
+    const auto missing = std::ranges::find_if(options.items, [](const KyHostOptions::Item& item) {
+        return item.kind == KyHostOptions::Item::eFile && !QFileInfo::exists(QString::fromLocal8Bit(item.text.c_str()));
+    });
+    return missing == options.items.end() ? std::string() : missing->text;
+}
+
+/// Null when the options want a display and there is none.
+std::unique_ptr<QCoreApplication> createApplication(const KyHostOptions& options, int& argc, char** argv) {
+    QCoreApplication::setApplicationName("kyhost");
+    if (options.view == KyHostOptions::eNoView)
+        return std::make_unique<QCoreApplication>(argc, argv);
+    QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
+    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    if (options.view == KyHostOptions::eWindow)
+        KyHostDisplay::prepare();
+    else
+        KyHostDisplay::prepareWithout();
+    auto application = std::make_unique<QApplication>(argc, argv);
+    const bool isUsable = options.view != KyHostOptions::eWindow || KyHostDisplay::exists();
+    return isUsable ? std::move(application) : nullptr;
+}
+
+} // namespace
+
+int KyHostProgram::run(int argc, char** argv) {
+    KyHostOptions options;
+    std::string error;
+    if (!KyHostOptions::parse({argv + 1, argv + std::max(argc, 1)}, options, error))
+        return refuse(error + "; see kyhost --help");
+    if (options.request != KyHostOptions::eRun) {
+        const std::string text = options.request == KyHostOptions::eShowHelp ? KyHostOptions::getHelp() : getVersions();
+        return std::fputs(text.c_str(), stdout) < 0 ? eFailure : eSuccess;
+    }
+    if (const std::string file = findMissingFile(options); !file.empty())
+        return refuse("cannot find '" + file + "'");
+    // Qt takes options out of the arguments it is given; ours have been read.
+    int nbArguments = 1;
+    const std::unique_ptr<QCoreApplication> application = createApplication(options, nbArguments, argv);
+    if (!application)
+        return refuse("there is no display to open a window on; --offscreen draws without one");
+    if (!KyModuleManager::get().initialize())
+        return eFailure;
+    KyHost::initializeType();
+    const int code = KyHostProgram(options).execute();
+    KyModuleManager::get().finalize();
+    KyHost::finalizeType();
+    return code;
+}
+
+KyHostProgram::KyHostProgram(const KyHostOptions& options)
+    : mOptions(options)
+    , mErrors(options.printsTracebacks)
+    , mStage(options.width, options.height)
+    , mScripts(options, mErrors, mHost, mStage) {}
+
+/// What scripts and scene hold on the device goes while its context is there.
+KyHostProgram::~KyHostProgram() {
+    mPrompt.reset();
+    mErrors.setAround({});
+    if (mSurface)
+        mSurface->makeCurrent();
+    KyScriptEngine::get().closeLuaState();
+}
+
+int KyHostProgram::execute() {
+    if (!openSurface())
+        return eFailure;
+    bool succeeded = mScripts.run();
+    runLoop();
+    succeeded = savePicture() && succeeded;
+    return succeeded && mErrors.getNbScriptErrors() == 0 ? eSuccess : eFailure;
+}
+
+bool KyHostProgram::openSurface() {
+    std::string error;
+    if (mOptions.view == KyHostOptions::eWindow)
+        mSurface = KyHostWindow::create(mStage, mOptions.width, mOptions.height, error);
+    else if (mOptions.view == KyHostOptions::eOffscreen)
+        mSurface = KyHostOffscreen::create(mStage, mOptions.width, mOptions.height, error);
+    if (!mSurface && mOptions.view != KyHostOptions::eNoView)
+        KyHostErrors::write(error);
+    return mSurface || mOptions.view == KyHostOptions::eNoView;
+}
+
+void KyHostProgram::runLoop() {
+    mLoop = std::make_unique<KyHostLoop>(mHost, mStage, mSurface.get(), KyHostLoop::Limits());
+    if (mOptions.isWatching)
+        watchFiles();
+    if (mOptions.isInteractive)
+        openPrompt();
+    mLoop->setLimits(getLimits());
+    mLoop->run();
+}
+
+KyHostLoop::Limits KyHostProgram::getLimits() const {
+    const bool isAttended = mOptions.isWatching || (mPrompt && !mHasPromptEnded);
+    KyHostLoop::Limits limits;
+    limits.nbFrames = mOptions.nbFrames;
+    limits.isOpenEnded = isAttended || mOptions.view == KyHostOptions::eWindow;
+    limits.endsWithCoroutines = mOptions.view == KyHostOptions::eNoView && !isAttended;
+    if (mOptions.view == KyHostOptions::eOffscreen && !isAttended && !limits.nbFrames)
+        limits.nbFrames = cOffscreenFrames;
+    return limits;
+}
+
+void KyHostProgram::watchFiles() {
+    mWatch = std::make_unique<KyHostFileWatch>([this](const std::string&) {
+        mScripts.runAgain();
+        mLoop->wake();
+    });
+    for (const KyHostOptions::Item& item : mOptions.items)
+        if (item.kind == KyHostOptions::Item::eFile)
+            mWatch->addFile(item.text);
+}
+
+void KyHostProgram::openPrompt() {
+    KyHostPrompt::Listeners listeners;
+    listeners.lineRan = [this](bool succeeded) {
+        if (!succeeded && mPrompt->isTerminal())
+            mErrors.forgetLastScriptError();
+        mLoop->wake();
+    };
+    listeners.ended = [this] { onPromptEnded(); };
+    mPrompt = std::make_unique<KyHostPrompt>(mHost, std::move(listeners));
+    mErrors.setAround([this](const auto& write) { mPrompt->writeAround(write); });
+}
+
+void KyHostProgram::onPromptEnded() {
+    mHasPromptEnded = true;
+    mLoop->setLimits(getLimits());
+    mLoop->wake();
+}
+
+bool KyHostProgram::savePicture() {
+    std::string error;
+    if (mOptions.screenshot.empty() || mSurface->savePicture(mOptions.screenshot, error))
+        return true;
+    KyHostErrors::write(error);
+    return false;
+}

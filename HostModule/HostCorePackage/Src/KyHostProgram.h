@@ -1,0 +1,54 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "KyHost.h"
+#include "KyHostErrors.h"
+#include "KyHostFileWatch.h"
+#include "KyHostLoop.h"
+#include "KyHostOptions.h"
+#include "KyHostPrompt.h"
+#include "KyHostScripts.h"
+#include "KyHostStage.h"
+#include "KyHostSurface.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+
+/// One run of the program, from the command line to the exit code. Everything of it lives between the initialisation
+/// and the finalisation of the modules.
+class KyHostProgram {
+public:
+    enum ExitCode { eSuccess = 0, eFailure = 1, eBadUsage = 2, eNbExitCodes };
+
+    /// What main() does.
+    static int run(int argc, char** argv);
+
+private:
+    explicit KyHostProgram(const KyHostOptions& options);
+    ~KyHostProgram();
+    KyHostProgram(const KyHostProgram&) = delete;
+    KyHostProgram& operator=(const KyHostProgram&) = delete;
+
+    int execute();
+    bool openSurface();
+    void openPrompt();
+    void watchFiles();
+    void runLoop();
+    bool savePicture();
+    void onPromptEnded();
+    KyHostLoop::Limits getLimits() const;
+
+    const KyHostOptions& mOptions;
+    KyHostErrors mErrors;
+    KyHost mHost;
+    /// Outlives what the stage has on the device.
+    std::unique_ptr<KyHostSurface> mSurface;
+    KyHostStage mStage;
+    KyHostScripts mScripts;
+    std::unique_ptr<KyHostLoop> mLoop;
+    std::unique_ptr<KyHostFileWatch> mWatch;
+    std::unique_ptr<KyHostPrompt> mPrompt;
+    bool mHasPromptEnded = false;
+};

@@ -1,0 +1,122 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#include "KyHostScripts.h"
+
+#include "KyHost.h"
+#include "KyHostErrors.h"
+#include "KyHostStage.h"
+
+#include "KyLuaBinder.h"
+#include "KyLuaSandbox.h"
+#include "KyScriptEngine.h"
+
+#include "KyModelLoader.h"
+#include "KyURL.h"
+
+#include <algorithm>
+#include <cctype>
+
+namespace {
+
+constexpr const char* cChunkName = "=(command line)";
+
+} // namespace
+
+KyHostScripts::KyHostScripts(const KyHostOptions& options, KyHostErrors& errors, KyHost& host, KyHostStage& stage)
+    : mOptions(options)
+    , mErrors(errors)
+    , mHost(host)
+    , mStage(stage) {}
+
+bool KyHostScripts::run() {
+    prepareState();
+    return runItems();
+}
+
+bool KyHostScripts::runAgain() {
+    if (!checkSyntax())
+        return false;
+    KyScriptEngine& engine = KyScriptEngine::get();
+    engine.resetLuaState();
+    KyLuaBinder::bind();
+    mStage.beginScene();
+    prepareState();
+    if (runItems()) {
+        mStage.showScene();
+        return true;
+    }
+    // What the failed scripts left must not go on either.
+    engine.resetLuaState();
+    KyLuaBinder::bind();
+    mStage.dropScene();
+    prepareState();
+    return false;
+}
+
+bool KyHostScripts::isModel(const std::string& path) {
+    std::string extension = KyURL(path, KyURL::eLocalPath).getExtension();
+    std::ranges::transform(extension, extension.begin(),
+                           [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
+    return extension != "lua" && std::ranges::count(KyModelLoader::getExtensions(), extension) > 0;
+}
+
+void KyHostScripts::prepareState() {
+    KyScriptEngine& engine = KyScriptEngine::get();
+    if (mOptions.isSandboxed)
+        KyApplication::removeUnsafeLuaFunctionsAndModules();
+    engine.setReturnValuesOutput(mOptions.printsResults);
+    engine.bindAllClasses();
+    engine.bindInstance(&mStage.getScene(), "scene");
+    engine.bindInstance(&mStage.getCamera(), "camera");
+    engine.bindInstance(&mStage.getView(), "view");
+    engine.bindInstance(&mHost, "host");
+}
+
+bool KyHostScripts::runItems() {
+    bool succeeded = true;
+    for (const KyHostOptions::Item& item : mOptions.items) {
+        if (mHost.isQuitting())
+            break;
+        succeeded = runItem(item) && succeeded;
+    }
+    if (!hasScripts())
+        mStage.addGround();
+    return succeeded;
+}
+
+bool KyHostScripts::runItem(const KyHostOptions::Item& item) {
+    if (item.kind == KyHostOptions::Item::eChunk)
+        return KyScriptEngine::get().executeChunk(item.text, cChunkName, {});
+    if (isModel(item.text))
+        return addModel(item.text);
+    return KyScriptEngine::get().executeScript(item.text);
+}
+
+bool KyHostScripts::addModel(const std::string& path) {
+    std::string error;
+    KyNode* const model = KyModelLoader::load(KyURL(path, KyURL::eLocalPath), error);
+    if (!model) {
+        KyHostErrors::write(error);
+        return false;
+    }
+    mStage.addModel(*model);
+    return true;
+}
+
+bool KyHostScripts::hasScripts() const {
+    return std::ranges::any_of(mOptions.items, [](const KyHostOptions::Item& item) {
+        return item.kind == KyHostOptions::Item::eChunk || !isModel(item.text);
+    });
+}
+
+bool KyHostScripts::checkSyntax() {
+    for (const KyHostOptions::Item& item : mOptions.items) {
+        std::string error;
+        const bool isScript = item.kind == KyHostOptions::Item::eFile && !isModel(item.text);
+        if (isScript && !KyScriptEngine::get().checkScriptSyntax(item.text, error)) {
+            KyScriptEngine::output(error);
+            return false;
+        }
+    }
+    return true;
+}

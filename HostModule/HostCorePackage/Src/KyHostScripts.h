@@ -1,0 +1,41 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "KyHostOptions.h"
+
+class KyHost;
+class KyHostErrors;
+class KyHostStage;
+
+/// Runs what the command line names, chunks, scripts and models in their order, in a Lua state that has `scene`,
+/// `camera`, `view`, `host` and every class of the object model.
+///
+/// Running it all again begins with a new Lua state and an empty scene. The scene before stays on the stage until
+/// everything has succeeded; after a failure it remains, as still as the failure found it, since what moved it went
+/// with the old state, and the scripts' globals name it again.
+class KyHostScripts {
+public:
+    KyHostScripts(const KyHostOptions& options, KyHostErrors& errors, KyHost& host, KyHostStage& stage);
+
+    /// False when anything failed; the rest is run all the same.
+    bool run();
+    /// As run(), from the beginning. A script with a syntax error is refused before anything is given up.
+    bool runAgain();
+
+    /// A file that is shown and not run, by its extension.
+    static bool isModel(const std::string& path);
+
+private:
+    void prepareState();
+    bool runItems();
+    bool runItem(const KyHostOptions::Item& item);
+    bool addModel(const std::string& path);
+    bool hasScripts() const;
+    bool checkSyntax();
+
+    const KyHostOptions& mOptions;
+    KyHostErrors& mErrors;
+    KyHost& mHost;
+    KyHostStage& mStage;
+};

@@ -1,0 +1,178 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#include "KyHost.h"
+#include "KyHostCompletion.h"
+#include "KyHostErrors.h"
+#include "KyHostOptions.h"
+#include "KyHostScripts.h"
+#include "KyHostStage.h"
+
+#include "KyMainTaskManager.h"
+#include "KyModuleManager.h"
+#include "KyScriptEngine.h"
+
+#include <QCoreApplication>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <fstream>
+#include <string>
+#include <vector>
+
+namespace {
+
+struct Modules {
+    Modules() {
+        KyModuleManager::get().initialize();
+        KyHost::initializeType();
+    }
+    ~Modules() {
+        KyModuleManager::get().finalize();
+        KyHost::finalizeType();
+    }
+};
+
+/// A session without a view, in this process. Errors go to standard error and are counted.
+class KyHostScriptsTest : public testing::Test {
+protected:
+    KyHostScriptsTest() {
+        mOptions.items.push_back({KyHostOptions::Item::eFile, mFolder.filePath("a.lua").toStdString()});
+    }
+    ~KyHostScriptsTest() override { KyScriptEngine::get().closeLuaState(); }
+
+    void write(const std::string& text) const { std::ofstream(mOptions.items[0].text, std::ios::trunc) << text; }
+    bool run(const std::string& text) {
+        write(text);
+        return mScripts.run();
+    }
+    bool runAgain(const std::string& text) {
+        write(text);
+        return mScripts.runAgain();
+    }
+    std::string evaluate(const std::string& expression) const {
+        std::vector<KyField> results;
+        KyScriptEngine::get().executeChunktWithReturnValues("return tostring(" + expression + ")", results);
+        return results.empty() ? std::string() : results[0].toString();
+    }
+    KyScene* getShownScene() const { return KyScenePass::cast(mStage.getView().getMainPass())->getScene(); }
+    KyCamera* getShownCamera() const { return KyScenePass::cast(mStage.getView().getMainPass())->getCamera(); }
+
+    int mNbArguments = 1;
+    char mName[5] = "test";
+    char* mArguments[2] = {mName, nullptr};
+    QCoreApplication mApplication{mNbArguments, mArguments};
+    Modules mModules;
+    QTemporaryDir mFolder;
+    KyHostOptions mOptions;
+    KyHostErrors mErrors{false};
+    KyHost mHost;
+    KyHostStage mStage{64, 48};
+    KyHostScripts mScripts{mOptions, mErrors, mHost, mStage};
+};
+
+constexpr const char* cTree = "local n = KyNode() n.Name = 'tree' scene:addChild(n)";
+constexpr const char* cHouse = "local n = KyNode() n.Name = 'house' scene:addChild(n)";
+
+} // namespace
+
+TEST_F(KyHostScriptsTest, ScriptsFindTheHostsObjects) {
+    EXPECT_TRUE(run("seen = scene.Name .. camera.Name .. view.Name .. host.FrameCount"));
+    EXPECT_EQ("scenecameraview0", evaluate("seen"));
+}
+
+TEST_F(KyHostScriptsTest, RunningAgainReplacesTheScene) {
+    ASSERT_TRUE(run(cTree));
+    ASSERT_TRUE(runAgain(cHouse));
+    EXPECT_EQ(&mStage.getScene(), getShownScene());
+    EXPECT_EQ(&mStage.getCamera(), getShownCamera());
+    EXPECT_NE(nullptr, getShownScene()->find("house"));
+    EXPECT_EQ(nullptr, getShownScene()->find("tree"));
+}
+
+TEST_F(KyHostScriptsTest, GlobalsDoNotOutliveARun) {
+    ASSERT_TRUE(run("leftover = 1"));
+    ASSERT_TRUE(runAgain("seen = tostring(leftover)"));
+    EXPECT_EQ("nil", evaluate("seen"));
+}
+
+TEST_F(KyHostScriptsTest, AFailureKeepsTheSceneAndItsNames) {
+    ASSERT_TRUE(run(cTree));
+    KyScene* const before = getShownScene();
+    EXPECT_FALSE(runAgain(std::string(cHouse) + " error('half way')"));
+    EXPECT_EQ(1u, mErrors.getNbScriptErrors());
+    EXPECT_EQ(before, getShownScene());
+    EXPECT_NE(nullptr, before->find("tree"));
+    EXPECT_EQ("tree", evaluate("scene.Children[0].Name"));
+    ASSERT_TRUE(runAgain(cHouse));
+    EXPECT_NE(nullptr, getShownScene()->find("house"));
+}
+
+TEST_F(KyHostScriptsTest, AFailureLeavesNoCoroutineBehind) {
+    ASSERT_TRUE(run("return coroutine.create(function() while true do coroutine.yield() end end)"));
+    EXPECT_EQ(1u, KyScriptEngine::get().getNbCoroutines());
+    mOptions.items.push_back({KyHostOptions::Item::eChunk, "error('late')"});
+    EXPECT_FALSE(mScripts.runAgain());
+    EXPECT_EQ(0u, KyScriptEngine::get().getNbCoroutines());
+}
+
+TEST_F(KyHostScriptsTest, ASyntaxErrorLeavesTheRunningScriptsAlone) {
+    ASSERT_TRUE(
+        run("count = 0 return coroutine.create(function() while true do count = count + 1 coroutine.yield() end end)"));
+    EXPECT_FALSE(runAgain("this is no Lua"));
+    EXPECT_EQ(1u, KyScriptEngine::get().getNbCoroutines());
+    KyMainTaskManager::get().update();
+    EXPECT_EQ("1", evaluate("count"));
+}
+
+TEST_F(KyHostScriptsTest, AFailureTakesBackWhatItPutIntoTheView) {
+    ASSERT_TRUE(run(cTree));
+    KyScene* const before = getShownScene();
+    EXPECT_FALSE(runAgain("view.MainPass.Scene = KyScene() error('late')"));
+    EXPECT_EQ(before, getShownScene());
+}
+
+TEST_F(KyHostScriptsTest, TheSandboxHoldsAfterRunningAgain) {
+    mOptions.isSandboxed = true;
+    ASSERT_TRUE(run("seen = tostring(io)"));
+    EXPECT_EQ("nil", evaluate("seen"));
+    ASSERT_TRUE(runAgain("seen = tostring(io) .. tostring(os.execute)"));
+    EXPECT_EQ("nilnil", evaluate("seen"));
+}
+
+TEST_F(KyHostScriptsTest, NothingRunsAfterQuitting) {
+    mOptions.items.push_back({KyHostOptions::Item::eChunk, "seen = true"});
+    EXPECT_TRUE(run("host:quit()"));
+    EXPECT_EQ("nil", evaluate("seen"));
+    EXPECT_TRUE(mHost.isQuitting());
+}
+
+TEST_F(KyHostScriptsTest, CompletionFollowsPathsWithoutRunningCode) {
+    ASSERT_TRUE(run("box = KyMeshNode() box.Name = 'box' scene:addChild(box) deep = {inner = {leaf = box}} "
+                    "trap = setmetatable({}, {__index = function() error('ran') end})"));
+    struct Case {
+        const char* word;
+        const char* expected;
+        const char* unexpected;
+    };
+    const Case cases[] = {{"sce", "scene", "box"},
+                          {"pri", "print(", "print"},
+                          {"scene.Na", "scene.Name", "scene.Visible"},
+                          {"scene:addC", "scene:addChild(", "scene:addChild"},
+                          {"box:make", "box:makeBox(", "box:addChild("},
+                          {"box.", "box.Roughness", "box.addChild("},
+                          {"box.Parent.Backg", "box.Parent.BackgroundTop", "box.Parent.Name"},
+                          {"deep.inner.leaf.Col", "deep.inner.leaf.Color", "deep.inner.leaf.Name"},
+                          {"math.pi", "math.pi", "math.sin("}};
+    for (const Case& wanted : cases) {
+        const std::vector<std::string> words = KyHostCompletion::complete(wanted.word);
+        EXPECT_EQ(1, std::ranges::count(words, wanted.expected)) << wanted.word << testing::PrintToString(words);
+        EXPECT_EQ(0, std::ranges::count(words, wanted.unexpected)) << wanted.word;
+    }
+    for (const char* word : {"nothing", "nothing.at.all", "trap.x", "scene.Name.x", "scene..", "1.", ".", ":"})
+        EXPECT_TRUE(std::ranges::none_of(KyHostCompletion::complete(word), [](const std::string& found) {
+            return found == "scene";
+        })) << word;
+    EXPECT_EQ(0u, mErrors.getNbScriptErrors());
+}

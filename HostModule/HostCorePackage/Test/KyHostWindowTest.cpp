@@ -1,0 +1,140 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#include "KyHost.h"
+#include "KyHostLoop.h"
+#include "KyHostStage.h"
+#include "KyHostWindow.h"
+
+#include "KyMeshNode.h"
+#include "KyModuleManager.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+
+namespace {
+
+struct Modules {
+    Modules() {
+        KyModuleManager::get().initialize();
+        KyHost::initializeType();
+    }
+    ~Modules() {
+        KyModuleManager::get().finalize();
+        KyHost::finalizeType();
+    }
+};
+
+/// Counts what it is asked to draw; a display that never takes a frame unless `answers`.
+class CountingSurface : public KyHostSurface {
+public:
+    void draw() override {
+        ++nbDrawn;
+        if (answers)
+            mListeners.drawn();
+    }
+    bool needsDrawing() const override { return false; }
+    int getFrameInterval() const override { return 1000; }
+    bool makeCurrent() override { return true; }
+    bool savePicture(const std::string&, std::string&) override { return true; }
+    void close() { mListeners.closed(); }
+
+    int nbDrawn = 0;
+    bool answers = true;
+};
+
+/// A stage with a red ball in this process.
+class KyHostWindowTest : public testing::Test {
+protected:
+    KyHostWindowTest() {
+        auto* const ball = new KyMeshNode;
+        ball->makeSphere(1.0);
+        ball->setColor(KyColor(1.0f, 0.0f, 0.0f));
+        mStage.getScene().addChild(ball);
+        mStage.getCamera().lookAt(KyVec3d(0, 0, 5), KyVec3d());
+    }
+
+    void runFrames(KyHostSurface& surface, int count) {
+        KyHostLoop::Limits limits;
+        limits.nbFrames = static_cast<int>(mHost.getFrameCount()) + count;
+        limits.isOpenEnded = true;
+        KyHostLoop(mHost, mStage, &surface, limits).run();
+    }
+
+    std::unique_ptr<KyHostWindow> openWindow() {
+        std::string error;
+        auto window = KyHostWindow::create(mStage, 200, 150, error);
+        EXPECT_EQ("", error);
+        return window;
+    }
+
+    int mNbArguments = 1;
+    char mName[5] = "test";
+    char* mArguments[2] = {mName, nullptr};
+    QApplication mApplication{mNbArguments, mArguments};
+    Modules mModules;
+    KyHost mHost;
+    KyHostStage mStage{200, 150};
+};
+
+bool isRed(const QImage& image, int x, int y) {
+    const QColor color = image.pixelColor(x, y);
+    return color.red() > 60 && color.red() > 2 * color.green() && color.red() > 2 * color.blue();
+}
+
+} // namespace
+
+TEST_F(KyHostWindowTest, AWindowShowsTheSceneAndFollowsItsSize) {
+    if (qEnvironmentVariableIsEmpty("DISPLAY"))
+        GTEST_SKIP() << "no display";
+    const auto window = openWindow();
+    ASSERT_TRUE(window);
+    runFrames(*window, 5);
+    EXPECT_FALSE(window->needsDrawing());
+    const QImage image = window->grabFramebuffer();
+    EXPECT_EQ(QSize(200, 150), image.size());
+    EXPECT_TRUE(isRed(image, 100, 75));
+    EXPECT_FALSE(isRed(image, 5, 75));
+
+    window->resize(300, 100);
+    // The window system resizes when it pleases.
+    const auto getWidth = [this] { return mStage.getView().getAreaPixels().getWidth(); };
+    for (int i = 0; i < 100 && getWidth() != 300; ++i)
+        runFrames(*window, 1);
+    EXPECT_EQ(300, getWidth());
+    EXPECT_EQ(100, mStage.getView().getAreaPixels().getHeight());
+}
+
+TEST_F(KyHostWindowTest, TheEscapeKeyClosesTheWindowAndEndsTheLoop) {
+    if (qEnvironmentVariableIsEmpty("DISPLAY"))
+        GTEST_SKIP() << "no display";
+    const auto window = openWindow();
+    ASSERT_TRUE(window);
+    QTimer::singleShot(50, [&window] {
+        QKeyEvent press(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+        QCoreApplication::sendEvent(window.get(), &press);
+    });
+    runFrames(*window, 100000);
+    EXPECT_TRUE(mHost.isQuitting());
+    EXPECT_FALSE(window->isVisible());
+}
+
+TEST_F(KyHostWindowTest, ClosingTheSurfaceEndsTheLoop) {
+    CountingSurface surface;
+    QTimer::singleShot(20, [&surface] { surface.close(); });
+    runFrames(surface, 100000);
+    EXPECT_TRUE(mHost.isQuitting());
+}
+
+TEST_F(KyHostWindowTest, FramesGoOnWhereTheDisplayTakesNone) {
+    CountingSurface surface;
+    surface.answers = false;
+    runFrames(surface, 3);
+    EXPECT_EQ(3u, mHost.getFrameCount());
+    EXPECT_EQ(3, surface.nbDrawn);
+}
