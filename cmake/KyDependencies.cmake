@@ -25,6 +25,11 @@ find_package(Boost REQUIRED)
 pkg_check_modules(lua REQUIRED IMPORTED_TARGET lua5.1)
 find_package(Luabind REQUIRED)
 
+# Host
+if(NOT WIN32)
+  pkg_check_modules(readline REQUIRED IMPORTED_TARGET readline)
+endif()
+
 if(KY_BUILD_TESTS)
   find_package(GTest REQUIRED)
   find_package(Qt5 5.15 REQUIRED COMPONENTS Test)

@@ -22,6 +22,7 @@
 #include <deque>
 #include <map>
 #include <typeindex>
+#include <utility>
 
 namespace {
 
@@ -80,9 +81,12 @@ const KyFieldType& KyFieldManager::registerOperations(const char* name, const Ky
     const auto known = all.byType.find(*operations.typeInfo);
     const auto named = name ? all.byName.find(std::string_view(name)) : all.byName.end();
     if (known != all.byType.end()) {
+        KyFieldType& type = all.types[known->second];
         if (name && named == all.byName.end())
             all.byName.emplace(name, known->second);
-        return all.types[known->second];
+        if (name && !std::exchange(type.mIsNamed, true))
+            type.mName = name;
+        return type;
     }
     if (named != all.byName.end())
         return all.types[named->second];
@@ -91,6 +95,7 @@ const KyFieldType& KyFieldManager::registerOperations(const char* name, const Ky
     type.mName = name ? name : operations.typeInfo->name();
     type.mKind = static_cast<KyFieldKind>(index) | managedBit;
     type.mOperations = operations;
+    type.mIsNamed = name != nullptr;
     type.mIsValue = *operations.typeInfo != typeid(KyInvalidField);
     all.byName.emplace(type.mName, index);
     all.byType.emplace(*operations.typeInfo, index);

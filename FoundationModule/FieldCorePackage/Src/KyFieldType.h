@@ -40,6 +40,7 @@ private:
     std::vector<std::string> mValueNames;
     bool mIsEnumerated = false;
     bool mIsValue = true;
+    bool mIsNamed = true;
 };
 
 /// The field type of a value that could not be converted.
@@ -52,7 +53,8 @@ class KYFOUNDATION_EXPORT KyFieldManager {
 public:
     static KyFieldManager& get();
 
-    /// Registers T under a name (the existing type when the name or T is there already; the first name given holds).
+    /// Registers T under a name; the existing type when the name or T is there already. The first name given holds, and
+    /// replaces the run-time name of a type that was entered without one.
     template <class T>
     const KyFieldType& registerFieldType(const char* name) {
         return registerOperations(name, kyMakeFieldOperations<T>(), cFieldManagedBit<T>);

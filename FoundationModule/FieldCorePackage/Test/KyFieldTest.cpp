@@ -180,6 +180,9 @@ TEST(KyFieldManager, GivesTheExistingTypeForANameOrATypeSeenBefore) {
     EXPECT_EQ(KyField(std::vector<unsigned>{1}).getKind(), list.getKind());
     EXPECT_EQ(&manager.registerFieldType<double>("AnotherDouble"), manager.findFieldType("Double"));
     EXPECT_EQ(manager.findFieldType("no such type"), nullptr);
+    const KyField unnamed{std::vector<short>{1}};
+    EXPECT_EQ(manager.registerFieldType<std::vector<short>>("ShortList").getKind(), unnamed.getKind());
+    EXPECT_EQ(unnamed.getFieldType().getName(), "ShortList");
 }
 
 TEST(KyFieldManager, ReplacesTheNamesOfAnEnumeratedTypeRegisteredAgain) {

@@ -1,0 +1,64 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#include "KyApplicationLibrary.h"
+#include "KyLibraryEntry.h"
+#include "KyModuleManager.h"
+#include "KyScriptEngine.h"
+#include "KyType.h"
+
+#include "KyMainTaskManager.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+namespace {
+
+TEST(KyApplicationLibrary, IsRegisteredByBeingLoaded) {
+    EXPECT_TRUE(KyApplicationLibrary::msRegistered);
+    EXPECT_NE(KyApplicationLibrary::msHInstance, 0);
+    KyApplicationLibrary::registerModule();
+    ASSERT_TRUE(KyModuleManager::get().initialize());
+    EXPECT_TRUE(KyModuleManager::get().isInitialized("KyScene/KyScene"));
+    EXPECT_STREQ(std::getenv("QT_OPENGL_DLL"), "opengl32.dll");
+    KyModuleManager::get().finalize();
+    EXPECT_EQ(KyScriptEngine::find(), nullptr);
+}
+
+TEST(KyApplicationLibrary, InitialisesAndFinalisesAThousandTimes) {
+    KyModuleManager& manager = KyModuleManager::get();
+    ASSERT_TRUE(manager.initialize());
+    const unsigned nbTypes = KyType::getNbTypes();
+    const unsigned nbTasks = KyMainTaskManager::get().getNbTasks();
+    for (int round = 0; round < 1000; ++round) {
+        KyApplicationLibrary::finalize();
+        KyApplicationLibrary::finalize();
+        KyApplicationLibrary::initialize();
+        KyApplicationLibrary::initialize();
+    }
+    EXPECT_EQ(KyType::getNbTypes(), nbTypes);
+    EXPECT_EQ(KyMainTaskManager::get().getNbTasks(), nbTasks);
+    manager.finalize();
+    EXPECT_EQ(KyType::getNbTypes(), 0u) << "every record of the three libraries is gone";
+    EXPECT_EQ(KyMainTaskManager::get().getNbTasks(), 0u);
+}
+
+TEST(KyApplicationLibrary, RunsScriptsInEveryRound) {
+    for (int round = 0; round < 3; ++round) {
+        ASSERT_TRUE(KyModuleManager::get().initialize());
+        EXPECT_TRUE(KyScriptEngine::get().executeChunk("object = createKyObject('KyDynamicObject') object:destroy()"));
+        KyModuleManager::get().finalize();
+    }
+}
+
+TEST(KyApplicationLibrary, IgnoresOtherReasonsAndProcessExit) {
+    int anything = 0;
+    const std::intptr_t handle = KyApplicationLibrary::msHInstance;
+    ASSERT_TRUE(KyModuleManager::get().initialize());
+    EXPECT_TRUE(KyApplicationLibrary::onLoad(handle, KyLibraryEntry::eThreadAttach, nullptr));
+    EXPECT_TRUE(KyApplicationLibrary::onLoad(handle, KyLibraryEntry::eProcessDetach, &anything));
+    EXPECT_TRUE(KyModuleManager::get().isInitialized("KyApplication/KyApplication"));
+    KyModuleManager::get().finalize();
+}
+
+} // namespace

@@ -1,0 +1,197 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#include "KyLuaConverters_p.h"
+
+#include "KyLuaBinder.h"
+#include "KyLuaContainerProxy_p.h"
+#include "KyLuaValues_p.h"
+#include "KyStaticLuaMaps.h"
+
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <string>
+#include <vector>
+
+namespace {
+
+constexpr int cMaxDepth = 64;
+
+KyField checkField(lua_State* state, int index, KyFieldKind kind, int depth);
+
+KyField invalidField() {
+    return KyField(KyInvalidField());
+}
+
+void pushList(lua_State* state, KyLuaShared& shared, const KyField& field) {
+    const KyFieldOperations& operations = field.getFieldType().getOperations();
+    const std::size_t count = operations.size(field.data());
+    if (!lua_checkstack(state, 6))
+        return lua_pushnil(state);
+    lua_createtable(state, static_cast<int>(count), 0);
+    for (std::size_t i = 0; i < count; ++i) {
+        kyLuaPushField(state, shared, operations.element(field.data(), i));
+        lua_rawseti(state, -2, static_cast<int>(i + 1));
+    }
+}
+
+bool pushThroughConverter(lua_State* state, const KyField& field) {
+    const KyStaticLuaMaps* maps = KyLuaBinder::getLuaMaps();
+    const auto converter = maps ? maps->find(field.getKind()).cppToLua : nullptr;
+    if (!converter || converter == &kyLuaPushValueField)
+        return false;
+    const int top = lua_gettop(state);
+    KyLuaBinder binder(state);
+    converter(binder, field);
+    if (lua_gettop(state) == top)
+        lua_pushnil(state);
+    lua_settop(state, top + 1);
+    return true;
+}
+
+template <class T>
+bool pushNumber(lua_State* state, const KyField& field) {
+    lua_pushnumber(state, static_cast<lua_Number>(field.unchecked<T>()));
+    return true;
+}
+
+bool pushInteger(lua_State* state, const KyField& field) {
+    switch (field.getKind()) {
+    case cFieldKindOf<std::uint32_t>:
+        return pushNumber<std::uint32_t>(state, field);
+    case cFieldKindOf<std::int64_t>:
+        return pushNumber<std::int64_t>(state, field);
+    case cFieldKindOf<std::uint64_t>:
+        return pushNumber<std::uint64_t>(state, field);
+    default:
+        return field.getFieldType().isEnumerated() && pushNumber<std::int32_t>(state, field);
+    }
+}
+
+KyField checkTable(lua_State* state, int index, int depth) {
+    if (depth >= cMaxDepth || !lua_checkstack(state, 4))
+        return invalidField();
+    std::vector<KyField> list;
+    const auto count = static_cast<int>(lua_objlen(state, index));
+    list.reserve(static_cast<std::size_t>(count));
+    for (int i = 1; i <= count; ++i) {
+        lua_rawgeti(state, index, i);
+        list.push_back(checkField(state, lua_gettop(state), cFieldKindInvalid, depth + 1));
+        lua_pop(state, 1);
+    }
+    return KyField(std::move(list));
+}
+
+KyField checkUserdata(lua_State* state, int index, KyFieldKind kind) {
+    KyLuaShared& shared = KyLuaShared::get(state);
+    KyLuaClass* luaClass = nullptr;
+    if (const KyLuaInstance* instance = kyLuaToInstance(state, index, shared, luaClass))
+        return KyField(KyObjectReference(instance->get()));
+    KyField field;
+    if (kyLuaCheckValue(state, index, shared, kind, field) || kyLuaCheckContainerProxy(state, index, shared, field))
+        return field;
+    return invalidField();
+}
+
+KyField checkField(lua_State* state, int index, KyFieldKind kind, int depth) {
+    switch (lua_type(state, index)) {
+    case LUA_TNONE:
+    case LUA_TNIL:
+        return KyField();
+    case LUA_TBOOLEAN:
+        return KyField(lua_toboolean(state, index) != 0);
+    case LUA_TNUMBER:
+        return KyField(lua_tonumber(state, index));
+    case LUA_TSTRING: {
+        std::size_t size = 0;
+        const char* text = lua_tolstring(state, index, &size);
+        return KyField(std::string(text, size));
+    }
+    case LUA_TTABLE:
+        return checkTable(state, index, depth);
+    case LUA_TUSERDATA:
+        return checkUserdata(state, index, kind);
+    default:
+        return invalidField();
+    }
+}
+
+/// True when the number fits, cut toward zero.
+template <class T>
+bool readInteger(double number, KyField& field) {
+    constexpr double cBeyond = static_cast<double>(std::numeric_limits<T>::max() / 2 + 1) * 2;
+    if (!(number > static_cast<double>(std::numeric_limits<T>::min()) - 1.0 && number < cBeyond))
+        return false;
+    field = KyField(static_cast<T>(number));
+    return true;
+}
+
+bool readNumber(double number, KyFieldKind kind, KyField& field) {
+    switch (kind) {
+    case cFieldKindOf<float>:
+        field = KyField(static_cast<float>(number));
+        return true;
+    case cFieldKindOf<std::int32_t>:
+        return readInteger<std::int32_t>(number, field);
+    case cFieldKindOf<std::uint32_t>:
+        return readInteger<std::uint32_t>(number, field);
+    default:
+        return false;
+    }
+}
+
+bool readThroughConverter(lua_State* state, int index, KyFieldKind kind, KyField& field) {
+    const KyStaticLuaMaps* maps = kind == cFieldKindInvalid ? nullptr : KyLuaBinder::getLuaMaps();
+    const auto converter = maps ? maps->find(kind).luaToCpp : nullptr;
+    if (!converter || converter == &kyLuaCheckValueField)
+        return false;
+    KyLuaBinder binder(state);
+    field = converter(binder, index);
+    return field.isValid();
+}
+
+int absoluteIndex(lua_State* state, int index) {
+    return index < 0 && index > LUA_REGISTRYINDEX ? lua_gettop(state) + index + 1 : index;
+}
+
+} // namespace
+
+void kyLuaPushField(lua_State* state, const KyField& field) {
+    kyLuaPushField(state, KyLuaShared::get(state), field);
+}
+
+void kyLuaPushOther(lua_State* state, KyLuaShared& shared, const KyField& field) {
+    if (field.isEmpty())
+        return lua_pushnil(state);
+    if (pushInteger(state, field) || pushThroughConverter(state, field) ||
+        kyLuaPushValue(state, shared, field.getKind(), field.data()))
+        return;
+    if (field.getFieldType().isList())
+        pushList(state, shared, field);
+    else
+        lua_pushnil(state);
+}
+
+int kyLuaPushResult(lua_State* state, const KyField& result) {
+    switch (result.getKind()) {
+    case cFieldKindInvalid:
+        return 0;
+    case cFieldKindOf<double>:
+        lua_pushnumber(state, result.unchecked<double>());
+        return 1;
+    default:
+        kyLuaPushField(state, result);
+        return 1;
+    }
+}
+
+KyField kyLuaCheckField(lua_State* state, int index) {
+    return checkField(state, absoluteIndex(state, index), cFieldKindInvalid, 0);
+}
+
+void kyLuaReadOther(lua_State* state, int index, KyFieldKind kind, KyField& field) {
+    if (lua_type(state, index) == LUA_TNUMBER && readNumber(lua_tonumber(state, index), kind, field))
+        return;
+    if (!readThroughConverter(state, index, kind, field))
+        field = checkField(state, absoluteIndex(state, index), kind, 0);
+}

@@ -1,0 +1,256 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#include "KyScriptEngineFixture.h"
+
+#include "KyMainTaskManager.h"
+#include "KyResumeCoroutinesTask.h"
+
+#include <chrono>
+#include <cmath>
+#include <thread>
+
+namespace {
+
+class KyCoroutineTest : public KyScriptEngineFixture {
+protected:
+    /// What the chunks have appended to the global text "log".
+    static std::string log() { return text("log"); }
+    void SetUp() override {
+        KyScriptEngineFixture::SetUp();
+        engine().executeChunk("log = '' function note(...) log = log .. table.concat({...}, ',') .. ';' end");
+    }
+};
+
+TEST_F(KyCoroutineTest, AChunkGoesOnEveryFrameWithTheElapsedTime) {
+    EXPECT_TRUE(
+        engine().executeChunkAsCoroutine("note('start') for i = 1, 2 do note(coroutine.yield()) end note('end')"));
+    EXPECT_EQ(engine().getNbCoroutines(), 1u);
+    EXPECT_EQ(top(), 0);
+    engine().resumeCoroutines(0.25);
+    engine().resumeCoroutines(0.5);
+    EXPECT_EQ(engine().getNbCoroutines(), 0u);
+    engine().resumeCoroutines(0.75);
+    EXPECT_EQ(log(), "start;0.25;0.5;end;");
+    EXPECT_EQ(top(), 0);
+}
+
+TEST_F(KyCoroutineTest, AChunkWithoutYieldEndsAtOnce) {
+    EXPECT_TRUE(engine().executeChunkAsCoroutine("note('ran') return 1, 2"));
+    EXPECT_EQ(engine().getNbCoroutines(), 0u);
+    EXPECT_EQ(top(), 0);
+}
+
+TEST_F(KyCoroutineTest, ALoadErrorLeavesNothingBehind) {
+    EXPECT_FALSE(engine().executeChunkAsCoroutine("x ="));
+    EXPECT_EQ(lastOutput(), "[string \"x =\"]:1: unexpected symbol near '<eof>'");
+    EXPECT_EQ(top(), 0);
+}
+
+TEST_F(KyCoroutineTest, AFailedThreadStaysOnTheStackUntilTheNextOperation) {
+    EXPECT_FALSE(engine().executeChunkAsCoroutine("local function deep() error('lost', 0) end deep()"));
+    EXPECT_EQ(msOutput, std::vector<std::string>{"lost"});
+    EXPECT_NE(engine().getLastTraceback().find("'deep'"), std::string::npos) << engine().getLastTraceback();
+    EXPECT_EQ(top(), 1);
+    EXPECT_EQ(lua_type(state(), 1), LUA_TTHREAD);
+    EXPECT_TRUE(engine().executeChunk("return 1"));
+    EXPECT_EQ(top(), 0);
+    EXPECT_EQ(engine().getNbCoroutines(), 0u);
+}
+
+TEST_F(KyCoroutineTest, ManyFailingChunksDoNotFillTheStack) {
+    for (int i = 0; i < 20000; ++i)
+        engine().executeChunkAsCoroutine("error('x')");
+    EXPECT_EQ(top(), 1);
+    EXPECT_EQ(msOutput.size(), 20000u);
+}
+
+TEST_F(KyCoroutineTest, AReturnedCoroutineIsRegistered) {
+    EXPECT_TRUE(
+        engine().executeChunk("return 1, coroutine.create(function(dt) note('first', dt) coroutine.yield() end)"));
+    EXPECT_EQ(engine().getNbCoroutines(), 1u);
+    engine().resumeCoroutines(0.5);
+    EXPECT_EQ(log(), "first,0.5;");
+    EXPECT_EQ(engine().getNbCoroutines(), 1u);
+}
+
+TEST_F(KyCoroutineTest, ResultsAreCountedFromTheBottomOfTheStack) {
+    lua_pushnil(state());
+    EXPECT_TRUE(engine().executeChunk("return coroutine.create(function() end)"));
+    EXPECT_EQ(engine().getNbCoroutines(), 0u);
+    EXPECT_TRUE(engine().executeChunk("return 1, 2, coroutine.create(function() end)"));
+    EXPECT_EQ(engine().getNbCoroutines(), 0u);
+    EXPECT_TRUE(engine().executeChunk("return coroutine.create(function() end), 2"));
+    EXPECT_EQ(engine().getNbCoroutines(), 1u);
+    lua_settop(state(), 0);
+}
+
+TEST_F(KyCoroutineTest, AThreadOfTheHostAtAResultsIndexIsRegistered) {
+    lua_State* thread = lua_newthread(state());
+    luaL_loadstring(thread, "note('host')");
+    EXPECT_TRUE(engine().executeChunk("return 1"));
+    EXPECT_EQ(engine().getNbCoroutines(), 1u);
+    engine().resumeCoroutines(0);
+    EXPECT_EQ(log(), "host;");
+}
+
+TEST_F(KyCoroutineTest, RegisteringTwiceCountsTwice) {
+    engine().executeChunk("co = coroutine.create(function() coroutine.yield() end) return co, co");
+    EXPECT_EQ(engine().getNbCoroutines(), 2u);
+    engine().resumeCoroutines(0);
+    engine().resumeCoroutines(0);
+    EXPECT_EQ(engine().getNbCoroutines(), 1u);
+}
+
+TEST_F(KyCoroutineTest, WithoutCoroutinesResumingLeavesTheStackAlone) {
+    lua_pushnumber(state(), 1);
+    engine().resumeCoroutines(0.1);
+    EXPECT_EQ(top(), 1);
+    engine().executeChunkAsCoroutine("coroutine.yield()");
+    engine().resumeCoroutines(0.1);
+    EXPECT_EQ(top(), 0);
+}
+
+TEST_F(KyCoroutineTest, AnErrorRemovesOneCoroutineOnly) {
+    engine().executeChunkAsCoroutine("coroutine.yield() local function bad() error({}) end bad()");
+    engine().executeChunkAsCoroutine("while true do note(coroutine.yield()) end");
+    engine().resumeCoroutines(1);
+    EXPECT_EQ(msOutput, std::vector<std::string>{"(error object is not a string)"});
+    EXPECT_NE(engine().getLastTraceback().find("'bad'"), std::string::npos);
+    EXPECT_EQ(engine().getNbCoroutines(), 1u);
+    engine().resumeCoroutines(2);
+    EXPECT_EQ(log(), "1;2;");
+}
+
+TEST_F(KyCoroutineTest, ACoroutineThatTheScriptHasEndedIsReportedAndRemoved) {
+    engine().executeChunk("co = coroutine.create(function() return 5 end) return co");
+    engine().executeChunk("coroutine.resume(co)");
+    engine().resumeCoroutines(0);
+    EXPECT_EQ(msOutput, std::vector<std::string>{"cannot resume dead coroutine"});
+    EXPECT_EQ(engine().getNbCoroutines(), 0u);
+    engine().executeChunk("co = coroutine.create(function() error('x') end) coroutine.resume(co) return co");
+    engine().resumeCoroutines(0);
+    EXPECT_EQ(lastOutput(), "cannot resume dead coroutine");
+}
+
+TEST_F(KyCoroutineTest, ACoroutineThatRunsIsLeftForTheNextFrame) {
+    bind("resumeAll", [](double dt) { engine().resumeCoroutines(dt); });
+    engine().executeChunk("co = coroutine.create(function() while true do note(coroutine.yield()) end end) return co");
+    engine().executeChunk("me = coroutine.create(function(a, b) resumeAll(7) note(a, b) end) return me");
+    engine().executeChunk("coroutine.resume(me, 'a', 'b')");
+    EXPECT_EQ(log(), "a,b;");
+    EXPECT_EQ(engine().getNbCoroutines(), 2u);
+    EXPECT_TRUE(msOutput.empty());
+}
+
+TEST_F(KyCoroutineTest, CoroutinesStartedByCoroutinesMissNoFrame) {
+    bind("launch", [](const std::string& chunk) { engine().executeChunkAsCoroutine(chunk); });
+    for (int i = 0; i < 50; ++i)
+        engine().executeChunkAsCoroutine("coroutine.yield() old = (old or 0) + 1"
+                                         " launch('coroutine.yield() new = (new or 0) + 1')");
+    engine().resumeCoroutines(0);
+    EXPECT_EQ(text("old"), "50");
+    EXPECT_EQ(text("new"), "nil");
+    EXPECT_EQ(engine().getNbCoroutines(), 50u);
+    engine().resumeCoroutines(0);
+    EXPECT_EQ(text("new"), "50");
+    EXPECT_EQ(engine().getNbCoroutines(), 0u);
+}
+
+TEST_F(KyCoroutineTest, ResumingInsideACoroutineDoesNothing) {
+    bind("resumeAll", [](double dt) { engine().resumeCoroutines(dt); });
+    for (int i = 0; i < 3; ++i)
+        engine().executeChunkAsCoroutine("while true do note(coroutine.yield()) resumeAll(9) end");
+    engine().resumeCoroutines(1);
+    EXPECT_EQ(log(), "1;1;1;");
+}
+
+TEST_F(KyCoroutineTest, CallsFromCoroutinesDisturbNoOther) {
+    engine().executeChunk("function double(x) return 2 * x end");
+    bind("callDouble", [](double x) {
+        std::vector<KyField> results;
+        engine().callLuaFunction("double", {KyField(x)}, results);
+        engine().executeChunk("return 1, 2, 3");
+        return results.empty() ? -1.0 : results[0].toDouble();
+    });
+    for (int i = 1; i <= 3; ++i)
+        engine().executeChunkAsCoroutine("local me = " + std::to_string(i) +
+                                         " while true do coroutine.yield() sum = (sum or 0) + callDouble(me) end");
+    engine().resumeCoroutines(0);
+    engine().resumeCoroutines(0);
+    EXPECT_EQ(text("sum"), "24");
+    EXPECT_EQ(top(), 0);
+    EXPECT_EQ(engine().getNbCoroutines(), 3u);
+}
+
+TEST_F(KyCoroutineTest, CallsFromCoroutinesOfTheScriptRunOnThem) {
+    bind("run", [](const std::string& chunk) {
+        std::vector<KyField> results;
+        engine().executeChunktWithReturnValues(chunk, results);
+        return results.empty() ? KyField() : results[0];
+    });
+    EXPECT_EQ(text("coroutine.wrap(function() local me = tostring(coroutine.running())"
+                   " return me == run('return tostring(coroutine.running())') end)()"),
+              "true");
+    EXPECT_EQ(text("run('return tostring(coroutine.running())')"), "nil");
+}
+
+TEST_F(KyCoroutineTest, AFailedCallInADeadCoroutineIsForgotten) {
+    bind("run", [](const std::string& chunk) { return engine().executeChunk(chunk); });
+    EXPECT_TRUE(engine().executeChunk("for i = 1, 200 do"
+                                      " coroutine.resume(coroutine.create(function() bindClass({}) end))"
+                                      " coroutine.resume(coroutine.create(function() bindClass() end))"
+                                      " collectgarbage() assert(run('x = 1')) end"));
+    EXPECT_TRUE(msOutput.empty()) << lastOutput();
+}
+
+TEST_F(KyCoroutineTest, EveryOneOfThousandsIsResumed) {
+    for (int i = 0; i < 5000; ++i)
+        engine().executeChunkAsCoroutine("while true do coroutine.yield() n = (n or 0) + 1 end");
+    for (int i = 0; i < 3; ++i)
+        engine().resumeCoroutines(0.016);
+    EXPECT_EQ(text("n"), "15000");
+    EXPECT_EQ(engine().getNbCoroutines(), 5000u);
+}
+
+TEST_F(KyCoroutineTest, AnEagerCollectorTakesNoneOfThem) {
+    engine().executeChunk("collectgarbage('setpause', 1) collectgarbage('setstepmul', 1000000)");
+    for (int i = 0; i < 300; ++i)
+        engine().executeChunkAsCoroutine("while true do coroutine.yield() n = (n or 0) + 1 end");
+    engine().executeChunkAsCoroutine("error('left on the stack')");
+    engine().resumeCoroutines(0.016);
+    EXPECT_EQ(text("n"), "300");
+}
+
+TEST_F(KyCoroutineTest, TheTaskManagerResumesThemOnceAFrame) {
+    engine().executeChunkAsCoroutine("while true do note(coroutine.yield()) end");
+    KyMainTaskManager::get().update();
+    EXPECT_EQ(log(), "-0.001;");
+    KyMainTaskManager::get().update();
+    EXPECT_EQ(evaluate("select(2, log:gsub(';', ''))").front().toInt(), 2);
+}
+
+TEST_F(KyCoroutineTest, AFurtherEngineResumesItsOwnOnly) {
+    engine().executeChunkAsCoroutine("while true do note(coroutine.yield()) end");
+    KyScriptEngine other;
+    other.executeChunkAsCoroutine("coroutine.yield()");
+    KyMainTaskManager::get().update();
+    EXPECT_EQ(log(), "-0.001;");
+    EXPECT_EQ(other.getNbCoroutines(), 0u);
+}
+
+TEST_F(KyCoroutineTest, TheElapsedTimeIsWholeMillisecondsAndLosesNothing) {
+    KyResumeCoroutinesTask task(engine());
+    EXPECT_EQ(task.takeElapsedTime(), -0.001);
+    const auto begin = std::chrono::steady_clock::now();
+    double sum = 0;
+    for (int i = 0; i < 40; ++i) {
+        std::this_thread::sleep_for(std::chrono::microseconds(1700));
+        const double elapsed = task.takeElapsedTime();
+        EXPECT_NEAR(elapsed * 1000, std::round(elapsed * 1000), 1e-9);
+        sum += elapsed;
+    }
+    const std::chrono::duration<double> whole = std::chrono::steady_clock::now() - begin;
+    EXPECT_NEAR(sum, whole.count(), 0.003);
+}
+
+} // namespace

@@ -1,0 +1,180 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#include "KyScriptEngineFixture.h"
+
+#include <cstdlib>
+#include <memory>
+
+namespace {
+
+struct FailureCase {
+    const char* label;
+    const char* chunk;
+    /// Part of the message.
+    const char* message;
+};
+
+void PrintTo(const FailureCase& failure, std::ostream* stream) {
+    *stream << failure.label;
+}
+
+constexpr FailureCase cFailures[] = {
+    {"Text", "error('plain', 0)", "plain"},
+    {"Number", "error(12)", "12"},
+    {"Nil", "error()", "(error object is not a string)"},
+    {"Table", "error({})", "(error object is not a string)"},
+    {"TableWithText", "error(setmetatable({}, {__tostring = function() return 'told' end}))", "told"},
+    {"TableWithBadText", "error(setmetatable({}, {__tostring = function() error('x') end}))",
+     "(error object is not a string)"},
+    {"Boolean", "error(true)", "(error object is not a string)"},
+    {"LuaStack", "local function f() return 1 + f() end f()", "stack overflow"},
+    {"CStack", "local s = string.rep('(', 500) assert(loadstring('return ' .. s))", "too many syntax levels"},
+    {"CCalls", "local t = setmetatable({}, {}) getmetatable(t).__index = function(_, k) return t[k] end return t.x",
+     "C stack overflow"},
+    {"PcallInsidePcall", "local function f() error(select(2, pcall(f)), 0) end f()", "stack overflow"},
+    {"YieldAcrossCall", "coroutine.yield(1)", "attempt to yield"},
+    {"YieldAcrossMetamethod",
+     "local t = setmetatable({}, {__index = function() coroutine.yield() end})"
+     " local ok, e = coroutine.resume(coroutine.create(function() return t.x end)) error(e, 0)",
+     "attempt to yield across metamethod/C-call boundary"},
+    {"IndexNaN", "local t = {} t[0/0] = 1", "index is NaN"},
+    {"ManyResults", "local t = {} for i = 1, 1000000 do t[i] = i end return unpack(t)", "too many results to unpack"},
+    {"TruncatedBytecode", "assert(loadstring(string.dump(function() end):sub(1, 20)))", "unexpected end in precompiled chunk"},
+    {"BadArguments", "bindClass()", "bad argument #1"},
+    {"ForeignUserdata", "deleteKyObject(io.stdout) KyObjectNothing()", "KyObjectNothing"},
+    {"Endless", "local s = string.rep('x', 2^20) while true do s = s .. s end", ""},
+};
+
+class KyScriptFailureTest : public KyScriptEngineFixture, public ::testing::WithParamInterface<FailureCase> {
+protected:
+    void SetUp() override {
+        KyScriptEngineFixture::SetUp();
+        if (state())
+            lua_setallocf(state(), &allocateUpTo, this);
+    }
+
+    /// Fails for blocks that no test machine need have.
+    static void* allocateUpTo(void*, void* block, std::size_t, std::size_t size) {
+        constexpr std::size_t cLargest = 64u << 20u;
+        if (size == 0) {
+            std::free(block);
+            return nullptr;
+        }
+        return size > cLargest ? nullptr : std::realloc(block, size);
+    }
+};
+
+TEST_P(KyScriptFailureTest, OfAChunkIsOneMessageAndTheEngineGoesOn) {
+    for (int round = 0; round < 3; ++round) {
+        msOutput.clear();
+        EXPECT_FALSE(engine().executeChunk(GetParam().chunk));
+        ASSERT_EQ(msOutput.size(), 1u);
+        EXPECT_NE(msOutput[0].find(GetParam().message), std::string::npos) << msOutput[0];
+        EXPECT_EQ(top(), 0);
+        EXPECT_EQ(text("1 + 1"), "2");
+    }
+}
+
+TEST_P(KyScriptFailureTest, OfACoroutineIsOneMessageAndTheEngineGoesOn) {
+    if (std::string(GetParam().label) == "YieldAcrossCall")
+        GTEST_SKIP() << "a coroutine may yield";
+    for (int round = 0; round < 3; ++round) {
+        msOutput.clear();
+        engine().executeChunkAsCoroutine("coroutine.yield() " + std::string(GetParam().chunk));
+        engine().resumeCoroutines(0);
+        ASSERT_EQ(msOutput.size(), 1u);
+        EXPECT_NE(msOutput[0].find(GetParam().message), std::string::npos) << msOutput[0];
+        EXPECT_EQ(engine().getNbCoroutines(), 0u);
+        EXPECT_EQ(top(), 0);
+    }
+}
+
+TEST_P(KyScriptFailureTest, OfACalledFunctionIsOneMessageAndTheEngineGoesOn) {
+    engine().setLuaVariable("source", KyField(GetParam().chunk));
+    engine().executeChunk("function called() return loadstring(source)() end");
+    std::vector<KyField> results;
+    EXPECT_FALSE(engine().callLuaFunction("called", {}, results));
+    ASSERT_EQ(msOutput.size(), 1u);
+    EXPECT_NE(msOutput[0].find(GetParam().message), std::string::npos) << msOutput[0];
+    EXPECT_EQ(top(), 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds, KyScriptFailureTest, ::testing::ValuesIn(cFailures),
+                         [](const auto& test) { return test.param.label; });
+
+using KyHostileScriptTest = KyScriptEngineFixture;
+
+TEST_F(KyHostileScriptTest, ABinaryChunkWithZerosIsRefused) {
+    EXPECT_FALSE(engine().executeChunk(std::string("x = 1\0y = 2", 11)));
+    EXPECT_EQ(text("x"), "nil");
+}
+
+TEST_F(KyHostileScriptTest, ObjectsMayBeDestroyedTwiceAndUsedAfterwards) {
+    EXPECT_TRUE(engine().executeChunk("o = createKyObject('KyDynamicObject') p = o deleteKyObject(o) deleteKyObject(p)"
+                                      " x = o.Name o.Name = 3 tostring(o)"
+                                      " q = createKyObject('KyDynamicObject') q:destroy() y = q.Name"));
+    EXPECT_FALSE(engine().executeChunk("q:destroy() q:destroy() q.nothing.at = 1"));
+    EXPECT_EQ(msOutput.size(), 1u);
+}
+
+TEST_F(KyHostileScriptTest, ManyResultsOfLuaFunctionsReachTheHost) {
+    engine().executeChunk("t = {} for i = 1, 7000 do t[i] = i end");
+    const auto results = evaluate("unpack(t)");
+    ASSERT_EQ(results.size(), 7000u);
+    EXPECT_EQ(results.back().toInt(), 7000);
+}
+
+TEST_F(KyHostileScriptTest, TooManyArgumentsAreAnError) {
+    engine().executeChunk("function count(...) return select('#', ...) end");
+    std::vector<KyField> results;
+    EXPECT_TRUE(engine().callLuaFunction("count", std::vector<KyField>(5000, KyField(1)), results));
+    EXPECT_EQ(results.at(0).toInt(), 5000);
+    EXPECT_FALSE(engine().callLuaFunction("count", std::vector<KyField>(100000, KyField(1)), results));
+    EXPECT_EQ(msOutput.size(), 1u);
+    EXPECT_EQ(top(), 0);
+}
+
+TEST_F(KyHostileScriptTest, AnErrorInACollectorDoesNotEndTheHost) {
+    engine().executeChunk("local p = newproxy(true) getmetatable(p).__gc = function() error({}) end");
+    for (int i = 0; i < 50; ++i)
+        engine().setLuaVariable("v" + std::to_string(i), KyField(std::string(10000, 'x')));
+    engine().executeChunk("collectgarbage()");
+    engine().executeChunk("local p = newproxy(true) getmetatable(p).__gc = function() error('late') end");
+    SUCCEED();
+}
+
+TEST_F(KyHostileScriptTest, TheTablesOfTheGlobalsMayBeReplaced) {
+    EXPECT_TRUE(engine().executeChunk("getfenv(0).print = nil local g = {} setfenv(0, g)"));
+    KyDynamicObject object;
+    EXPECT_EQ(engine().bindInstance(&object, "car"), 1);
+    EXPECT_EQ(engine().unbindInstance("car"), 1);
+    engine().resetLuaState();
+    EXPECT_EQ(text("type(print)"), "function");
+}
+
+TEST_F(KyHostileScriptTest, RecursionThroughTheHostEndsInAnError) {
+    bind("run", [](const std::string& chunk) { return engine().executeChunk(chunk); });
+    EXPECT_TRUE(engine().executeChunk("depth = 0 src = [[depth = depth + 1 run(src)]] run(src)"));
+    ASSERT_FALSE(msOutput.empty());
+    EXPECT_NE(msOutput.front().find("C stack overflow"), std::string::npos) << msOutput.front();
+    EXPECT_EQ(top(), 0);
+}
+
+TEST_F(KyHostileScriptTest, RecursionThroughCoroutinesOfTheHostEndsInAnError) {
+    bind("launch", [](const std::string& chunk) { return engine().executeChunkAsCoroutine(chunk); });
+    EXPECT_TRUE(engine().executeChunk("depth = 0 src = [[depth = depth + 1 launch(src)]] launch(src)"));
+    EXPECT_NE(lastOutput().find("C stack overflow"), std::string::npos) << lastOutput();
+    EXPECT_LT(evaluate("depth").front().toInt(), 300);
+}
+
+TEST_F(KyHostileScriptTest, RecursionThroughBothKindsOfCoroutinesEndsInAnError) {
+    bind("launch", [](const std::string& chunk) { return engine().executeChunkAsCoroutine(chunk); });
+    EXPECT_TRUE(engine().executeChunk("depth = 0"
+                                      " function dive(n) depth = depth + 1"
+                                      " if n > 0 then coroutine.wrap(dive)(n - 1) else launch('dive(20)') end end"
+                                      " launch('dive(20)')"));
+    EXPECT_LT(evaluate("depth").front().toInt(), 1000);
+    EXPECT_FALSE(msOutput.empty());
+}
+
+} // namespace
