@@ -74,6 +74,11 @@ std::function<void(long)> makeLoop(lua_State* state, const char* chunk) {
     };
 }
 
+struct PushFixture {
+    KyLuaBinder binder;
+    KyObject* object;
+};
+
 // The peers: the least that a careful hand would write in C for the same scripts.
 
 int rawIndex(lua_State* state) {
@@ -127,7 +132,8 @@ int rawPush(lua_State* state) {
 }
 
 int ourPush(lua_State* state) {
-    KyLuaBinder(state).pushUserType(*static_cast<KyObject*>(lua_touserdata(state, lua_upvalueindex(1))));
+    auto* fixture = static_cast<PushFixture*>(lua_touserdata(state, lua_upvalueindex(1)));
+    fixture->binder.pushUserType(*fixture->object);
     return 1;
 }
 
@@ -155,7 +161,8 @@ struct Fixture {
         lua_pushlightuserdata(state, &peerValues);
         lua_pushcclosure(state, &rawPush, 1);
         lua_setglobal(state, "rawPush");
-        lua_pushlightuserdata(state, static_cast<KyObject*>(object.get()));
+        push = std::make_unique<PushFixture>(PushFixture{KyLuaBinder(state), object.get()});
+        lua_pushlightuserdata(state, push.get());
         lua_pushcclosure(state, &ourPush, 1);
         lua_setglobal(state, "ourPush");
     }
@@ -173,6 +180,7 @@ struct Fixture {
 
     lua_State* state;
     std::unique_ptr<BenchObject> object;
+    std::unique_ptr<PushFixture> push;
     Values peerValues;
 };
 
@@ -190,8 +198,9 @@ const char* const cMethodOurs = "local n, o, v = ..., ours local f = o.mix for i
 const char* const cMethodPeer = "local n, o, v = ..., raw local f = rawMix for i = 1, n do v = f(o, i, 2) end";
 const char* const cProxyOurs = "local n, p, v = ..., ours.Samples for i = 1, n do v = p[i % 16] end";
 const char* const cProxyPeer = "local n, p, v = ..., array for i = 1, n do v = p[i % 16] end";
-const char* const cPushOurs = "local n, f, v = ..., ourPush for i = 1, n do v = f() end";
-const char* const cPushPeer = "local n, f, v = ..., rawPush for i = 1, n do v = f() end";
+// Without the collector: what becomes of the instances later is no part of pushing them.
+const char* const cPushOurs = "local n, f, v = ..., ourPush collectgarbage('stop') for i = 1, n do v = f() end";
+const char* const cPushPeer = "local n, f, v = ..., rawPush collectgarbage('stop') for i = 1, n do v = f() end";
 
 /// Coroutines that wait for ever, on both sides in tables keyed by the thread.
 template <int Count>
@@ -201,7 +210,6 @@ KyBenchmarkSides prepareCoroutines() {
     lua_State* state = fixture->state;
     for (int i = 0; i < Count; ++i)
         engine.executeChunkAsCoroutine("local total = 0 while true do total = total + coroutine.yield() end");
-    const auto peers = std::make_shared<std::vector<lua_State*>>();
     lua_newtable(state);
     for (int i = 0; i < Count; ++i) {
         lua_State* thread = lua_newthread(state);
@@ -209,15 +217,18 @@ KyBenchmarkSides prepareCoroutines() {
             fail(thread);
         lua_resume(thread, 0);
         lua_settop(thread, 0);
-        peers->push_back(thread);
-        lua_rawseti(state, -2, i + 1);
+        lua_pushboolean(state, 1);
+        lua_rawset(state, -3);
     }
+    // In the order of a table's walk, as the engine meets them: creation order would spare the peer the cache misses.
+    const auto peers = std::make_shared<std::vector<lua_State*>>();
+    for (lua_pushnil(state); lua_next(state, -2) != 0; lua_pop(state, 1))
+        peers->push_back(lua_tothread(state, -2));
     lua_setfield(state, LUA_REGISTRYINDEX, "bench.peers");
     const auto ours = [&engine](long count) {
         for (long i = 0; i < count; ++i)
             engine.resumeCoroutines(0.016);
     };
-    // The same order as the engine's walk would be a table's; a vector is the stricter peer.
     const auto peer = [peers](long count) {
         for (long i = 0; i < count; ++i)
             for (lua_State* thread : *peers) {

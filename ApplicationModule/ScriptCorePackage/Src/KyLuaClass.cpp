@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "KyLuaClass_p.h"
 
+#include "KyLuaConverters_p.h"
+
 #include "KyLuaAccess_p.h"
 #include "KyLuaInstance_p.h"
 #include "KyLuaMethod_p.h"
@@ -31,6 +33,8 @@ KyLuaShared& makeShared(lua_State* state) {
     auto* shared = new (lua_newuserdata(state, sizeof(KyLuaShared))) KyLuaShared;
     lua_newtable(state);
     lua_setfenv(state, -2);
+    lua_pushcfunction(state, &kyLuaPushFieldFunction);
+    shared->pushFieldReference = luaL_ref(state, LUA_REGISTRYINDEX);
     lua_rawset(state, LUA_REGISTRYINDEX);
     return *shared;
 }

@@ -48,6 +48,8 @@ struct KyLuaShared {
     std::array<void*, cNbBuiltInFieldTypes> valueClasses{};
     int equalReference = LUA_NOREF;
     int lessReference = LUA_NOREF;
+    /// The function that pushes a field, made ahead so that calling it allocates nothing.
+    int pushFieldReference = LUA_NOREF;
 
     /// The state's record. May raise a memory error on first use.
     static KyLuaShared& get(lua_State* state);

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "KyLuaConverters_p.h"
 
+#include "KyLuaErrorText_p.h"
+
 #include "KyLuaBinder.h"
 #include "KyLuaContainerProxy_p.h"
 #include "KyLuaValues_p.h"
@@ -10,6 +12,7 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -150,6 +153,18 @@ bool readThroughConverter(lua_State* state, int index, KyFieldKind kind, KyField
     return field.isValid();
 }
 
+/// The caller holds C++ objects, over which a memory error must not jump: it becomes an exception.
+int pushResultProtected(lua_State* state, const KyField& result) {
+    lua_rawgeti(state, LUA_REGISTRYINDEX, KyLuaShared::get(state).pushFieldReference);
+    lua_pushlightuserdata(state, const_cast<KyField*>(&result));
+    if (lua_pcall(state, 1, 1, 0) == 0)
+        return 1;
+    const char* message = lua_tostring(state, -1);
+    const std::runtime_error error(message ? message : "the result cannot be pushed");
+    lua_pop(state, 1);
+    throw error;
+}
+
 int absoluteIndex(lua_State* state, int index) {
     return index < 0 && index > LUA_REGISTRYINDEX ? lua_gettop(state) + index + 1 : index;
 }
@@ -172,6 +187,13 @@ void kyLuaPushOther(lua_State* state, KyLuaShared& shared, const KyField& field)
         lua_pushnil(state);
 }
 
+int kyLuaPushFieldFunction(lua_State* state) {
+    return kyLuaRun(state, [state](KyLuaErrorText&) {
+        kyLuaPushField(state, *static_cast<const KyField*>(lua_touserdata(state, 1)));
+        return 1;
+    });
+}
+
 int kyLuaPushResult(lua_State* state, const KyField& result) {
     switch (result.getKind()) {
     case cFieldKindInvalid:
@@ -179,9 +201,14 @@ int kyLuaPushResult(lua_State* state, const KyField& result) {
     case cFieldKindOf<double>:
         lua_pushnumber(state, result.unchecked<double>());
         return 1;
-    default:
-        kyLuaPushField(state, result);
+    case cFieldKindOf<bool>:
+        lua_pushboolean(state, result.unchecked<bool>());
         return 1;
+    case cFieldKindOf<std::int32_t>:
+        lua_pushnumber(state, result.unchecked<std::int32_t>());
+        return 1;
+    default:
+        return pushResultProtected(state, result);
     }
 }
 

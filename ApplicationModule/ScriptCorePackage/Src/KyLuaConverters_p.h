@@ -41,6 +41,8 @@ void kyLuaPushField(lua_State* state, const KyField& field);
 
 /// Pushes a function's result and returns the number of values: none for a field without value.
 int kyLuaPushResult(lua_State* state, const KyField& result);
+/// A C function: light userdata of a field in, its value out.
+int kyLuaPushFieldFunction(lua_State* state);
 
 /// The value at `index` as a field: nil and nothing as an empty field, numbers as double, tables as a list of the
 /// values 1 to #table, container proxies as a list of their values; a KyInvalidField for what no field holds. Never

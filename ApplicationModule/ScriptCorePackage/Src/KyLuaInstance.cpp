@@ -139,7 +139,10 @@ void kyLuaPushInstance(lua_State* state, KyLuaShared& shared, KyObject& object) 
     // Held before the allocation: that may collect the last instance of the object, and the object with it.
     KyLiveness* liveness = object.getLiveness();
     ++liveness->nbHolders;
+    const unsigned depth = KyLuaPendingLiveness::getDepth();
+    KyLuaPendingLiveness::hold(liveness);
     auto* instance = static_cast<KyLuaInstance*>(lua_newuserdata(state, sizeof(KyLuaInstance)));
+    KyLuaPendingLiveness::handOver(depth);
     instance->object = liveness->object;
     instance->liveness = liveness;
     instance->holdsReference = false;
@@ -163,7 +166,7 @@ int kyLuaCreateInstance(lua_State* state) {
         KyField made;
         isMade = kyFindAndCallConstructor(state, type, made);
         if (isMade)
-            kyLuaPushField(state, made);
+            kyLuaPushResult(state, made);
         return isMade ? 1 : 0;
     });
     if (isMade)
@@ -223,8 +226,13 @@ int kyLuaDestroyInstance(lua_State* state) {
 }
 
 int kyLuaCollectInstance(lua_State* state) {
-    if (!kyLuaEngine(state))
+    if (!kyLuaEngine(state)) {
+        // Without an engine no object is touched; the record of its life is not one.
+        KyLuaInstance* late = kyLuaToInstance(state, 1);
+        if (late)
+            KyObjectReference::release(std::exchange(late->liveness, nullptr));
         return 0;
+    }
     if (!upvalueType(state))
         return luaL_error(state, "Instance garbage collection invalid type");
     KyLuaClass* luaClass = nullptr;

@@ -5,6 +5,8 @@
 #include "KyLuaClass_p.h"
 #include "KyObject.h"
 
+#include <array>
+
 #include <lua.hpp>
 
 class KyField;
@@ -35,6 +37,33 @@ KyObject* kyLuaToObject(lua_State* state, int index, const KyType& type);
 
 /// Pushes a new instance of the object, or nil when its class cannot be bound. Needs four free slots.
 void kyLuaPushInstance(lua_State* state, KyLuaShared& shared, KyObject& object);
+
+/// Liveness records held by pushes under way. A push that runs out of memory is jumped over and leaves its record here;
+/// whoever remembers the depth from before releases it.
+class KyLuaPendingLiveness {
+public:
+    static unsigned getDepth() { return msNbHeld; }
+    /// Takes over one reference to the record.
+    static void hold(KyLiveness* liveness) {
+        if (msNbHeld < msHeld.size())
+            msHeld[msNbHeld++] = liveness;
+    }
+    /// Releases what stands above the depth.
+    static void unwind(unsigned depth) {
+        while (msNbHeld > depth)
+            KyObjectReference::release(msHeld[--msNbHeld]);
+    }
+    /// As unwind, for the record of the caller, which keeps its reference.
+    static void handOver(unsigned depth) {
+        unwind(depth + 1);
+        msNbHeld = depth;
+    }
+
+private:
+    /// Pushes nest only where the collector ends objects whose listeners push others.
+    static inline std::array<KyLiveness*, 64> msHeld{};
+    static inline unsigned msNbHeld = 0;
+};
 
 /// The Lua C functions behind the engine's public ones. The class's type record is upvalue 1, light userdata.
 int kyLuaCreateInstance(lua_State* state);

@@ -3,6 +3,7 @@
 #include "KyLuaState_p.h"
 
 #include "KyLuaCall_p.h"
+#include "KyLuaInstance_p.h"
 #include "KyLuaScratch_p.h"
 
 #include "KyException.h"
@@ -75,7 +76,8 @@ KyLuaGuard::KyLuaGuard(KyLuaState state)
     : mState(std::move(state))
     , mOuter(msInnermost)
     , mOuterRunning(msRunning)
-    , mScratchDepth(KyLuaScratch::getDepth()) {
+    , mScratchDepth(KyLuaScratch::getDepth())
+    , mPendingDepth(KyLuaPendingLiveness::getDepth()) {
     if (!mState)
         return;
     lua_State* const running = findRunning(mState.get());
@@ -92,6 +94,7 @@ KyLuaGuard::~KyLuaGuard() {
     msInnermost = mOuter;
     msRunning = mOuterRunning;
     KyLuaScratch::unwind(mScratchDepth);
+    KyLuaPendingLiveness::unwind(mPendingDepth);
 }
 
 void KyLuaGuard::enterThread(lua_State* thread) {

@@ -71,6 +71,7 @@ private:
     lua_State* mBase = nullptr;
     lua_State* mThread = nullptr;
     std::size_t mScratchDepth;
+    unsigned mPendingDepth;
     int mDepth = 1;
     bool mIsHostLevel = true;
 

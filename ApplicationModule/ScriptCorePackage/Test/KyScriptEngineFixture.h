@@ -20,6 +20,7 @@
 class KyScriptEngineFixture : public ::testing::Test {
 protected:
     void SetUp() override {
+        KyDynamicObject::initializeType();
         KyScriptEngine::initializeClass();
         KyLuaBinder::initializeClass();
         msOutput.clear();
