@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The KyApplication authors
 // SPDX-License-Identifier: MIT
+#include "KyBenchValues.h"
 #include "KyBenchmark.h"
+#include "KyLuabindPeer.h"
 
 #include "KyLuaBinder.h"
 #include "KyScriptEngine.h"
@@ -15,13 +17,7 @@
 
 namespace {
 
-/// What both sides read, write and call.
-struct Values {
-    double speed = 1;
-    double size = 2;
-    double angle = 3;
-    double mix(double a, double b) const { return speed * a + b; }
-};
+using Values = KyBenchValues;
 
 class BenchObject : public KyObject {
 public:
@@ -157,6 +153,7 @@ struct Fixture {
         lua_setglobal(state, "raw");
         setRaw("array", "bench.array", sizeof(double) * 16);
         lua_setglobal(state, "array");
+        setLuabindPeer(state);
         lua_register(state, "rawMix", &rawMix);
         lua_pushlightuserdata(state, &peerValues);
         lua_pushcclosure(state, &rawPush, 1);
@@ -196,6 +193,8 @@ const char* const cWriteOurs = "local n, o = ..., ours for i = 1, n do o.Speed =
 const char* const cWritePeer = "local n, o = ..., raw for i = 1, n do o.Speed = i end";
 const char* const cMethodOurs = "local n, o, v = ..., ours local f = o.mix for i = 1, n do v = f(o, i, 2) end";
 const char* const cMethodPeer = "local n, o, v = ..., raw local f = rawMix for i = 1, n do v = f(o, i, 2) end";
+const char* const cMethodBound = "local n, o, v = ..., bound local f = o.mix for i = 1, n do v = f(o, i, 2) end";
+const char* const cReadBound = "local n, o, v = ..., bound for i = 1, n do v = o.Speed end";
 const char* const cProxyOurs = "local n, p, v = ..., ours.Samples for i = 1, n do v = p[i % 16] end";
 const char* const cProxyPeer = "local n, p, v = ..., array for i = 1, n do v = p[i % 16] end";
 // Without the collector: what becomes of the instances later is no part of pushing them.
@@ -252,6 +251,10 @@ std::vector<KyBenchmark> getScriptBenchmarks() {
          &prepareLoops<cWriteOurs, cWritePeer>},
         {"reflected method, 2 arguments", "raw C closure", 1.45, Gate::eInstructions, 20000,
          &prepareLoops<cMethodOurs, cMethodPeer>},
+        {"reflected method, against luabind", "bare luabind", 1.0, Gate::eInstructions, 20000,
+         &prepareLoops<cMethodOurs, cMethodBound>},
+        {"attribute read, against luabind", "bare luabind property", 1.0, Gate::eInstructions, 20000,
+         &prepareLoops<cReadOurs, cReadBound>},
         {"proxy[i]", "raw array __index", 2.2, Gate::eInstructions, 20000, &prepareLoops<cProxyOurs, cProxyPeer>},
         {"pushing an object", "lua_newuserdata + luaL_getmetatable", 0.95, Gate::eInstructions, 20000,
          &prepareLoops<cPushOurs, cPushPeer>},

@@ -2,9 +2,12 @@
 // SPDX-License-Identifier: MIT
 #include "KyApplicationLibrary.h"
 
+#include "KyDoxygenXmlDocMgr.h"
+#include "KyDoxygenXmlDocReader.h"
 #include "KyLuaBinder.h"
 #include "KyQtStreamBuffers_p.h"
 #include "KyScriptEngine.h"
+#include "KyStyleParameters.h"
 
 #include "KySceneLibrary.h"
 
@@ -42,10 +45,16 @@ constexpr Step cInitialization[] = {
     &KyScriptEngine::initializeClass,
     &KyLuaBinder::initializeClass,
     &KyQtStreamBuffers::addCreator,
+    &KyStyleParameters::initializeClass,
+    &KyDoxygenXmlDocMgr::initializeClass,
+    &KyDoxygenXmlDocReader::initializeType,
 };
 
 constexpr Step cFinalization[] = {
     &closeScripts,
+    &KyDoxygenXmlDocReader::finalizeType,
+    &KyDoxygenXmlDocMgr::finalizeClass,
+    &KyStyleParameters::finalizeClass,
     &KyQtStreamBuffers::removeCreator,
     &KyQtStreamBuffers::closeAll,
     &KyScriptEngine::finalizeClass,

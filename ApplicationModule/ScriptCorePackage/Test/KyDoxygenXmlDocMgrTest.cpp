@@ -1,0 +1,163 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#include "KyDoxygenFixture.h"
+
+#include "KyDoxygenXmlDocMgr.h"
+#include "KyLuaBinder.h"
+#include "KyScriptEngine.h"
+
+#include "KyTypeBuilder.h"
+
+namespace {
+
+/// Type records of a lamp that is a node, with nothing behind them.
+class Node : public KyObject {
+public:
+    static inline const KyType* msType = nullptr;
+};
+class Lamp : public Node {
+public:
+    static inline const KyType* msType = nullptr;
+};
+
+class KyDoxygenXmlDocMgrTest : public KyDoxygenFixture {
+protected:
+    void SetUp() override {
+        KyDoxygenFixture::SetUp();
+        KyDoxygenXmlDocMgr::initializeClass();
+        Node::msType = KyTypeBuilder<Node>("KyDocNode", KyObject::getType()).build();
+        Lamp::msType = KyTypeBuilder<Lamp>("KyDocLamp", Node::msType).build();
+        writeIndex({"KyDocLamp", "KyDocNode", "KyDocAlone"});
+        writeClass("KyDocLamp", "<briefdescription><para>Gives light.</para></briefdescription>"
+                                "<detaileddescription><para>Long text.</para></detaileddescription>" +
+                                    function("void", "blink", "()", "Once.") +
+                                    function("void", "blink", "(int count)", "Often.") +
+                                    function("double", "getPower", "() const", "Watts.") +
+                                    function("void", "move", "(float)", "The lamp's."));
+        writeClass("KyDocNode", function("void", "move", "(double)", "The node's.") +
+                                    function("bool", "isVisible", "() const", "Whether it is shown.") +
+                                    function("void", "Power", "()", "Not the lamp's."));
+        writeClass("KyDocAlone", function("", "KyDocAlone", "()", ""));
+    }
+    void TearDown() override {
+        KyType::remove(Lamp::msType);
+        KyType::remove(Node::msType);
+        KyDoxygenXmlDocMgr::finalizeClass();
+        KyDoxygenFixture::TearDown();
+    }
+
+    static KyDoxygenXmlDocMgr& manager() { return KyDoxygenXmlDocMgr::get(); }
+};
+
+TEST_F(KyDoxygenXmlDocMgrTest, ClassesAreFoundByName) {
+    EXPECT_EQ(manager().findClass("KyDocLamp"), nullptr);
+    ASSERT_TRUE(manager().load(folder())) << msReports.back();
+    EXPECT_EQ(manager().getNbClasses(), 3u);
+    ASSERT_NE(manager().findClass("KyDocLamp"), nullptr);
+    EXPECT_EQ(manager().getClassText("KyDocLamp"), "KyDocLamp\nGives light.\nLong text.");
+    EXPECT_EQ(manager().getClassText("KyDocAlone"), "KyDocAlone");
+    EXPECT_EQ(manager().getClassText("KyDoc"), "");
+    manager().clear();
+    EXPECT_EQ(manager().getNbClasses(), 0u);
+}
+
+TEST_F(KyDoxygenXmlDocMgrTest, MembersAreFoundHereAndAbove) {
+    ASSERT_TRUE(manager().load(folder()));
+    const struct {
+        const char* type;
+        const char* member;
+        const char* text;
+    } cases[] = {
+        {"KyDocLamp", "blink", "void blink()\nOnce.\nvoid blink(int count)\nOften."},
+        {"KyDocLamp", "getPower", "double getPower() const\nWatts."},
+        {"KyDocLamp", "move", "void move(float)\nThe lamp's."},
+        {"KyDocNode", "move", "void move(double)\nThe node's."},
+        {"KyDocLamp", "isVisible", "bool isVisible() const\nWhether it is shown."},
+        {"KyDocLamp", "Visible", "bool isVisible() const\nWhether it is shown."},
+        {"KyDocLamp", "Power", "void Power()\nNot the lamp's."},
+        {"KyDocNode", "blink", ""},
+        {"KyDocAlone", "KyDocAlone", "KyDocAlone()"},
+        {"KyDocAlone", "move", ""},
+        {"KyDocNone", "move", ""},
+        {"KyDocLamp", "", ""},
+        {"", "", ""},
+    };
+    for (const auto& [type, member, text] : cases)
+        EXPECT_EQ(manager().getMemberText(type, member), text) << type << " " << member;
+}
+
+TEST_F(KyDoxygenXmlDocMgrTest, MembersAboveAnUndocumentedTypeAreFound) {
+    ASSERT_TRUE(manager().load(folder()));
+    KyType::remove(Lamp::msType);
+    Lamp::msType = KyTypeBuilder<Lamp>("KyDocUndocumented", Node::msType).build();
+    EXPECT_EQ(manager().findMembers("KyDocUndocumented", "move").size(), 1u);
+    EXPECT_TRUE(manager().findMembers("KyDocLamp", "isVisible").empty()) << "its type is gone, and with it its parent";
+    EXPECT_EQ(manager().findMembers("KyDocLamp", "blink").size(), 2u);
+}
+
+TEST_F(KyDoxygenXmlDocMgrTest, CompletionsAreSortedAndHoldEachNameOnce) {
+    ASSERT_TRUE(manager().load(folder()));
+    using Names = std::vector<std::string>;
+    EXPECT_EQ(manager().getCompletions("KyDocLamp", ""), (Names{"Power", "blink", "getPower", "isVisible", "move"}));
+    EXPECT_EQ(manager().getCompletions("KyDocLamp", "b"), Names{"blink"});
+    EXPECT_EQ(manager().getCompletions("KyDocLamp", "blinks"), Names{});
+    EXPECT_EQ(manager().getCompletions("KyDocNone", ""), Names{});
+}
+
+TEST_F(KyDoxygenXmlDocMgrTest, LoadingAgainReplacesAndAFailureAddsNothing) {
+    ASSERT_TRUE(manager().load(folder()));
+    writeIndex({"KyDocAlone"});
+    writeClass("KyDocAlone", "<briefdescription><para>New.</para></briefdescription>");
+    ASSERT_TRUE(manager().load(folder()));
+    EXPECT_EQ(manager().getNbClasses(), 3u);
+    EXPECT_EQ(manager().getClassText("KyDocAlone"), "KyDocAlone\nNew.");
+    EXPECT_EQ(manager().getMemberText("KyDocAlone", "KyDocAlone"), "");
+    writeIndex({"KyDocAlone", "KyDocMore", "KyDocBroken"});
+    writeClass("KyDocAlone", "");
+    writeClass("KyDocMore", "");
+    writeClass("KyDocBroken", "<briefdescription>");
+    EXPECT_FALSE(manager().load(folder()));
+    EXPECT_EQ(msReports.size(), 1u);
+    EXPECT_EQ(manager().getNbClasses(), 3u);
+    EXPECT_EQ(manager().getClassText("KyDocAlone"), "KyDocAlone\nNew.");
+}
+
+TEST_F(KyDoxygenXmlDocMgrTest, ClassComesAndGoesAThousandTimes) {
+    ASSERT_TRUE(manager().load(folder()));
+    KyDoxygenXmlDocMgr::finalizeClass();
+    const unsigned nbTypes = KyType::getNbTypes();
+    for (int round = 0; round < 1000; ++round) {
+        KyDoxygenXmlDocMgr::initializeClass();
+        KyDoxygenXmlDocMgr* first = KyDoxygenXmlDocMgr::find();
+        ASSERT_NE(first, nullptr);
+        KyDoxygenXmlDocMgr::initializeClass();
+        ASSERT_EQ(KyDoxygenXmlDocMgr::find(), first);
+        ASSERT_EQ(first->getNbClasses(), 0u);
+        KyDoxygenXmlDocMgr::finalizeClass();
+        KyDoxygenXmlDocMgr::finalizeClass();
+        ASSERT_EQ(KyDoxygenXmlDocMgr::find(), nullptr);
+        ASSERT_EQ(KyType::getType("KyDoxygenXmlDocMgr"), nullptr);
+    }
+    EXPECT_EQ(KyType::getNbTypes(), nbTypes);
+}
+
+TEST_F(KyDoxygenXmlDocMgrTest, ScriptsReadIt) {
+    KyScriptEngine::initializeClass();
+    KyLuaBinder::initializeClass();
+    std::vector<KyField> results;
+    KyScriptEngine::get().executeChunktWithReturnValues("bindClass('KyDoxygenXmlDocMgr')\n"
+                                                        "local documentation = KyDoxygenXmlDocMgr.get()\n"
+                                                        "documentation:load('" +
+                                                            folder() +
+                                                            "')\n"
+                                                            "return documentation:getMemberText('KyDocLamp', 'move'),\n"
+                                                            "  documentation:getCompletions('KyDocLamp', 'is')",
+                                                        results);
+    ASSERT_EQ(results.size(), 2u) << (msReports.empty() ? "" : msReports.back());
+    EXPECT_EQ(results[0].toString(), "void move(float)\nThe lamp's.");
+    EXPECT_EQ(results[1].toString(), "isVisible");
+    KyScriptEngine::finalizeClass();
+    KyLuaBinder::finalizeClass();
+}
+
+} // namespace

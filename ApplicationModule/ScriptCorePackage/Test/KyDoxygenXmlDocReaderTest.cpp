@@ -1,0 +1,253 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#include "KyDoxygenFixture.h"
+
+#include "KyDoxygenXmlDocReader.h"
+
+#include "KyType.h"
+
+#include <memory>
+
+namespace {
+
+constexpr const char* cLamp = R"(<?xml version='1.0' encoding='UTF-8' standalone='no'?>
+<doxygen xmlns:xsi="http://www.w3.org/2001/XMLSchema-instance" xsi:noNamespaceSchemaLocation="compound.xsd">
+  <compounddef id="classKyLamp" kind="class" language="C++" prot="public">
+    <compoundname>scene::KyLamp</compoundname>
+    <basecompoundref refid="classKyNode" prot="public">KyNode</basecompoundref>
+    <sectiondef kind="public-func">
+      <memberdef kind="function" id="a1" prot="public" static="no" const="yes">
+        <type>const <ref refid="classKyPower">KyPower</ref> &amp;</type>
+        <definition>const KyPower&amp; KyLamp::getPower</definition>
+        <argsstring>(int index) const</argsstring>
+        <name>getPower</name>
+        <param><type>int</type><declname>index</declname></param>
+        <briefdescription>
+          <para>Watts of one <bold>bulb</bold>. </para>
+        </briefdescription>
+        <detaileddescription>
+          <para>First.</para>
+          <para>Second:<itemizedlist><listitem><para>one</para></listitem><listitem><para>two</para></listitem></itemizedlist></para>
+        </detaileddescription>
+      </memberdef>
+      <memberdef kind="function" prot="public"><type/><name>KyLamp</name><argsstring>()=default</argsstring></memberdef>
+      <memberdef kind="function" prot="private"><type>void</type><name>hidden</name></memberdef>
+    </sectiondef>
+    <sectiondef kind="public-type">
+      <memberdef kind="enum" prot="public"><name>Shape</name><enumvalue><name>eSpot</name></enumvalue></memberdef>
+    </sectiondef>
+    <briefdescription><para>Gives light.</para></briefdescription>
+    <detaileddescription>
+      <para><programlisting><codeline>KyLamp<sp/>lamp;</codeline><codeline>lamp.blink();</codeline></programlisting></para>
+    </detaileddescription>
+  </compounddef>
+</doxygen>
+)";
+
+using KyDoxygenXmlDocReaderTest = KyDoxygenFixture;
+
+TEST_F(KyDoxygenXmlDocReaderTest, AClassIsReadIntoARecord) {
+    KyDoxygenXmlDocReader reader;
+    ASSERT_TRUE(reader.readFile(write("classKyLamp.xml", cLamp))) << msReports.back();
+    ASSERT_EQ(reader.getNbClasses(), 1u);
+    const KyDoxygenClass& lamp = *reader.getClass(0);
+    EXPECT_EQ(lamp.name, "scene::KyLamp");
+    EXPECT_EQ(lamp.brief, "Gives light.");
+    EXPECT_EQ(lamp.detailed, "KyLamp lamp;\nlamp.blink();");
+    EXPECT_EQ(reader.getClass(1), nullptr);
+    EXPECT_EQ(reader.getClassName(0), "scene::KyLamp");
+    EXPECT_EQ(reader.getClassName(1), "");
+}
+
+TEST_F(KyDoxygenXmlDocReaderTest, MembersKeepTheirPartsAndOrder) {
+    KyDoxygenXmlDocReader reader;
+    ASSERT_TRUE(reader.readFile(write("classKyLamp.xml", cLamp)));
+    const auto& members = reader.getClass(0)->members;
+    ASSERT_EQ(members.size(), 3u) << "without the private one";
+    EXPECT_EQ(members[0].kind, "function");
+    EXPECT_EQ(members[0].type, "const KyPower &");
+    EXPECT_EQ(members[0].name, "getPower");
+    EXPECT_EQ(members[0].arguments, "(int index) const");
+    EXPECT_EQ(members[0].brief, "Watts of one bulb.");
+    EXPECT_EQ(members[0].detailed, "First.\nSecond:\none\ntwo");
+    EXPECT_EQ(members[1].name, "KyLamp");
+    EXPECT_EQ(members[1].type, "");
+    EXPECT_EQ(members[2].kind, "enum");
+    EXPECT_EQ(members[2].name, "Shape") << "not that of a value inside";
+}
+
+TEST_F(KyDoxygenXmlDocReaderTest, OtherEncodingsAreReadAsDeclared) {
+    KyDoxygenXmlDocReader reader;
+    const std::string path = write("a.xml", "<?xml version='1.0' encoding='ISO-8859-1'?><doxygen><compounddef "
+                                            "kind='struct'><compoundname>\xE9</compoundname></compounddef></doxygen>");
+    ASSERT_TRUE(reader.readFile(path));
+    EXPECT_EQ(reader.getClassName(0), "\xC3\xA9");
+}
+
+TEST_F(KyDoxygenXmlDocReaderTest, OtherCompoundsHoldNoClass) {
+    KyDoxygenXmlDocReader reader;
+    const std::string path = write("a.xml", "<doxygen><compounddef kind='namespace'><compoundname>std</compoundname>"
+                                            "</compounddef></doxygen>");
+    EXPECT_TRUE(reader.readFile(path));
+    EXPECT_EQ(reader.getNbClasses(), 0u);
+}
+
+TEST_F(KyDoxygenXmlDocReaderTest, ADirectoryIsReadByItsIndex) {
+    write("index.xml", "<doxygenindex><compound refid='classKyB' kind='class'><name>KyB</name><member refid='m' "
+                       "kind='function'><name>f</name></member></compound>"
+                       "<compound refid='namespacestd' kind='namespace'><name>std</name></compound>"
+                       "<compound refid='classKyA' kind='struct'/><compound refid='classKyB' kind='class'/>"
+                       "</doxygenindex>");
+    writeClass("KyA", "");
+    writeClass("KyB", function("int", "f", "()", "Counts."));
+    writeClass("KyUnnamed", "");
+    KyDoxygenXmlDocReader reader;
+    ASSERT_TRUE(reader.readDirectory(folder())) << msReports.back();
+    ASSERT_EQ(reader.getNbClasses(), 2u) << "those of the index, each once";
+    EXPECT_EQ(reader.getClassName(0), "KyB");
+    EXPECT_EQ(reader.getClassName(1), "KyA");
+    EXPECT_EQ(reader.takeClasses().size(), 2u);
+    EXPECT_EQ(reader.getNbClasses(), 0u);
+}
+
+std::string repeat(const std::string& text, int count) {
+    std::string result;
+    for (int i = 0; i < count; ++i)
+        result += text;
+    return result;
+}
+
+/// A class whose brief text is the given XML, from line 2 on.
+std::string withBrief(const std::string& brief) {
+    return "<doxygen><compounddef kind='class'><compoundname>A</compoundname>\n<briefdescription>" + brief +
+           "</briefdescription></compounddef></doxygen>";
+}
+
+struct Hostile {
+    const char* name;
+    std::string document;
+    int line;
+};
+
+const std::vector<Hostile>& hostileDocuments() {
+    static const std::vector<Hostile> documents{
+        {"empty", "", 1},
+        {"no XML", "hello", 1},
+        {"zero bytes", std::string(16, '\0'), 1},
+        {"another root", "<html></html>", 1},
+        {"an index", "<doxygenindex></doxygenindex>", 1},
+        {"truncated in a text", withBrief("abc").substr(0, 90), 2},
+        {"truncated in a tag", "<doxygen>\n<compounddef kind='cl", 2},
+        {"truncated at the end", withBrief("abc").substr(0, withBrief("abc").size() - 3), 2},
+        {"crossed tags", withBrief("<a><b></a></b>"), 2},
+        {"two roots", withBrief("") + "\n<doxygen/>", 3},
+        {"bad bytes", withBrief("\xFF\xFE\xC3"), 1},
+        {"a control character", withBrief("\x01"), 2},
+        {"an unknown entity", withBrief("&unknown;"), 2},
+        {"an attribute twice", withBrief("<a b='1' b='2'/>"), 2},
+        {"an external entity", "<!DOCTYPE doxygen [<!ENTITY x SYSTEM 'file:///etc/passwd'>]>\n" + withBrief("&x;"), 1},
+        {"an external declaration", "<!DOCTYPE doxygen SYSTEM 'http://127.0.0.1:1/a.dtd'>\n" + withBrief(""), 1},
+        {"an entity of entities",
+         "<!DOCTYPE doxygen [<!ENTITY a 'aaaaaaaaaa'><!ENTITY b '&a;&a;&a;&a;'>\n<!ENTITY c '&b;&b;&b;&b;'>]>" +
+             withBrief("&c;"),
+         2},
+        {"too deep", withBrief(repeat("<a>", 200) + repeat("</a>", 200)), 2},
+        {"too deep in a part that is skipped",
+         "<doxygen>\n<other>" + repeat("<a>", 100000) + repeat("</a>", 100000) + "</other></doxygen>", 2},
+        {"a class without name", "<doxygen>\n<compounddef kind='class'></compounddef></doxygen>", 2},
+        {"a member without kind",
+         "<doxygen><compounddef kind='class'><compoundname>A</compoundname>\n<sectiondef><memberdef/></sectiondef>"
+         "</compounddef></doxygen>",
+         2},
+    };
+    return documents;
+}
+
+TEST_F(KyDoxygenXmlDocReaderTest, HostileFilesAreRefusedWithFileAndLine) {
+    for (const auto& [name, document, line] : hostileDocuments()) {
+        KyDoxygenXmlDocReader reader;
+        ASSERT_TRUE(reader.readFile(write("good.xml", withBrief("fine"))));
+        msReports.clear();
+        const std::string path = write("bad.xml", document);
+        EXPECT_FALSE(reader.readFile(path)) << name;
+        EXPECT_EQ(reader.getNbClasses(), 0u) << name << ": nothing is kept";
+        ASSERT_EQ(msReports.size(), 1u) << name;
+        const std::string place = path + ":" + std::to_string(line) + ": ";
+        EXPECT_NE(msReports[0].find(place), std::string::npos) << name << " in " << msReports[0];
+    }
+}
+
+TEST_F(KyDoxygenXmlDocReaderTest, OneBadFileRefusesTheWholeDirectory) {
+    writeIndex({"KyA", "KyB", "KyC"});
+    writeClass("KyA", "");
+    writeClass("KyC", "");
+    KyDoxygenXmlDocReader reader;
+    EXPECT_FALSE(reader.readDirectory(folder())) << "a file is missing";
+    ASSERT_EQ(msReports.size(), 1u);
+    EXPECT_NE(msReports[0].find("classKyB.xml:1: "), std::string::npos) << msReports[0];
+    EXPECT_EQ(reader.getNbClasses(), 0u);
+    write("classKyB.xml", "<doxygen>\n<compounddef>\n");
+    EXPECT_FALSE(reader.readDirectory(folder()));
+    EXPECT_EQ(reader.getNbClasses(), 0u);
+    writeClass("KyB", "");
+    EXPECT_TRUE(reader.readDirectory(folder()));
+    EXPECT_EQ(reader.getNbClasses(), 3u);
+}
+
+TEST_F(KyDoxygenXmlDocReaderTest, AnIndexNamesNoFilesElsewhere) {
+    write("outside.xml", withBrief("secret"));
+    for (const char* refid : {"../outside", "a/../../outside", "", "/outside", "..", "a\\b", "classA.xml", "a b"}) {
+        msReports.clear();
+        write("doc/index.xml",
+              "<doxygenindex>\n\n<compound refid='" + std::string(refid) + "' kind='class'/></doxygenindex>");
+        KyDoxygenXmlDocReader reader;
+        EXPECT_FALSE(reader.readDirectory(folder() + "/doc")) << refid;
+        ASSERT_EQ(msReports.size(), 1u);
+        EXPECT_NE(msReports[0].find("index.xml:3: "), std::string::npos) << msReports[0];
+    }
+}
+
+TEST_F(KyDoxygenXmlDocReaderTest, WhatIsNoFileIsRefused) {
+    KyDoxygenXmlDocReader reader;
+    EXPECT_FALSE(reader.readFile(folder() + "/none.xml"));
+    EXPECT_FALSE(reader.readFile(folder()));
+    EXPECT_FALSE(reader.readFile(""));
+    EXPECT_FALSE(reader.readDirectory(folder() + "/none"));
+    EXPECT_EQ(msReports.size(), 4u);
+}
+
+TEST_F(KyDoxygenXmlDocReaderTest, AFileBeyondTheLimitIsRefused) {
+    const std::string path = write("large.xml", withBrief("fine"));
+    std::filesystem::resize_file(path, static_cast<std::uintmax_t>(KyDoxygenXmlDocReader::cMaxFileSize) + 1);
+    KyDoxygenXmlDocReader reader;
+    EXPECT_FALSE(reader.readFile(path));
+    ASSERT_EQ(msReports.size(), 1u);
+    EXPECT_NE(msReports[0].find("too large"), std::string::npos);
+}
+
+TEST_F(KyDoxygenXmlDocReaderTest, EveryCutOfAFileIsRefused) {
+    const std::string document = cLamp;
+    const std::size_t whole = document.find_last_of('>') + 1;
+    KyDoxygenXmlDocReader reader;
+    for (std::size_t length = 0; length < whole; length += 7) {
+        EXPECT_FALSE(reader.readFile(write("cut.xml", document.substr(0, length)))) << length;
+        EXPECT_EQ(reader.getNbClasses(), 0u);
+    }
+    EXPECT_TRUE(reader.readFile(write("cut.xml", document.substr(0, whole))));
+}
+
+TEST_F(KyDoxygenXmlDocReaderTest, TheTypeComesAndGoes) {
+    const unsigned nbTypes = (KyObject::initializeType(), KyType::getNbTypes());
+    for (int round = 0; round < 1000; ++round) {
+        KyDoxygenXmlDocReader::initializeType();
+        KyDoxygenXmlDocReader::initializeType();
+        const std::unique_ptr<KyObject> reader(KyObject::create("KyDoxygenXmlDocReader"));
+        ASSERT_NE(KyDoxygenXmlDocReader::cast(reader.get()), nullptr);
+        KyDoxygenXmlDocReader::finalizeType();
+        KyDoxygenXmlDocReader::finalizeType();
+        ASSERT_EQ(KyType::getType("KyDoxygenXmlDocReader"), nullptr);
+    }
+    EXPECT_EQ(KyType::getNbTypes(), nbTypes);
+}
+
+} // namespace
