@@ -44,7 +44,7 @@ int pushAttribute(lua_State* state, KyLuaShared& shared, const KyAttributeInterf
         KyField value;
         if (!attribute.getValue(object, value))
             return pushNil(state);
-        kyLuaPushField(state, shared, value);
+        kyLuaPushHeldField(state, shared, value);
         return 1;
     }
     if (attribute.getKind() == KyAttributeInterface::eContainer) {

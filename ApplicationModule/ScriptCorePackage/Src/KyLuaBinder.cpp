@@ -257,6 +257,7 @@ void KyLuaBinder::cpp_to_lua(KyObject* object) {
 void KyLuaBinder::initLibrary(const KyType& type, lua_CFunction creator, lua_CFunction destructor,
                               lua_CFunction collector) {
     kyInitLuaClass(mState, type, creator, destructor, collector);
+    KyLuaShared::get(mState).findRecord(&type)->isComplete = true;
 }
 
 void KyLuaBinder::createEnum(const char* name, unsigned count, const KyEnum* values) {

@@ -101,7 +101,7 @@ bool pushParentMetatable(lua_State* state, const KyType& type) {
 
 /// Pushes the class table of a bound type.
 void pushClassTable(lua_State* state, const KyType& type) {
-    lua_rawgeti(state, LUA_REGISTRYINDEX, KyLuaShared::get(state).findByType(&type)->metatableReference);
+    lua_rawgeti(state, LUA_REGISTRYINDEX, KyLuaShared::get(state).findRecord(&type)->metatableReference);
     if (!lua_getmetatable(state, -1))
         lua_newtable(state);
     lua_remove(state, -2);
@@ -128,7 +128,7 @@ bool bindFunctions(lua_State* state, int table, KyLuaClass& luaClass, const KyTy
 }
 
 bool bindMembers(lua_State* state, const KyType& type) {
-    KyLuaClass& luaClass = *KyLuaShared::get(state).findByType(&type);
+    KyLuaClass& luaClass = *KyLuaShared::get(state).findRecord(&type);
     pushClassTable(state, type);
     const int table = lua_gettop(state);
     const bool methods = bindFunctions(state, table, luaClass, type.getAllMethods());
@@ -160,6 +160,7 @@ bool bindClass(lua_State* state, const KyType& type, const Binding& binding) {
     const bool parentBound = !parent || kyIsLuaClassBound(state, *parent) || bindClass(state, *parent, binding);
     kyInitLuaClass(state, type, binding.creator, binding.destructor, &kyLuaCollectInstance);
     const bool membersBound = bindMembers(state, type);
+    KyLuaShared::get(state).findRecord(&type)->isComplete = true;
     announce(state, type, binding.engine);
     return membersBound && parentBound;
 }
@@ -244,7 +245,7 @@ bool kyIsLuaClassBound(lua_State* state, const KyType& type) {
 
 void kyUnbindLuaClass(lua_State* state, const KyType& type) {
     KyLuaShared& shared = KyLuaShared::get(state);
-    KyLuaClass* luaClass = shared.findByType(&type);
+    KyLuaClass* luaClass = shared.findRecord(&type);
     if (!luaClass)
         return;
     removeGlobal(state, type);

@@ -29,6 +29,8 @@ struct KyLuaClass {
     bool isFlagged = false;
     /// The type record has left the registry: nothing that came from it may be used.
     bool isDropped = false;
+    /// Everything is in its tables; until then, and after an error on the way, the class counts as not bound.
+    bool isComplete = false;
     KyLuaAttributeCache attributes;
 };
 
@@ -57,7 +59,12 @@ struct KyLuaShared {
     KyLuaClass* findByMetatable(const void* metatable) const {
         return static_cast<KyLuaClass*>(classesByMetatable.find(metatable));
     }
-    KyLuaClass* findByType(const KyType* type) const { return static_cast<KyLuaClass*>(classesByType.find(type)); }
+    KyLuaClass* findByType(const KyType* type) const {
+        KyLuaClass* luaClass = findRecord(type);
+        return luaClass && luaClass->isComplete ? luaClass : nullptr;
+    }
+    /// Also of a class that is being bound.
+    KyLuaClass* findRecord(const KyType* type) const { return static_cast<KyLuaClass*>(classesByType.find(type)); }
 };
 
 /// Makes the type, and before it its parents, a Lua class. True when it was bound now, with everything it has; false

@@ -140,7 +140,7 @@ int getElement(lua_State* state, unsigned index) {
         KyField value;
         if (!container.attribute->getValue(*container.object, value, index))
             return fail(error, cGetPrefix, "getValue call failed");
-        kyLuaPushField(state, sharedOf(state), value);
+        kyLuaPushHeldField(state, sharedOf(state), value);
         return 1;
     });
 }
@@ -173,8 +173,14 @@ int indexProxy(lua_State* state) {
 }
 
 int failRange(KyLuaErrorText& error, lua_Number index, unsigned count) {
+    constexpr double cExactInteger = 1e15;
+    char number[32];
+    if (std::isnan(index))
+        std::snprintf(number, sizeof(number), "nan");
+    else
+        std::snprintf(number, sizeof(number), std::fabs(index) < cExactInteger ? "%.0f" : "%.14g", std::floor(index));
     char text[128];
-    std::snprintf(text, sizeof(text), "index out of range, %.0f given, valid is [0,%u]", std::floor(index), count - 1);
+    std::snprintf(text, sizeof(text), "index out of range, %s given, valid is [0,%u]", number, count - 1);
     return fail(error, cSetPrefix, text);
 }
 

@@ -9,6 +9,8 @@
 #include "KyLuaValues_p.h"
 #include "KyStaticLuaMaps.h"
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdint>
 #include <limits>
@@ -20,7 +22,20 @@ namespace {
 
 constexpr int cMaxDepth = 64;
 
-KyField checkField(lua_State* state, int index, KyFieldKind kind, int depth);
+/// One conversion of a table: the tables around the one being read, and how many values of inner tables may follow, so
+/// that tables which hold themselves or each other many times end.
+struct TableWalk {
+    std::array<const void*, cMaxDepth> outer;
+    int depth = 0;
+    std::size_t nbInnerValuesLeft = 4'000'000;
+
+    bool isInside(const void* table) const {
+        return std::find(outer.begin(), outer.begin() + depth, table) != outer.begin() + depth;
+    }
+    bool takeInnerValue() { return depth <= 1 || (nbInnerValuesLeft > 0 && nbInnerValuesLeft-- > 0); }
+};
+
+KyField checkField(lua_State* state, int index, KyFieldKind kind, TableWalk* walk);
 
 KyField invalidField() {
     return KyField(KyInvalidField());
@@ -33,7 +48,7 @@ void pushList(lua_State* state, KyLuaShared& shared, const KyField& field) {
         return lua_pushnil(state);
     lua_createtable(state, static_cast<int>(count), 0);
     for (std::size_t i = 0; i < count; ++i) {
-        kyLuaPushField(state, shared, operations.element(field.data(), i));
+        kyLuaPushHeldField(state, shared, operations.element(field.data(), i));
         lua_rawseti(state, -2, static_cast<int>(i + 1));
     }
 }
@@ -71,18 +86,27 @@ bool pushInteger(lua_State* state, const KyField& field) {
     }
 }
 
-KyField checkTable(lua_State* state, int index, int depth) {
-    if (depth >= cMaxDepth || !lua_checkstack(state, 4))
+KyField checkTable(lua_State* state, int index, TableWalk& walk) {
+    const void* table = lua_topointer(state, index);
+    if (walk.depth >= cMaxDepth || walk.isInside(table) || !lua_checkstack(state, 4))
         return invalidField();
+    walk.outer[static_cast<std::size_t>(walk.depth++)] = table;
     std::vector<KyField> list;
     const auto count = static_cast<int>(lua_objlen(state, index));
-    list.reserve(static_cast<std::size_t>(count));
-    for (int i = 1; i <= count; ++i) {
+    for (int i = 1; i <= count && walk.takeInnerValue(); ++i) {
         lua_rawgeti(state, index, i);
-        list.push_back(checkField(state, lua_gettop(state), cFieldKindInvalid, depth + 1));
+        list.push_back(checkField(state, lua_gettop(state), cFieldKindInvalid, &walk));
         lua_pop(state, 1);
     }
+    --walk.depth;
+    if (list.size() != static_cast<std::size_t>(count))
+        return invalidField();
     return KyField(std::move(list));
+}
+
+KyField checkOuterTable(lua_State* state, int index) {
+    TableWalk walk;
+    return checkTable(state, index, walk);
 }
 
 KyField checkUserdata(lua_State* state, int index, KyFieldKind kind) {
@@ -96,7 +120,7 @@ KyField checkUserdata(lua_State* state, int index, KyFieldKind kind) {
     return invalidField();
 }
 
-KyField checkField(lua_State* state, int index, KyFieldKind kind, int depth) {
+KyField checkField(lua_State* state, int index, KyFieldKind kind, TableWalk* walk) {
     switch (lua_type(state, index)) {
     case LUA_TNONE:
     case LUA_TNIL:
@@ -111,7 +135,7 @@ KyField checkField(lua_State* state, int index, KyFieldKind kind, int depth) {
         return KyField(std::string(text, size));
     }
     case LUA_TTABLE:
-        return checkTable(state, index, depth);
+        return walk ? checkTable(state, index, *walk) : checkOuterTable(state, index);
     case LUA_TUSERDATA:
         return checkUserdata(state, index, kind);
     default:
@@ -187,6 +211,13 @@ void kyLuaPushOther(lua_State* state, KyLuaShared& shared, const KyField& field)
         lua_pushnil(state);
 }
 
+void kyLuaPushHeldField(lua_State* state, KyLuaShared& shared, const KyField& field) {
+    if (field.getKind() & cFieldKindManaged)
+        pushResultProtected(state, field);
+    else
+        kyLuaPushField(state, shared, field);
+}
+
 int kyLuaPushFieldFunction(lua_State* state) {
     return kyLuaRun(state, [state](KyLuaErrorText&) {
         kyLuaPushField(state, *static_cast<const KyField*>(lua_touserdata(state, 1)));
@@ -213,12 +244,12 @@ int kyLuaPushResult(lua_State* state, const KyField& result) {
 }
 
 KyField kyLuaCheckField(lua_State* state, int index) {
-    return checkField(state, absoluteIndex(state, index), cFieldKindInvalid, 0);
+    return checkField(state, absoluteIndex(state, index), cFieldKindInvalid, nullptr);
 }
 
 void kyLuaReadOther(lua_State* state, int index, KyFieldKind kind, KyField& field) {
     if (lua_type(state, index) == LUA_TNUMBER && readNumber(lua_tonumber(state, index), kind, field))
         return;
     if (!readThroughConverter(state, index, kind, field))
-        field = checkField(state, absoluteIndex(state, index), kind, 0);
+        field = checkField(state, absoluteIndex(state, index), kind, nullptr);
 }

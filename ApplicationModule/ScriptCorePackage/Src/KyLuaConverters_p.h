@@ -39,7 +39,13 @@ inline void kyLuaPushField(lua_State* state, KyLuaShared& shared, const KyField&
 }
 void kyLuaPushField(lua_State* state, const KyField& field);
 
-/// Pushes a function's result and returns the number of values: none for a field without value.
+/// Pushes a field that the caller holds on its own stack: an error of Lua on the way (memory, a script's finalizer)
+/// would jump over it, so it comes out as a std::runtime_error where the field has something to lose. Within kyLuaRun
+/// only.
+void kyLuaPushHeldField(lua_State* state, KyLuaShared& shared, const KyField& field);
+
+/// Pushes a function's result, safe for all that the caller holds, and returns the number of values: none for a field
+/// without value.
 int kyLuaPushResult(lua_State* state, const KyField& result);
 /// A C function: light userdata of a field in, its value out.
 int kyLuaPushFieldFunction(lua_State* state);

@@ -120,9 +120,21 @@ lua_State* KyLuaGuard::findRunning(const lua_State* mainState) {
     return nullptr;
 }
 
+lua_State* KyLuaRunning::enter(lua_State* outer, lua_State* state) {
+    const KyLuaGuard* guard = KyLuaGuard::msInnermost;
+    if (!guard || !shareState(state, guard->mState.get()))
+        return state;
+    // Asked while the anchor still keeps it: from here on, a thread that was jumped over may be collected.
+    const bool isOfGuard = outer == guard->mBase || outer == guard->mThread;
+    if (!outer || (!isOfGuard && !isExecuting(outer)))
+        outer = guard->mThread ? guard->mThread : guard->mBase;
+    switchTo(state);
+    return outer;
+}
+
 void KyLuaRunning::switchTo(lua_State* state) {
     const KyLuaGuard* guard = KyLuaGuard::msInnermost;
-    if (!guard || !state || !shareState(state, guard->mState.get()))
+    if (!guard)
         return;
     if (state != guard->mBase && state != guard->mThread)
         anchorThread(state, guard->mDepth);

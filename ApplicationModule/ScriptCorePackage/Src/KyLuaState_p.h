@@ -88,7 +88,7 @@ public:
         : mOuter(KyLuaGuard::msRunning)
         , mState(state) {
         if (mOuter != state) [[unlikely]]
-            switchTo(state);
+            mOuter = enter(mOuter, state);
     }
     ~KyLuaRunning() {
         if (mOuter != mState) [[unlikely]]
@@ -98,6 +98,9 @@ public:
     KyLuaRunning& operator=(const KyLuaRunning&) = delete;
 
 private:
+    /// Switches to the thread and gives the one to switch back to: what was remembered, unless it was jumped over and
+    /// has ended. Gives the thread itself, which switches nothing back, where there is no guard of its state.
+    static lua_State* enter(lua_State* outer, lua_State* state);
     static void switchTo(lua_State* state);
 
     lua_State* mOuter;

@@ -271,7 +271,8 @@ bool KyScriptEngine::checkChunkSyntax(const std::string& chunk, std::string& err
 
 bool KyScriptEngine::checkScriptSyntax(const std::string& path, std::string& error) const {
     KyScriptRunner runner(const_cast<KyScriptEngine&>(*this));
-    const bool isGood = runner.checkFile(path);
+    const KyScriptFile file(path);
+    const bool isGood = runner.checkFile(file.isLocal() ? file.getFileName() : path);
     if (!isGood)
         error = runner.editFailure().message;
     return isGood;

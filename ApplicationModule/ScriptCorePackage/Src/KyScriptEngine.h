@@ -91,6 +91,7 @@ public:
     bool executeScript(const std::string& path);
     /// As executeScript; the script's results, none on failure. See KyLuaBinder::checkField.
     std::vector<KyField> executeScriptWithReturnValues(const std::string& path);
+    /// Runs a text, whole: bytes behind a zero are not dropped in silence.
     bool executeChunk(const std::string& chunk);
     /// With a name for messages and the debugger; "@" in front marks a file name. A list of breakpoint lines that is
     /// not empty replaces the breakpoints of that name.

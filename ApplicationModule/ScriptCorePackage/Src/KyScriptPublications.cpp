@@ -21,9 +21,11 @@ int KyScriptPublications::publish(KyObject* object, const std::string& name) {
     if (mNames.contains(object))
         return KyScriptEngine::eAlreadyBound;
     const auto handle = mEngine.mHandle;
+    // What listeners of a withdrawal do to the object is seen through the reference.
+    const KyObjectReference reference(object);
     if (KyObject* other = find(name))
         withdraw(other);
-    if (!*handle || mEngine.mIsClosing)
+    if (!*handle || mEngine.mIsClosing || !reference || object->isEnding())
         return KyScriptEngine::eInvalidArgument;
     if (!setGlobal(*object, name))
         return KyScriptEngine::eInternalError;

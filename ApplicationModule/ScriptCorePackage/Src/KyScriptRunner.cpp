@@ -138,7 +138,10 @@ void KyScriptRunner::registerCoroutines(lua_State* state, int nbResults) {
 }
 
 void KyScriptRunner::printResults(lua_State* state, int nbResults) {
-    luaL_checkstack(state, nbResults + LUA_MINSTACK, "too many results to print");
+    if (!lua_checkstack(state, nbResults + LUA_MINSTACK)) {
+        mPrintError = "stack overflow (too many results to print)";
+        return;
+    }
     pushGlobal(state, "print");
     if (lua_isfunction(state, -1)) {
         for (int i = 1; i <= nbResults; ++i)

@@ -134,6 +134,16 @@ KyField checkTemperature(KyLuaBinder& binder, int index) {
     return KyField(Temperature{binder.checkNumber(index)});
 }
 
+TEST_F(KyLuaConvertersTest, TablesThatHoldThemselvesOrEachOtherManyTimesEnd) {
+    EXPECT_TRUE(evalField("(function() local t = {1} t[2] = t t[3] = t return t end)()").isValid());
+    EXPECT_TRUE(evalField("(function() local t = {} for i = 1, 60 do t = {t} end return t end)()").isValid());
+    const KyField wide = evalField("(function() local t = {1} for i = 1, 40 do t = {t, t} end return t end)()");
+    EXPECT_FALSE(wide.isEmpty());
+    const KyField flat = evalField("(function() local t = {} for i = 1, 100000 do t[i] = i end return t end)()");
+    ASSERT_NE(flat.get<std::vector<KyField>>(), nullptr);
+    EXPECT_EQ(flat.get<std::vector<KyField>>()->size(), 100000u);
+}
+
 } // namespace
 
 TEST_F(KyLuaConvertersTest, OtherTypesNeedAConverter) {

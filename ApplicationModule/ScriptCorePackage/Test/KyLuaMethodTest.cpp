@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "KyLuaTestFixture.h"
 
+#include "KyBoundFunction.h"
+
 class KyLuaMethodTest : public KyLuaTestFixture {
 protected:
     void SetUp() override {
@@ -90,4 +92,29 @@ TEST_F(KyLuaMethodTest, AMethodCalledInAScriptsCoroutineMayCallLuaFunctions) {
     EXPECT_EQ(eval("first .. second"), "2second");
     ASSERT_EQ(results.size(), 1u);
     EXPECT_EQ(results[0].toDouble(), 42);
+}
+
+TEST_F(KyLuaMethodTest, AFinalizerThatFailsWhileTheResultIsPushedLeavesTheObjectMortal) {
+    auto* const mortal = new LuaTestLamp;
+    const KyObjectReference reference(mortal);
+    ASSERT_EQ(engine().bindInstance(mortal, "mortal"), 1);
+    run("local function bad() getmetatable(newproxy(true)).__gc = function() error('finalizer') end end "
+        "collectgarbage('stop') collectgarbage('setpause', 1) collectgarbage('setstepmul', 1000000) "
+        "failed = 0 for i = 1, 50 do bad() local f = mortal.getPowers collectgarbage('restart') "
+        "if not pcall(f, mortal) then failed = failed + 1 end collectgarbage('stop') end collectgarbage('restart')");
+    EXPECT_EQ(eval("failed > 0"), "true");
+    run("mortal:destroy()");
+    EXPECT_FALSE(reference);
+}
+
+TEST_F(KyLuaMethodTest, ACoroutineThatAFinalizerEndedMayBeCollected) {
+    auto collectNow =
+        kyMakeFunction("collectNow", [] { engine().executeChunk("for i = 1, 20 do pcall(collectgarbage) end"); });
+    ASSERT_EQ(engine().bindFunction("collectNow", collectNow.release()), 1);
+    run("collectgarbage('stop') collectgarbage('setpause', 1) collectgarbage('setstepmul', 1000000) "
+        "local function bad() getmetatable(newproxy(true)).__gc = function() error('finalizer') end end "
+        "local inner = function() bad() local f = lamp.getPowers collectgarbage('restart') f(lamp) end "
+        "coroutine.wrap(function() for i = 1, 20 do local b = coroutine.create(inner) coroutine.resume(b) "
+        "collectgarbage('stop') b = nil collectNow() end end)() collectgarbage('restart')");
+    EXPECT_EQ(eval("type(lamp.Power)"), "number");
 }

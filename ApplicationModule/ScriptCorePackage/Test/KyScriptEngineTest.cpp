@@ -341,4 +341,25 @@ TEST_F(KyScriptEngineTest, ThereIsOneEngineBetweenInitialiseAndFinalise) {
     EXPECT_TRUE(engine().executeChunk("assert(createKyObject)"));
 }
 
+TEST_F(KyScriptEngineTest, AnObjectThatIsEndingIsNotPublishedAgain) {
+    auto* object = new KyDynamicObject;
+    int again = 99;
+    KyConnection connection = engine().unboundSignal.connect(
+        [&](KyObject* ending, const std::string& name) { again = engine().bindInstance(ending, name); });
+    ASSERT_EQ(engine().bindInstance(object, "object"), 1);
+    object->destroy();
+    EXPECT_EQ(again, -1);
+    EXPECT_EQ(engine().getInstance("object"), nullptr);
+    connection.disconnect();
+}
+
+TEST_F(KyScriptEngineTest, MoreResultsThanPrintTakesAreStillResults) {
+    engine().setReturnValuesOutput(true);
+    std::vector<KyField> results;
+    EXPECT_TRUE(engine().executeChunktWithReturnValues(
+        "print = function() end local t = {} for i = 1, 5000 do t[i] = i end return unpack(t)", results));
+    EXPECT_EQ(results.size(), 5000u);
+    EXPECT_EQ(lastOutput(), "stack overflow (too many results to print)");
+}
+
 } // namespace
