@@ -57,16 +57,15 @@ void fail(lua_State* state) {
     std::exit(1);
 }
 
-/// A script function of one argument, the number of rounds, kept in the registry.
-std::function<void(long)> makeLoop(lua_State* state, const char* chunk) {
+/// A script function of one argument, the number of rounds, called through the engine as a host calls it.
+std::function<void(long)> makeLoop(lua_State* state, const std::string& name, const char* chunk) {
     if (luaL_loadstring(state, chunk) != 0)
         fail(state);
-    const int reference = luaL_ref(state, LUA_REGISTRYINDEX);
-    return [state, reference](long count) {
-        lua_rawgeti(state, LUA_REGISTRYINDEX, reference);
-        lua_pushnumber(state, static_cast<lua_Number>(count));
-        if (lua_pcall(state, 1, 0, 0) != 0)
-            fail(state);
+    lua_setglobal(state, name.c_str());
+    return [name](long count) {
+        std::vector<KyField> results;
+        if (!KyScriptEngine::get().callLuaFunction(name, {KyField(static_cast<double>(count))}, results))
+            std::exit(1);
     };
 }
 
@@ -184,7 +183,7 @@ struct Fixture {
 template <const char* const& Ours, const char* const& Peer>
 KyBenchmarkSides prepareLoops() {
     auto fixture = std::make_shared<Fixture>();
-    return {makeLoop(fixture->state, Ours), makeLoop(fixture->state, Peer), fixture};
+    return {makeLoop(fixture->state, "benchOurs", Ours), makeLoop(fixture->state, "benchPeer", Peer), fixture};
 }
 
 const char* const cReadOurs = "local n, o, v = ..., ours for i = 1, n do v = o.Speed end";

@@ -18,6 +18,9 @@ namespace {
 struct MethodRecord {
     KyLuaClass* luaClass;
     std::size_t nbOverloads;
+    /// Of a function without overloads that needs no fields; else null.
+    KyFunction::NumberCall numberCall;
+    int nbNumbers;
 
     std::span<const KyFunction* const> getOverloads() const {
         return {reinterpret_cast<const KyFunction* const*>(this + 1), nbOverloads};
@@ -76,6 +79,25 @@ int invokeWith(lua_State* state, std::span<const KyFunction* const> overloads, K
                                  : invokeBest(state, overloads, object, first, arguments, typeName, error);
 }
 
+/// Calls without fields when all arguments are numbers; `nbResults` is -1 when nothing was called.
+void callWithNumbers(lua_State* state, const MethodRecord& record, KyObject* object, int& nbResults) {
+    std::array<double, KyFunction::cMaxNumberParameters> numbers;
+    for (int i = 0; i < record.nbNumbers; ++i) {
+        if (lua_type(state, i + 2) != LUA_TNUMBER)
+            return;
+        numbers[static_cast<std::size_t>(i)] = lua_tonumber(state, i + 2);
+    }
+    const KyLuaRunning runningThread(state);
+    double result = 0;
+    nbResults = record.numberCall(*record.getOverloads().front(), object, numbers.data(), result);
+    if (nbResults > 0)
+        lua_pushnumber(state, result);
+}
+
+int failWithException(std::string_view typeName, std::string_view what, KyLuaErrorText& error) {
+    return error.set({"error in invoke for type ", typeName, ": ", what});
+}
+
 const MethodRecord* upvalueRecord(lua_State* state) {
     const auto* record = static_cast<const MethodRecord*>(lua_touserdata(state, lua_upvalueindex(1)));
     return record && !record->luaClass->isDropped ? record : nullptr;
@@ -86,16 +108,32 @@ int callMethod(lua_State* state, KyLuaErrorText& error) {
     if (!record)
         return error.set("invalid method");
     const auto* instance = static_cast<const KyLuaInstance*>(lua_touserdata(state, 1));
+    const int nbArguments = lua_gettop(state) - 1;
     if (!instance || !lua_getmetatable(state, 1))
         return error.set("invoke(): invalid object");
-    const KyLuaClass* luaClass = record->luaClass->shared->findByMetatable(lua_topointer(state, -1));
-    lua_pop(state, 1);
+    const void* metatable = lua_topointer(state, -1);
+    const KyLuaClass* luaClass = metatable == record->luaClass->metatable
+                                     ? record->luaClass
+                                     : record->luaClass->shared->findByMetatable(metatable);
+    lua_settop(state, nbArguments + 1);
     KyObject* object = luaClass ? instance->get() : nullptr;
     if (!object)
         return error.set("invoke(): invalid object");
     if (luaClass != record->luaClass && !luaClass->type->isA(*record->luaClass->type))
         return error.set({"error in invoke: invalid type, ", luaClass->type->getName()});
     const KyLuaRunningMethod running(*object, *instance->liveness, *luaClass);
+    if (record->numberCall && record->nbNumbers == nbArguments) {
+        try {
+            int nbResults = -1;
+            callWithNumbers(state, *record, object, nbResults);
+            if (nbResults >= 0)
+                return nbResults;
+        } catch (const std::exception& exception) {
+            return failWithException(record->luaClass->type->getName(), exception.what(), error);
+        } catch (...) {
+            return failWithException(record->luaClass->type->getName(), "unknown C++ exception", error);
+        }
+    }
     return kyLuaInvoke(state, record->getOverloads(), object, 2, record->luaClass->type->getName(), error);
 }
 
@@ -129,9 +167,9 @@ int kyLuaInvoke(lua_State* state, std::span<const KyFunction* const> overloads, 
         std::vector<KyField> arguments(nbArguments);
         return invokeWith(state, overloads, object, first, arguments, typeName, error);
     } catch (const std::exception& exception) {
-        return error.set({"error in invoke for type ", typeName, ": ", exception.what()});
+        return failWithException(typeName, exception.what(), error);
     } catch (...) {
-        return error.set({"error in invoke for type ", typeName, ": unknown C++ exception"});
+        return failWithException(typeName, "unknown C++ exception", error);
     }
 }
 
@@ -140,7 +178,7 @@ void kyLuaPushMethod(lua_State* state, KyLuaClass& luaClass, const KyType::Funct
     const auto hasName = [name](const auto& function) { return function->getName() == name; };
     const auto count = static_cast<std::size_t>(std::count_if(functions.begin(), functions.end(), hasName));
     void* block = lua_newuserdata(state, sizeof(MethodRecord) + count * sizeof(const KyFunction*));
-    auto* record = new (block) MethodRecord{&luaClass, count};
+    auto* record = new (block) MethodRecord{&luaClass, count, nullptr, 0};
     auto* place = reinterpret_cast<const KyFunction**>(record + 1);
     bool isStatic = false;
     for (const auto& function : functions) {
@@ -148,6 +186,11 @@ void kyLuaPushMethod(lua_State* state, KyLuaClass& luaClass, const KyType::Funct
             continue;
         *place++ = function.get();
         isStatic = function->isStatic();
+    }
+    const KyFunction& first = *record->getOverloads().front();
+    if (count == 1 && first.getNumberCall()) {
+        record->numberCall = first.getNumberCall();
+        record->nbNumbers = static_cast<int>(first.getNbParameters());
     }
     lua_pushcclosure(state, isStatic ? &callStaticClosure : &callMethodClosure, 1);
 }

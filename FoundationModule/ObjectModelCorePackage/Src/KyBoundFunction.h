@@ -36,6 +36,16 @@ struct KyCallableTraits<R (C::*)(A...) noexcept> : KyCallableTraits<R (C::*)(A..
 template <class R, class C, class... A>
 struct KyCallableTraits<R (C::*)(A...) const noexcept> : KyCallableTraits<R (C::*)(A...)> {};
 
+/// What a callable gives when it is called as a method of T, or alone with T void.
+template <class T, class Callable, class... A>
+struct KyCallResult {
+    using type = std::invoke_result_t<const Callable&, T&, A...>;
+};
+template <class Callable, class... A>
+struct KyCallResult<void, Callable, A...> {
+    using type = std::invoke_result_t<const Callable&, A...>;
+};
+
 /// A KyFunction over any callable. With a class T the callable is a method: a member function of T or a callable whose
 /// first parameter is a T&; with T void it takes its arguments only.
 template <class T, class Callable, class... A>
@@ -43,7 +53,10 @@ class KyBoundFunction final : public KyFunction {
 public:
     KyBoundFunction(std::string name, Role role, Callable callable)
         : KyFunction(std::move(name), role, {makeParameter<A>()...})
-        , mCallable(std::move(callable)) {}
+        , mCallable(std::move(callable)) {
+        if constexpr (cHasNumberCall)
+            mNumberCall = &callWithNumbers;
+    }
 
     bool invoke(KyObject* object, std::span<const KyField> arguments, KyField& result) const override {
         if (arguments.size() != sizeof...(A))
@@ -61,6 +74,41 @@ private:
         if constexpr (Argument::cIsObject)
             parameter.objectType = &Argument::Target::getType;
         return parameter;
+    }
+
+    using Result = typename KyCallResult<T, Callable, A...>::type;
+
+    // Wider integers would lose digits, booleans their type.
+    static constexpr bool cIsNumberResult = std::is_void_v<Result> || std::is_floating_point_v<Result> ||
+                                            std::is_same_v<Result, std::int32_t> ||
+                                            std::is_same_v<Result, std::uint32_t>;
+    static constexpr bool cHasNumberCall = cIsNumberResult && sizeof...(A) <= cMaxNumberParameters &&
+                                           (std::is_floating_point_v<std::remove_cvref_t<A>> && ...) &&
+                                           !(std::is_lvalue_reference_v<A> || ...);
+
+    static int callWithNumbers(const KyFunction& function, KyObject* object, const double* arguments, double& result) {
+        return callSpread(static_cast<const KyBoundFunction&>(function), object, arguments, result,
+                          std::index_sequence_for<A...>());
+    }
+
+    template <std::size_t... I>
+    static int callSpread(const KyBoundFunction& self, KyObject* object, [[maybe_unused]] const double* arguments,
+                          double& result, std::index_sequence<I...>) {
+        const auto call = [&](auto&... target) {
+            if constexpr (std::is_void_v<Result>) {
+                std::invoke(self.mCallable, target..., static_cast<A>(arguments[I])...);
+                return 0;
+            } else {
+                result = static_cast<double>(std::invoke(self.mCallable, target..., static_cast<A>(arguments[I])...));
+                return 1;
+            }
+        };
+        if constexpr (std::is_void_v<T>) {
+            return call();
+        } else {
+            T* target = kyCast<T>(object);
+            return target ? call(*target) : -1;
+        }
     }
 
     template <std::size_t... I>
@@ -82,8 +130,7 @@ private:
 
     template <class... Passed>
     static void store(KyField& result, const Callable& callable, Passed&&... passed) {
-        using Result = std::invoke_result_t<const Callable&, Passed...>;
-        if constexpr (std::is_void_v<Result>) {
+        if constexpr (std::is_void_v<std::invoke_result_t<const Callable&, Passed...>>) {
             std::invoke(callable, std::forward<Passed>(passed)...);
             result.clear();
         } else {

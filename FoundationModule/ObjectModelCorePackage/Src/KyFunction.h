@@ -45,9 +45,19 @@ public:
     /// How well the arguments fit: 0 exactly, more for each that has to be converted, -1 when they do not fit.
     int match(std::span<const KyField> arguments) const;
 
+    /// A short cut past fields, for functions that take floating-point numbers only and return a number or nothing:
+    /// gives the number of results, -1 and nothing called when the object is not of the method's class.
+    using NumberCall = int (*)(const KyFunction& function, KyObject* object, const double* arguments, double& result);
+    static constexpr unsigned cMaxNumberParameters = 8;
+    /// Null for all other functions. What the function itself throws passes through.
+    NumberCall getNumberCall() const { return mNumberCall; }
+
     /// Calls it. False, and nothing called, when the arguments do not convert or a method has no object of its class.
     /// What the function itself throws passes through.
     virtual bool invoke(KyObject* object, std::span<const KyField> arguments, KyField& result) const = 0;
+
+protected:
+    NumberCall mNumberCall = nullptr;
 
 private:
     std::string mName;

@@ -87,6 +87,23 @@ TEST(KyMakeFunction, CarriesEveryKindOfArgumentAndResult) {
     EXPECT_EQ(list->getSignature().substr(0, 5), "list(");
 }
 
+TEST_F(KyFunctionTest, CallsFunctionsOfNumbersWithoutFields) {
+    Shape shape;
+    KyObject plain;
+    const KyFunction& grow = *find("grow").front();
+    ASSERT_NE(grow.getNumberCall(), nullptr);
+    const double factor[] = {3};
+    double result = 0;
+    EXPECT_EQ(grow.getNumberCall()(grow, &shape, factor, result), 0);
+    EXPECT_EQ(shape.getSize(), 3);
+    EXPECT_EQ(grow.getNumberCall()(grow, &plain, factor, result), -1);
+    EXPECT_EQ(find("describe").front()->getNumberCall(), nullptr) << "an integer has to be checked";
+    const auto sum = kyMakeFunction("sum", [](double a, float b) { return a + static_cast<double>(b); });
+    const double terms[] = {1, 2};
+    EXPECT_EQ(sum->getNumberCall()(*sum, nullptr, terms, result), 1);
+    EXPECT_EQ(result, 3);
+}
+
 TEST(KyMakeFunction, LetsExceptionsOfTheFunctionPass) {
     const auto thrower = kyMakeFunction("thrower", []() -> int { throw std::runtime_error("inside"); });
     KyField result;
