@@ -4,7 +4,8 @@
 
 #include "KyObject.h"
 
-/// The running program as scripts see it, under the name `host`. Owned by the program.
+/// The running program as scripts see it, under the name `host`. Owned by the program, which scripts cannot take it
+/// from: destroying it does nothing.
 ///
 /// ```
 /// print(host.FrameCount, host.FrameTime)
@@ -17,6 +18,8 @@ public:
     static void initializeType();
     static void finalizeType();
     const KyType* getObjectType() const override;
+    /// Does nothing: it ends with the program.
+    void destroy() override {}
 
     /// Frames that have been completed.
     unsigned getFrameCount() const { return mFrameCount; }

@@ -16,7 +16,11 @@ constexpr const char* cNoDisplay = "offscreen";
 
 constexpr const char* cRuntimeVariable = "XDG_RUNTIME_DIR";
 
-bool gHasOwnChoice = false;
+bool gKnowsDisplay = false;
+
+QByteArray getDesktopPlatforms() {
+    return qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ? "xcb" : "wayland;xcb";
+}
 
 /// Outside a desktop session there is no folder for sockets, which Qt complains about before it makes do with this one.
 void prepareRuntimeFolder() {
@@ -32,19 +36,18 @@ void prepareRuntimeFolder() {
 /// A platform that cannot connect hands over to the next one of the list; the last one always works.
 void KyHostDisplay::prepare() {
     prepareRuntimeFolder();
-    gHasOwnChoice = qEnvironmentVariableIsEmpty(cPlatformVariable);
-    if (!gHasOwnChoice)
+    const QByteArray chosen = qgetenv(cPlatformVariable);
+    gKnowsDisplay = !chosen.contains(cNoDisplay);
+    if (!gKnowsDisplay)
         return;
-    const QByteArray platforms = qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ? "xcb" : "wayland;xcb";
-    qputenv(cPlatformVariable, platforms + ';' + cNoDisplay);
+    qputenv(cPlatformVariable, (chosen.isEmpty() ? getDesktopPlatforms() : chosen) + ';' + cNoDisplay);
 }
 
 void KyHostDisplay::prepareWithout() {
     prepareRuntimeFolder();
-    if (qEnvironmentVariableIsEmpty(cPlatformVariable))
-        qputenv(cPlatformVariable, cNoDisplay);
+    qputenv(cPlatformVariable, cNoDisplay);
 }
 
 bool KyHostDisplay::exists() {
-    return !gHasOwnChoice || QGuiApplication::platformName() != QLatin1String(cNoDisplay);
+    return !gKnowsDisplay || QGuiApplication::platformName() != QLatin1String(cNoDisplay);
 }

@@ -72,7 +72,10 @@ void KyHostLoop::runFrame() {
     mIsWaitingForDisplay = false;
     const long long now = KyTimer::getCurrentUS();
     KyMainTaskManager::get().update();
-    std::fflush(stdout);
+    if (mFlush)
+        mFlush();
+    else
+        std::fflush(stdout);
     const bool draws = mSurface && (mStage.needsDrawing() || mSurface->needsDrawing());
     mHost.countFrame(now);
     mDue = std::max(mDue + (mSurface ? mSurface->getFrameInterval() : cNominalInterval), now);

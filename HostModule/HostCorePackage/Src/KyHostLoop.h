@@ -4,6 +4,7 @@
 
 #include <QTimer>
 
+#include <functional>
 #include <optional>
 
 class KyHost;
@@ -34,6 +35,8 @@ public:
     void run();
     /// Limits that hold from now on.
     void setLimits(const Limits& limits) { mLimits = limits; }
+    /// How what the scripts of a frame printed gets to standard output, where flushing alone does not do.
+    void setFlush(std::function<void()> flush) { mFlush = std::move(flush); }
     /// Ends at once if the host quits, else soon runs a frame.
     void wake();
 
@@ -49,6 +52,7 @@ private:
     KyHostStage& mStage;
     KyHostSurface* mSurface;
     Limits mLimits;
+    std::function<void()> mFlush;
     QTimer mTimer;
     /// Microseconds at which the next frame is due.
     long long mDue = 0;

@@ -65,7 +65,7 @@ constexpr Option cOptions[] = {
     {"-e", "", "CHUNK", "a chunk", "run a chunk of Lua, in order with the files; repeatable", &addChunk},
     {"-i", "", nullptr, nullptr, "read lines from a prompt and print their results",
      &set<&KyHostOptions::isInteractive>},
-    {"--watch", "", nullptr, nullptr, "run a script again when its file changes", &set<&KyHostOptions::isWatching>},
+    {"--watch", "", nullptr, nullptr, "run everything again when a file changes", &set<&KyHostOptions::isWatching>},
     {"--sandbox", "", nullptr, nullptr, "remove the unsafe functions before any script runs",
      &set<&KyHostOptions::isSandboxed>},
     {"--no-window", "", nullptr, nullptr, "run without display and GL until no coroutine waits",
@@ -178,6 +178,8 @@ std::string KyHostOptions::getHelp() {
         help += "  " + usage + std::string(cColumn - std::min(cColumn - 1, usage.size()), ' ') + option.help + "\n";
     }
     return help + "  --                      what follows are files, whatever their names\n\n"
+                  "After an error in a changed script --watch keeps the old picture, which stands still\n"
+                  "until the next change: the coroutines that moved it are gone.\n\n"
                   "Exits with 0; with 1 when a script failed or a model could not be read; with 2 for a\n"
                   "wrong command line or a missing file.\n";
 }

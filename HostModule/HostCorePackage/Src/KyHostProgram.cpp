@@ -32,12 +32,20 @@ int refuse(const std::string& message) {
     return KyHostProgram::eBadUsage;
 }
 
-/// The first file of the command line that is not there; empty when all are.
-std::string findMissingFile(const KyHostOptions& options) {
+/// The first file of the command line that is not there; none when all are.
+std::optional<std::string> findMissingFile(const KyHostOptions& options) {
     const auto missing = std::ranges::find_if(options.items, [](const KyHostOptions::Item& item) {
         return item.kind == KyHostOptions::Item::eFile && !QFileInfo::exists(QString::fromLocal8Bit(item.text.c_str()));
     });
-    return missing == options.items.end() ? std::string() : missing->text;
+    return missing == options.items.end() ? std::nullopt : std::optional(missing->text);
+}
+
+/// False, and said, when something that was printed has been lost.
+bool finishOutput() {
+    if (std::fflush(stdout) == 0 && !std::ferror(stdout))
+        return true;
+    KyHostErrors::write("cannot write to standard output");
+    return false;
 }
 
 /// Null when the options want a display and there is none.
@@ -65,10 +73,11 @@ int KyHostProgram::run(int argc, char** argv) {
         return refuse(error + "; see kyhost --help");
     if (options.request != KyHostOptions::eRun) {
         const std::string text = options.request == KyHostOptions::eShowHelp ? KyHostOptions::getHelp() : getVersions();
-        return std::fputs(text.c_str(), stdout) < 0 ? eFailure : eSuccess;
+        std::fputs(text.c_str(), stdout);
+        return finishOutput() ? eSuccess : eFailure;
     }
-    if (const std::string file = findMissingFile(options); !file.empty())
-        return refuse("cannot find '" + file + "'");
+    if (const auto file = findMissingFile(options))
+        return refuse("cannot find '" + *file + "'");
     // Qt takes options out of the arguments it is given; ours have been read.
     int nbArguments = 1;
     const std::unique_ptr<QCoreApplication> application = createApplication(options, nbArguments, argv);
@@ -80,7 +89,7 @@ int KyHostProgram::run(int argc, char** argv) {
     const int code = KyHostProgram(options).execute();
     KyModuleManager::get().finalize();
     KyHost::finalizeType();
-    return code;
+    return finishOutput() ? code : eFailure;
 }
 
 KyHostProgram::KyHostProgram(const KyHostOptions& options)
@@ -141,6 +150,9 @@ KyHostLoop::Limits KyHostProgram::getLimits() const {
 
 void KyHostProgram::watchFiles() {
     mWatch = std::make_unique<KyHostFileWatch>([this](const std::string&) {
+        // What the scene before has on the device goes with it.
+        if (mSurface)
+            mSurface->makeCurrent();
         mScripts.runAgain();
         mLoop->wake();
     });
@@ -159,6 +171,7 @@ void KyHostProgram::openPrompt() {
     listeners.ended = [this] { onPromptEnded(); };
     mPrompt = std::make_unique<KyHostPrompt>(mHost, std::move(listeners));
     mErrors.setAround([this](const auto& write) { mPrompt->writeAround(write); });
+    mLoop->setFlush([this] { mPrompt->flushOutput(); });
 }
 
 void KyHostProgram::onPromptEnded() {

@@ -34,7 +34,7 @@ std::string expandEquals(const std::string& line) {
 KyHostPrompt::KyHostPrompt(KyHost& host, Listeners listeners)
     : mHost(host)
     , mListeners(std::move(listeners))
-    , mInput({[this](const std::string& line) { return onLine(line); }, [this] { onEnd(); },
+    , mInput({[this](const std::string& line) { return onLine(line); }, [this] { onInterrupt(); }, [this] { onEnd(); },
               &KyHostCompletion::complete}) {
     if (mInput.isTerminal())
         mInput.keepHistory(getHistoryPath());
@@ -58,6 +58,11 @@ bool KyHostPrompt::onLine(const std::string& line) {
     mChunk.clear();
     mInput.setPrompt(cPrompt);
     return !mHost.isQuitting();
+}
+
+void KyHostPrompt::onInterrupt() {
+    mChunk.clear();
+    mInput.setPrompt(cPrompt);
 }
 
 void KyHostPrompt::onEnd() {

@@ -25,9 +25,12 @@ public:
     bool isTerminal() const { return mInput.isTerminal(); }
     /// See KyLineInput::writeAround.
     void writeAround(const std::function<void()>& write) { mInput.writeAround(write); }
+    /// See KyLineInput::flushOutput.
+    void flushOutput() { mInput.flushOutput(); }
 
 private:
     bool onLine(const std::string& line);
+    void onInterrupt();
     void onEnd();
     /// True when the text may become valid with more lines.
     bool isIncomplete(const std::string& error) const;

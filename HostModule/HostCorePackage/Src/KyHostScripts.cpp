@@ -20,6 +20,19 @@ namespace {
 
 constexpr const char* cChunkName = "=(command line)";
 
+std::string getExtension(const std::string& path) {
+    std::string extension = KyURL(path, KyURL::eLocalPath).getExtension();
+    std::ranges::transform(extension, extension.begin(),
+                           [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
+    return extension;
+}
+
+/// Lua's complaint about a file that was meant as a model helps nobody.
+void hintAtFormat(const std::string& path) {
+    if (getExtension(path) != "lua")
+        KyHostErrors::write("'" + path + "' is not a known model format, run as a script");
+}
+
 } // namespace
 
 KyHostScripts::KyHostScripts(const KyHostOptions& options, KyHostErrors& errors, KyHost& host, KyHostStage& stage)
@@ -54,9 +67,7 @@ bool KyHostScripts::runAgain() {
 }
 
 bool KyHostScripts::isModel(const std::string& path) {
-    std::string extension = KyURL(path, KyURL::eLocalPath).getExtension();
-    std::ranges::transform(extension, extension.begin(),
-                           [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
+    const std::string extension = getExtension(path);
     return extension != "lua" && std::ranges::count(KyModelLoader::getExtensions(), extension) > 0;
 }
 
@@ -89,7 +100,12 @@ bool KyHostScripts::runItem(const KyHostOptions::Item& item) {
         return KyScriptEngine::get().executeChunk(item.text, cChunkName, {});
     if (isModel(item.text))
         return addModel(item.text);
-    return KyScriptEngine::get().executeScript(item.text);
+    if (KyScriptEngine::get().executeScript(item.text))
+        return true;
+    std::string error;
+    if (!KyScriptEngine::get().checkScriptSyntax(item.text, error))
+        hintAtFormat(item.text);
+    return false;
 }
 
 bool KyHostScripts::addModel(const std::string& path) {
@@ -115,6 +131,7 @@ bool KyHostScripts::checkSyntax() {
         const bool isScript = item.kind == KyHostOptions::Item::eFile && !isModel(item.text);
         if (isScript && !KyScriptEngine::get().checkScriptSyntax(item.text, error)) {
             KyScriptEngine::output(error);
+            hintAtFormat(item.text);
             return false;
         }
     }

@@ -8,8 +8,13 @@
 #include "KyRendererContext.h"
 #include "KyURL.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 #include <cmath>
+#include <filesystem>
+
+namespace fs = std::filesystem;
 
 namespace {
 
@@ -30,59 +35,75 @@ double roundUp(double size) {
     return 10.0 * power;
 }
 
+bool savePNG(const fs::path& path, const KyImage& image) {
+    return image.savePNG(KyURL(path.string(), KyURL::eLocalPath));
+}
+
+/// Whoever reads the file finds the picture before or the new one, whole. Devices and pipes are written to as they are.
+bool replaceFile(const fs::path& path, const KyImage& image) {
+    std::error_code error;
+    if (fs::exists(path, error) && !fs::is_regular_file(path, error))
+        return savePNG(path, image);
+    fs::path target = fs::weakly_canonical(path, error);
+    if (error)
+        target = path;
+    fs::path unfinished = target;
+    unfinished += '.' + std::to_string(QCoreApplication::applicationPid()) + ".part";
+    const bool isWritten = savePNG(unfinished, image);
+    if (isWritten)
+        fs::rename(unfinished, target, error);
+    if (isWritten && !error)
+        return true;
+    fs::remove(unfinished, error);
+    return false;
+}
+
 } // namespace
 
 KyHostStage::KyHostStage(int width, int height)
-    : mCanvas(new KyCanvas)
-    , mView(KyGraphicsViewMultiPass::create())
-    , mPass(new KyScenePass) {
-    mView->setName("view");
-    mView->setMainPass(mPass.get());
-    mCanvas->insertView(mView.get());
-    mCanvas->setSize(width, height);
+    : mWidth(width)
+    , mHeight(height) {
     beginScene();
     showScene();
 }
 
 void KyHostStage::beginScene() {
-    mSceneBefore = mScene;
-    mCameraBefore = mCamera;
-    mScene.reset(new KyScene);
-    mScene->setName("scene");
-    mCamera.reset(new KyCamera);
-    mCamera->setName("camera");
-    mCamera->lookAt(cFirstEye, KyVec3d());
+    mMade.scene.reset(new KyScene);
+    mMade.scene->setName("scene");
+    mMade.camera.reset(new KyCamera);
+    mMade.camera->setName("camera");
+    mMade.camera->lookAt(cFirstEye, KyVec3d());
+    const KyHolder<KyScenePass> pass(KyScenePass::create());
+    pass->setScene(mMade.scene.get());
+    pass->setCamera(mMade.camera.get());
+    mMade.view.reset(KyGraphicsViewMultiPass::create());
+    mMade.view->setName("view");
+    mMade.view->setMainPass(pass.get());
+    mMade.canvas.reset(new KyCanvas);
+    mMade.canvas->insertView(mMade.view.get());
+    mMade.canvas->setSize(mWidth, mHeight);
 }
 
-void KyHostStage::showScene() {
-    if (mPass->getScene() == mSceneBefore.get())
-        mPass->setScene(mScene.get());
-    if (mPass->getCamera() == mCameraBefore.get())
-        mPass->setCamera(mCamera.get());
-    mSceneBefore.reset();
-    mCameraBefore.reset();
-}
-
-void KyHostStage::dropScene() {
-    mScene = std::exchange(mSceneBefore, {});
-    mCamera = std::exchange(mCameraBefore, {});
-    mPass->setScene(mScene.get());
-    mPass->setCamera(mCamera.get());
+void KyHostStage::setSize(int width, int height) {
+    mWidth = width;
+    mHeight = height;
+    mShown.canvas->setSize(width, height);
+    mMade.canvas->setSize(width, height);
 }
 
 void KyHostStage::addModel(KyNode& model) {
-    mScene->addChild(&model);
-    mCamera->lookAt(cFirstEye, KyVec3d());
+    mMade.scene->addChild(&model);
+    mMade.camera->lookAt(cFirstEye, KyVec3d());
     frameScene();
 }
 
 void KyHostStage::frameScene() {
-    const double aspect = static_cast<double>(mCanvas->getWidth()) / std::max(mCanvas->getHeight(), 1);
-    mCamera->frame(mScene->getBoundingVolume(), aspect, cModelMargin);
+    const double aspect = static_cast<double>(mWidth) / std::max(mHeight, 1);
+    mMade.camera->frame(mMade.scene->getBoundingVolume(), aspect, cModelMargin);
 }
 
 void KyHostStage::addGround() {
-    const KyVolumed volume = mScene->getBoundingVolume();
+    const KyVolumed volume = mMade.scene->getBoundingVolume();
     const bool hasModel = volume.isFinite();
     const double size = hasModel ? cGroundToModel * std::max(volume.getWidth(), volume.getLength()) : cFirstGround;
     const KyVec3d middle = hasModel ? volume.getCenter() : KyVec3d();
@@ -91,24 +112,24 @@ void KyHostStage::addGround() {
     ground->makeGrid(size > 0.0 ? roundUp(size) : cFirstGround, cGroundCells);
     ground->setColor(KyColor(cGroundColor));
     ground->setPosition(KyVec3d(middle.x, hasModel ? volume.getMin().y : 0.0, middle.z));
-    mScene->addChild(ground);
+    mMade.scene->addChild(ground);
 }
 
 bool KyHostStage::draw(KyGraphicsDevice& device, KyFrameBuffer* target) {
     KyRendererContext context(&device);
     context.setTarget(target);
-    return mCanvas->render(context);
+    return mShown.canvas->render(context);
 }
 
 bool KyHostStage::savePicture(KyGraphicsDevice& device, const std::string& path, std::string& error) {
     const KyHolder<KyFrameBuffer> target(KyFrameBuffer::create());
-    target->setSize(mCanvas->getWidth(), mCanvas->getHeight());
+    target->setSize(mWidth, mHeight);
     if (!draw(device, target.get())) {
         error = "cannot draw the picture for '" + path + "'";
         return false;
     }
     const KyHolder<KyImage> image(target->readPixels());
-    if (image && image->savePNG(KyURL(path, KyURL::eLocalPath)))
+    if (image && replaceFile(path, *image))
         return true;
     error = "cannot write '" + path + "'";
     return false;

@@ -15,23 +15,24 @@ class KyFrameBuffer;
 class KyGraphicsDevice;
 class KyNode;
 
-/// What the program shows: a canvas with one view of one scene through one camera. While a scene is being made anew the
-/// one before stays in the view until it is shown or dropped. Needs GL only to draw.
+/// What the program shows: a canvas with one view of one scene through one camera. While a scene is being made anew,
+/// with a canvas and a view of its own, what was there before is shown until the new is shown or dropped; neither keeps
+/// anything that was done to the other. Needs GL only to draw.
 class KyHostStage {
 public:
     KyHostStage(int width, int height);
 
-    /// The scene and camera that scripts work on.
-    KyScene& getScene() const { return *mScene; }
-    KyCamera& getCamera() const { return *mCamera; }
-    KyGraphicsViewMultiPass& getView() const { return *mView; }
+    /// What scripts work on.
+    KyScene& getScene() const { return *mMade.scene; }
+    KyCamera& getCamera() const { return *mMade.camera; }
+    KyGraphicsViewMultiPass& getView() const { return *mMade.view; }
 
-    /// Begins an empty scene with a camera of its own; the view keeps what it shows.
+    /// Begins an empty scene in a view of its own; what is shown stays.
     void beginScene();
-    /// Puts the scene that was begun into the view, unless the scripts have put something else there.
-    void showScene();
-    /// Gives up the scene that was begun: the view and the scripts have the one before again.
-    void dropScene();
+    /// Shows the scene that was begun and gives up the one before.
+    void showScene() { mShown = mMade; }
+    /// Gives up the scene that was begun: the scripts have the one before again, which is still shown.
+    void dropScene() { mMade = mShown; }
 
     /// Puts a model into the scene and frames it from the front, right and above.
     void addModel(KyNode& model);
@@ -39,8 +40,8 @@ public:
     void addGround();
 
     /// Device pixels.
-    void setSize(int width, int height) { mCanvas->setSize(width, height); }
-    bool needsDrawing() const { return mCanvas->needsRedraw(); }
+    void setSize(int width, int height);
+    bool needsDrawing() const { return mShown.canvas->needsRedraw(); }
     /// Draws with the current GL context into the frame buffer, into the window with null. False when there is nothing
     /// to draw with.
     bool draw(KyGraphicsDevice& device, KyFrameBuffer* target);
@@ -48,13 +49,18 @@ public:
     bool savePicture(KyGraphicsDevice& device, const std::string& path, std::string& error);
 
 private:
+    /// A scene and all that it takes to show it.
+    struct Setup {
+        KyHolder<KyCanvas> canvas;
+        KyHolder<KyGraphicsViewMultiPass> view;
+        KyHolder<KyScene> scene;
+        KyHolder<KyCamera> camera;
+    };
+
     void frameScene();
 
-    KyHolder<KyCanvas> mCanvas;
-    KyHolder<KyGraphicsViewMultiPass> mView;
-    KyHolder<KyScenePass> mPass;
-    KyHolder<KyScene> mScene;
-    KyHolder<KyCamera> mCamera;
-    KyHolder<KyScene> mSceneBefore;
-    KyHolder<KyCamera> mCameraBefore;
+    Setup mMade;
+    Setup mShown;
+    int mWidth;
+    int mHeight;
 };

@@ -15,14 +15,16 @@ public:
     struct Handlers {
         /// One line, without its line end; false when no more are wanted.
         std::function<bool(const std::string& line)> line;
-        /// Standard input is over.
+        /// The line that was begun, and those that it continues, are given up; terminals only.
+        std::function<void()> interrupt;
+        /// Standard input is over, or the program has been asked to end.
         std::function<void()> end;
         /// The texts that may stand for an unfinished word.
         std::function<std::vector<std::string>(const std::string& word)> complete;
     };
 
     explicit KyLineInput(Handlers handlers);
-    /// Gives the terminal back as it was.
+    /// Gives the terminal back as it was, which a signal that ends the program does, too.
     ~KyLineInput();
     KyLineInput(const KyLineInput&) = delete;
     KyLineInput& operator=(const KyLineInput&) = delete;
@@ -30,11 +32,13 @@ public:
     bool isTerminal() const;
     /// Shown before the lines to come; terminals only.
     void setPrompt(const std::string& prompt);
-    /// Reads the lines of earlier sessions from the file and keeps those of this one in it at the end; terminals only.
+    /// Reads the lines of earlier sessions from the file and appends those of this one, each at once; terminals only.
     void keepHistory(const std::string& path);
     void addHistory(const std::string& line);
     /// Lets something else write to the terminal: the line being edited goes out of the way and comes back.
     void writeAround(const std::function<void()>& write);
+    /// Brings what was printed to standard output, in whole lines while a line is being edited, which stays below.
+    void flushOutput();
 
 private:
     struct Native;

@@ -77,3 +77,7 @@ void KyLineInput::addHistory(const std::string&) {}
 void KyLineInput::writeAround(const std::function<void()>& write) {
     write();
 }
+
+void KyLineInput::flushOutput() {
+    std::fflush(stdout);
+}

@@ -129,6 +129,10 @@ TEST(KyHostOptionsTest, HelpAndVersionAreAnsweredWhateverFollows) {
     EXPECT_EQ(KyHostOptions::eShowVersion, parse({"a.lua", "--version", "--size"}).request);
 }
 
+TEST(KyHostOptionsTest, HelpTellsWhatWatchingKeepsAfterAnError) {
+    EXPECT_NE(std::string::npos, KyHostOptions::getHelp().find("keeps the old picture"));
+}
+
 TEST(KyHostOptionsTest, HelpNamesEveryOption) {
     const std::string help = KyHostOptions::getHelp();
     for (const char* usage :

@@ -26,13 +26,11 @@ TEST_F(KyHostProgramTest, UsageErrorsExitWithTwoAndRunNothing) {
         QStringList arguments;
         const char* named;
     };
-    const Case cases[] = {{{"ok.lua", "--nonsense"}, "'--nonsense'"},
-                          {{"ok.lua", "--size", "0x10"}, "'0x10'"},
-                          {{"ok.lua", "--frames"}, "'--frames'"},
-                          {{"ok.lua", "missing.lua"}, "'missing.lua'"},
-                          {{"ok.lua", "missing.obj"}, "'missing.obj'"},
-                          {{"ok.lua", "--", "--help"}, "'--help'"},
-                          {{"ok.lua", "--screenshot", "a.png"}, "'--screenshot'"}};
+    const Case cases[] = {
+        {{"ok.lua", "--nonsense"}, "'--nonsense'"},   {{"ok.lua", "--size", "0x10"}, "'0x10'"},
+        {{"ok.lua", "--frames"}, "'--frames'"},       {{"ok.lua", "missing.lua"}, "'missing.lua'"},
+        {{"ok.lua", "missing.obj"}, "'missing.obj'"}, {{"ok.lua", ""}, "cannot find ''"},
+        {{"ok.lua", "--", "--help"}, "'--help'"},     {{"ok.lua", "--screenshot", "a.png"}, "'--screenshot'"}};
     for (const Case& wrong : cases) {
         const KyHostResult result = runPlain(wrong.arguments);
         EXPECT_EQ(2, result.code) << result;
@@ -220,6 +218,45 @@ TEST_F(KyHostProgramTest, AWindowWithoutADisplayIsRefusedWithAHint) {
     EXPECT_EQ(2, result.code) << result;
     EXPECT_EQ("", result.output);
     EXPECT_PRED2(contains, result.errors, "--offscreen");
+}
+
+TEST_F(KyHostProgramTest, AChosenPlatformThatDoesNotWorkIsRefusedToo) {
+    for (const char* variable : {"DISPLAY", "WAYLAND_DISPLAY"})
+        mEnvironment.remove(variable);
+    for (const char* platform : {"xcb", "nonsense"}) {
+        mEnvironment.insert("QT_QPA_PLATFORM", platform);
+        const KyHostResult result = run({"-e", "print('ran')"});
+        EXPECT_EQ(2, result.code) << platform << result;
+        EXPECT_EQ("", result.output);
+        EXPECT_PRED2(contains, result.errors, "--offscreen");
+    }
+}
+
+TEST_F(KyHostProgramTest, OutputThatIsLostIsAFailure) {
+    if (!QFile::exists("/dev/full"))
+        GTEST_SKIP() << "nothing here is always full";
+    for (const char* arguments : {"--help", "--version", "--no-window -e 'print(1)'",
+                                  "--no-window -i </dev/null -e "
+                                  "'return coroutine.create("
+                                  "function() print(1) end)'"}) {
+        const QString command = getProgram() + ' ' + arguments + " >/dev/full";
+        const KyHostResult result = run({"-c", command}, {}, "/bin/sh");
+        EXPECT_EQ(1, result.code) << arguments << result;
+        EXPECT_EQ("kyhost: cannot write to standard output\n", result.errors) << arguments;
+    }
+}
+
+TEST_F(KyHostProgramTest, AFileOfAnUnknownFormatThatIsNoScriptIsHintedAt) {
+    write("part.step", "ISO-10303-21; HEADER;");
+    write("fails.txt", "error('broken', 0)");
+    write("wrong.lua", "= =");
+    const std::string hint = "kyhost: 'part.step' is not a known model format, run as a script\n";
+    const KyHostResult result = runPlain({"part.step"});
+    EXPECT_EQ(1, result.code);
+    EXPECT_PRED2(startsWith, result.errors, "part.step:1: ");
+    EXPECT_TRUE(result.errors.ends_with(hint)) << result;
+    EXPECT_EQ("broken\n", runPlain({"fails.txt"}).errors);
+    EXPECT_PRED2(lacks, runPlain({"wrong.lua"}).errors, "format");
 }
 
 TEST_F(KyHostProgramTest, HelpAndVersionGoToStandardOutput) {

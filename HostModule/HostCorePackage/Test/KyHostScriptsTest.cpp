@@ -133,6 +133,35 @@ TEST_F(KyHostScriptsTest, AFailureTakesBackWhatItPutIntoTheView) {
     EXPECT_EQ(before, getShownScene());
 }
 
+TEST_F(KyHostScriptsTest, TheHostSurvivesItsDestruction) {
+    for (const char* end : {"host:destroy()", "deleteKyObject(host)"}) {
+        EXPECT_TRUE(run(end)) << end;
+        EXPECT_FALSE(mHost.isEnding());
+        EXPECT_TRUE(runAgain("seen = host.FrameCount")) << end;
+        EXPECT_EQ("0", evaluate("seen")) << end;
+    }
+}
+
+TEST_F(KyHostScriptsTest, AFailureTakesBackWhatItDidToTheViewAndItsPasses) {
+    ASSERT_TRUE(run(cTree));
+    KyGraphicsViewMultiPass* const view = &mStage.getView();
+    EXPECT_FALSE(runAgain("view.MainPass.Samples = 1 view.ClearOrder = 0 view:addPass(KyScenePass()) error('late')"));
+    EXPECT_EQ(view, &mStage.getView());
+    EXPECT_EQ(1u, view->getNbPasses());
+    EXPECT_EQ(KyGraphicsViewMultiPass::eClearColorAndDepth, view->getClearOrder());
+    EXPECT_EQ(4, KyScenePass::cast(view->getMainPass())->getSamples());
+}
+
+TEST_F(KyHostScriptsTest, RunningAgainBeginsWithAFreshView) {
+    ASSERT_TRUE(run("view.MainPass.Samples = 1 view.ClearOrder = 0 view:addPass(KyScenePass())"));
+    ASSERT_EQ(2u, mStage.getView().getNbPasses());
+    ASSERT_TRUE(runAgain(cHouse));
+    EXPECT_EQ(1u, mStage.getView().getNbPasses());
+    EXPECT_EQ(KyGraphicsViewMultiPass::eClearColorAndDepth, mStage.getView().getClearOrder());
+    EXPECT_EQ(4, KyScenePass::cast(mStage.getView().getMainPass())->getSamples());
+    EXPECT_EQ(64, mStage.getView().getAreaPixels().getWidth());
+}
+
 TEST_F(KyHostScriptsTest, TheSandboxHoldsAfterRunningAgain) {
     mOptions.isSandboxed = true;
     ASSERT_TRUE(run("seen = tostring(io)"));

@@ -6,7 +6,9 @@
 #include "KyImage.h"
 #include "KyURL.h"
 
+#include <QDir>
 #include <QElapsedTimer>
+#include <QFileInfo>
 #include <QThread>
 
 #include <gtest/gtest.h>
@@ -110,6 +112,27 @@ TEST_F(KyHostViewTest, APictureThatCannotBeWrittenIsNamed) {
     const KyHostResult result = draw({"--frames", "1", "--screenshot", "no/such/folder/a.png"});
     EXPECT_EQ(1, result.code);
     EXPECT_PRED2(contains, result.errors, "'no/such/folder/a.png'");
+}
+
+TEST_F(KyHostViewTest, APictureTakesThePlaceOfTheOneBeforeAtOnce) {
+    write("other.png", "before");
+    QFile::link(getPath("other.png"), getPath("shot.png"));
+    QFile before(getPath("other.png"));
+    ASSERT_TRUE(before.open(QIODevice::ReadOnly));
+    const KyHostResult result = draw({"--frames", "1", "--size", "8x6"});
+    ASSERT_EQ(0, result.code) << result;
+    EXPECT_EQ("before", before.readAll().toStdString());
+    EXPECT_EQ(8, load("other.png")->getWidth());
+    EXPECT_TRUE(QFileInfo(getPath("shot.png")).isSymLink());
+    EXPECT_EQ(2, QDir(mFolder.path()).entryList(QDir::Files | QDir::Hidden).size());
+}
+
+TEST_F(KyHostViewTest, AnyChoiceOfPlatformDrawsOffScreen) {
+    for (const char* platform : {"xcb", "nonsense"}) {
+        mHeadless.insert("QT_QPA_PLATFORM", platform);
+        const KyHostResult result = draw({"--frames", "1", "--size", "8x6"});
+        EXPECT_EQ(0, result.code) << platform << result;
+    }
 }
 
 TEST_F(KyHostViewTest, AChangedScriptIsRunAgainAndAFailingOneKeepsThePicture) {
