@@ -9,6 +9,7 @@
 #include "KyModuleManager.h"
 
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QKeyEvent>
 #include <QTimer>
 
@@ -104,7 +105,10 @@ TEST_F(KyHostWindowTest, AWindowShowsTheSceneAndFollowsItsSize) {
     window->resize(300, 100);
     // The window system resizes when it pleases.
     const auto getWidth = [this] { return mStage.getView().getAreaPixels().getWidth(); };
-    for (int i = 0; i < 100 && getWidth() != 300; ++i)
+    constexpr int cPatience = 5000;
+    QElapsedTimer timer;
+    timer.start();
+    while (timer.elapsed() < cPatience && getWidth() != 300)
         runFrames(*window, 1);
     EXPECT_EQ(300, getWidth());
     EXPECT_EQ(100, mStage.getView().getAreaPixels().getHeight());
