@@ -8,6 +8,8 @@
 #include "KyException.h"
 #include "KyURL.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <cmath>
 
@@ -99,7 +101,12 @@ bool KyMeshNode::loadModel(const KyURL& url) {
         KyException::create(error);
         return false;
     }
-    return addChild(model);
+    const KyHolder<KyNode> keep(model);
+    if (addChild(model))
+        return true;
+    KyException::create(
+        fmt::format("KyMeshNode::loadModel(): \"{}\" has too many levels of nodes to stand here.", url.toString()));
+    return false;
 }
 
 KyVolumed KyMeshNode::getOwnVolume() const {

@@ -6,8 +6,20 @@
 #include "KyURL.h"
 
 #include <array>
+#include <stdexcept>
 
 const KyType* KyMeshNode::msType = nullptr;
+
+namespace {
+
+void setColorByText(KyMeshNode& node, const std::string& html) {
+    KyColor color;
+    if (!KyColor::fromHtml(html, color))
+        throw std::invalid_argument("KyMeshNode::setColor(): \"" + html + "\" is no color.");
+    node.setColor(color);
+}
+
+} // namespace
 
 void KyMeshNode::initializeType() {
     if (msType)
@@ -41,7 +53,7 @@ void KyMeshNode::initializeType() {
                     [](KyMeshNode& n, double r, double g, double b) {
                         n.setColor(KyColor(static_cast<float>(r), static_cast<float>(g), static_cast<float>(b)));
                     })
-            .method("setColor", [](KyMeshNode& n, const std::string& html) { n.setColor(KyColor(html)); })
+            .method("setColor", &setColorByText)
             .build();
 }
 

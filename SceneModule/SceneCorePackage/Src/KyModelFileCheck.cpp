@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "KyModelFileCheck_p.h"
 
+#include "KyModelNesting_p.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -162,12 +164,43 @@ std::string checkPly(std::string_view bytes) {
     return header.isComplete ? checkPlyBody(header, bytes) : "its header has no end";
 }
 
+std::string checkBinaryGltf(std::string_view bytes) {
+    constexpr std::size_t cLength = 12, cPrefix = 20;
+    if (bytes.size() < cPrefix)
+        return "it is too short";
+    if (!bytes.starts_with("glTF"))
+        return "it does not begin with \"glTF\"";
+    std::uint32_t length = 0;
+    std::memcpy(&length, bytes.data() + cLength, sizeof(length));
+    if (length > bytes.size() - cPrefix)
+        return "it is shorter than its length says";
+    return kyCheckGltfNesting(bytes.substr(cPrefix, length));
+}
+
+std::string checkX(std::string_view bytes) {
+    constexpr std::size_t cFormat = 8;
+    if (bytes.starts_with("xof ") && bytes.size() > cFormat && bytes.substr(cFormat).starts_with("tzip"))
+        return "compressed files of this kind are not read";
+    return kyCheckBraceNesting(bytes, "#/");
+}
+
+std::string checkFbx(std::string_view bytes) {
+    return bytes.starts_with("Kaydara FBX Binary") ? kyCheckBinaryFbxNesting(bytes) : kyCheckBraceNesting(bytes, ";");
+}
+
 struct Check {
     std::string_view extension;
     std::string (*check)(std::string_view bytes);
 };
 
-constexpr std::array<Check, 3> cChecks{{{"obj", checkObj}, {"stl", checkStl}, {"ply", checkPly}}};
+constexpr std::array<Check, 8> cChecks{{{"obj", checkObj},
+                                        {"stl", checkStl},
+                                        {"ply", checkPly},
+                                        {"gltf", kyCheckGltfNesting},
+                                        {"glb", checkBinaryGltf},
+                                        {"dae", kyCheckXmlNesting},
+                                        {"x", checkX},
+                                        {"fbx", checkFbx}}};
 
 } // namespace
 

@@ -12,6 +12,7 @@
 #include <fmt/format.h>
 
 #ifdef KY_WITH_ASSIMP
+#include <assimp/BaseImporter.h>
 #include <assimp/Importer.hpp>
 #include <assimp/config.h>
 #include <assimp/postprocess.h>
@@ -26,6 +27,8 @@
 #include <fstream>
 #include <memory>
 #include <span>
+#include <stdexcept>
+#include <utility>
 
 const KyType* KyModelLoader::msType = nullptr;
 
@@ -70,6 +73,12 @@ std::string makeReadable(std::string text) {
     std::ranges::replace_if(
         text, [](unsigned char c) { return c < 0x20 || c == 0x7f; }, ' ');
     return text.substr(0, 400);
+}
+
+/// The importers end their reasons each in its own way; the report has a full stop of its own.
+std::string dropEnd(std::string reason) {
+    reason.erase(reason.find_last_not_of(". \r\n") + 1);
+    return reason;
 }
 
 std::filesystem::path toPath(const std::string& utf8) {
@@ -168,6 +177,8 @@ void applyMaterial(const aiScene& scene, const aiMesh& mesh, KyMeshNode& node) {
         node.setMetalness(static_cast<double>(value));
 }
 
+constexpr const char* cTooDeep = "its nodes are nested too deeply";
+
 /// Turns what was imported into nodes; its meshes are shared by the nodes that show them.
 class KyModelConversion {
 public:
@@ -184,28 +195,37 @@ public:
 
     bool isConsistent() const { return mIsConsistent; }
 
-    std::unique_ptr<KyNode> convert(const aiNode& node) const {
+    /// Throws when the nodes are nested too deeply.
+    std::unique_ptr<KyNode> convert(const aiNode& node, unsigned depth = 0) const {
+        if (depth > KyNode::cMaxDepth)
+            throw std::length_error(cTooDeep);
         auto result = std::make_unique<KyNode>();
         result->setName(node.mName.C_Str());
         result->setLocalFrame(toMatrix(node.mTransformation));
         for (const unsigned index : std::span(node.mMeshes, node.mNumMeshes))
             addMesh(index, *result);
         for (const aiNode* child : std::span(node.mChildren, node.mNumChildren))
-            result->addChild(convert(*child).release());
+            join(*result, convert(*child, depth + 1));
         return result;
     }
 
 private:
+    static void join(KyNode& parent, std::unique_ptr<KyNode> child) {
+        if (!parent.addChild(child.get()))
+            throw std::length_error(cTooDeep);
+        child.release();
+    }
+
     void addMesh(unsigned index, KyNode& parent) const {
         if (index >= mMeshes.size() || mMeshes[index]->getNbPrimitives() == 0)
             return;
-        auto* node = new KyMeshNode;
+        auto node = std::make_unique<KyMeshNode>();
         node->setMesh(mMeshes[index].get());
         node->setName(mScene.mMeshes[index]->mName.C_Str());
         if (mMeshes[index]->getData().primitive != KyPrimitive::eTriangles)
             node->setShading(KyMeshNode::eUnlit);
         applyMaterial(mScene, *mScene.mMeshes[index], *node);
-        parent.addChild(node);
+        join(parent, std::move(node));
     }
 
     const aiScene& mScene;
@@ -217,8 +237,20 @@ constexpr unsigned cSteps = aiProcess_Triangulate | aiProcess_GenSmoothNormals |
                             aiProcess_SortByPType | aiProcess_ValidateDataStructure | aiProcess_FindInvalidData |
                             aiProcess_ImproveCacheLocality;
 
-std::unique_ptr<KyNode> import(const std::string& path, std::string& reason) {
+/// The extension alone tells the format: what was checked as one format is not read as another.
+void keepReaders(Assimp::Importer& importer, const std::string& extension) {
+    for (std::size_t i = importer.GetImporterCount(); i-- > 0;) {
+        const std::string known = fmt::format(" {} ", importer.GetImporterInfo(i)->mFileExtensions);
+        if (known.find(fmt::format(" {} ", extension)) != std::string::npos)
+            continue;
+        const std::unique_ptr<Assimp::BaseImporter> reader(importer.GetImporter(i));
+        importer.UnregisterLoader(reader.get());
+    }
+}
+
+std::unique_ptr<KyNode> import(const std::string& path, const std::string& extension, std::string& reason) {
     Assimp::Importer importer;
+    keepReaders(importer, extension);
     importer.SetPropertyFloat(AI_CONFIG_PP_GSN_MAX_SMOOTHING_ANGLE, 45.0f);
     const aiScene* scene = importer.ReadFile(path, cSteps);
     if (!scene || !scene->mRootNode || (scene->mFlags & AI_SCENE_FLAGS_INCOMPLETE)) {
@@ -252,13 +284,14 @@ KyNode* KyModelLoader::load(const KyURL& url, std::string& error) {
         reason = checkFile(url, path);
     try {
         if (reason.empty())
-            node = import(path, reason);
+            node = import(path, getLowerExtension(url), reason);
     } catch (const std::exception& exception) {
         reason = exception.what();
     } catch (...) {
         reason = "the reader failed";
     }
     if (!node) {
+        reason = dropEnd(reason);
         const std::string name = path.empty() ? url.toString() : path;
         error = makeReadable(fmt::format("KyModelLoader::load(): \"{}\" cannot be loaded: {}.", name,
                                          reason.empty() ? "unknown reason" : reason));

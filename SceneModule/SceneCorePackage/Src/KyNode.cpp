@@ -50,6 +50,7 @@ KyNode::~KyNode() {
         const auto found = std::ranges::find(siblings, this);
         const auto index = static_cast<int>(found - siblings.begin());
         siblings.erase(found);
+        mParent->lowerHeight();
         mParent->touch();
         mParent->notifyModified(eElementRemoved, "Children", index);
     }
@@ -111,15 +112,47 @@ bool KyNode::isBelow(const KyNode* node) const {
     return false;
 }
 
-bool KyNode::insertChild(unsigned index, KyNode* child) {
-    if (!child || isBelow(child) || child->isEnding())
+bool KyNode::mayTake(const KyNode* child) const {
+    if (child->isEnding() || isBelow(child))
         return false;
-    child->addReference();
-    if (child->mParent)
+    unsigned depth = 0;
+    for (const KyNode* above = mParent; above; above = above->mParent)
+        ++depth;
+    return depth + 1 + child->mHeight <= cMaxDepth;
+}
+
+void KyNode::raiseHeight() {
+    for (KyNode* node = this; node->mParent && node->mParent->mHeight <= node->mHeight; node = node->mParent)
+        node->mParent->mHeight = node->mHeight + 1;
+}
+
+void KyNode::lowerHeight() {
+    for (KyNode* node = this; node; node = node->mParent) {
+        unsigned height = 0;
+        // The first child of the old height tells that nothing changes, here and above.
+        for (auto child = node->mChildren.begin(); child != node->mChildren.end() && height < node->mHeight; ++child)
+            height = std::max(height, (*child)->mHeight + 1);
+        if (height == node->mHeight)
+            return;
+        node->mHeight = height;
+    }
+}
+
+bool KyNode::insertChild(unsigned index, KyNode* child) {
+    if (!child || !mayTake(child))
+        return false;
+    const KyHolder<KyNode> keep(child->mParent ? child : nullptr);
+    if (child->mParent) {
         child->mParent->removeChild(child);
+        // Those who were told of it may have moved either.
+        if (child->mParent || !mayTake(child))
+            return false;
+    }
+    child->addReference();
     const std::size_t position = std::min<std::size_t>(index, mChildren.size());
     mChildren.insert(mChildren.begin() + static_cast<std::ptrdiff_t>(position), child);
     child->mParent = this;
+    child->raiseHeight();
     child->invalidateWorldFrame();
     touch();
     notifyModified(eElementInserted, "Children", static_cast<int>(position));
@@ -150,6 +183,7 @@ void KyNode::detach(std::size_t index) {
     KyNode* child = mChildren[index];
     mChildren.erase(mChildren.begin() + static_cast<std::ptrdiff_t>(index));
     child->mParent = nullptr;
+    lowerHeight();
     child->invalidateWorldFrame();
     touch();
     notifyModified(eElementRemoved, "Children", static_cast<int>(index));

@@ -38,6 +38,9 @@ public:
     static void finalizeType();
     const KyType* getObjectType() const override;
 
+    /// How many levels a tree of nodes has at most below its top: what walks down a tree relies on it.
+    static constexpr unsigned cMaxDepth = 1000;
+
     KyNode() = default;
     /// The children lose their parent and one reference each.
     ~KyNode() override;
@@ -63,7 +66,8 @@ public:
     /// The first node of that name, this one or below; null when there is none.
     KyNode* find(std::string_view name);
 
-    /// Appends; the child leaves its former parent. False for null, this node and those above it.
+    /// Appends; the child leaves its former parent. False, and nothing changed, for null, this node and those above it,
+    /// and where the tree would become deeper than cMaxDepth.
     bool addChild(KyNode* child) { return insertChild(getNbChildren(), child); }
     /// Inserts before the index (at the end when it is larger), as addChild otherwise.
     bool insertChild(unsigned index, KyNode* child);
@@ -120,6 +124,9 @@ private:
     void frameModified(std::string_view attribute);
     void invalidateWorldFrame();
     bool isBelow(const KyNode* node) const;
+    bool mayTake(const KyNode* child) const;
+    void raiseHeight();
+    void lowerHeight();
     void detach(std::size_t index);
     void intersectHere(const KyRay<double>& ray, KyNodeHit& hit);
 
@@ -128,6 +135,8 @@ private:
     mutable bool mIsWorldFrameValid = false;
     KyNode* mParent = nullptr;
     std::vector<KyNode*> mChildren;
+    // Levels below this node.
+    unsigned mHeight = 0;
     KyVec3d mPosition;
     KyQuatd mOrientation;
     KyVec3d mScale{1.0, 1.0, 1.0};

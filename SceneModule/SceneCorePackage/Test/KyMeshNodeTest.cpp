@@ -8,7 +8,9 @@
 
 #include <gtest/gtest.h>
 
+#include <exception>
 #include <limits>
+#include <string>
 
 namespace {
 
@@ -34,6 +36,21 @@ TEST(KyMeshNodeTest, ScriptsMakeShapesByMethods) {
     ASSERT_TRUE(call(*node, "setColor", {KyField("#ff0000")}));
     EXPECT_EQ(node->getColor(), KyColor(1, 0, 0));
     EXPECT_FALSE(call(*node, "makeBox", {KyField("wide")}));
+}
+
+TEST(KyMeshNodeTest, ATextThatIsNoColorIsRefusedByNameAndChangesNothing) {
+    const KyHolder<KyMeshNode> node(new KyMeshNode);
+    node->setColor(KyColor(1, 0, 0));
+    for (const char* text : {"nocolor", "#zz", ""}) {
+        std::string reason;
+        try {
+            call(*node, "setColor", {KyField(text)});
+        } catch (const std::exception& exception) {
+            reason = exception.what();
+        }
+        EXPECT_NE(reason.find('"' + std::string(text) + '"'), std::string::npos) << reason;
+        EXPECT_EQ(node->getColor(), KyColor(1, 0, 0)) << text;
+    }
 }
 
 TEST(KyMeshNodeTest, AttributesAreLimited) {

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "KyHolder.h"
 #include "KyMeshNode.h"
+#include "KyModelFiles.h"
 #include "KyModelLoader.h"
 
 #include "KyException.h"
@@ -11,7 +12,6 @@
 
 #include <cstring>
 #include <filesystem>
-#include <fstream>
 #include <string>
 
 namespace {
@@ -52,22 +52,7 @@ std::string makeGarbage() {
     return bytes;
 }
 
-class KyModelLoaderTest : public testing::Test {
-protected:
-    KyModelLoaderTest()
-        : mDirectory(std::filesystem::path(testing::TempDir()) / "KyModelLoaderTest") {
-        std::filesystem::create_directories(mDirectory);
-    }
-    ~KyModelLoaderTest() override { std::filesystem::remove_all(mDirectory); }
-
-    KyURL getURL(const std::string& name) const { return KyURL((mDirectory / name).string(), KyURL::eLocalPath); }
-    KyURL write(const std::string& name, const std::string& bytes) const {
-        std::ofstream(mDirectory / name, std::ios::binary) << bytes;
-        return getURL(name);
-    }
-
-    std::filesystem::path mDirectory;
-};
+class KyModelLoaderTest : public KyModelFiles {};
 
 TEST_F(KyModelLoaderTest, WholeFilesBecomeNodesThatNobodyHoldsYet) {
     if (KyModelLoader::getExtensions().empty())
@@ -124,6 +109,7 @@ TEST_F(KyModelLoaderTest, WhatIsNoWholeModelIsRefusedWithATextThatNamesTheFile) 
         EXPECT_EQ(KyModelLoader::load(write(name, bytes), error), nullptr) << name;
         EXPECT_NE(error.find(name), std::string::npos) << error;
         EXPECT_EQ(error.find('\n'), std::string::npos) << error;
+        EXPECT_TRUE(error.ends_with('.') && !error.ends_with("..") && !error.ends_with(" .")) << error;
     }
 }
 

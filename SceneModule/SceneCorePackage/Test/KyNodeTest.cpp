@@ -28,6 +28,26 @@ void expectNear(const KyVec3d& a, const KyVec3d& b) {
     EXPECT_NEAR((a - b).length(), 0.0, 1e-12) << a << " instead of " << b;
 }
 
+/// Puts one node below another as soon as it hears of a change.
+class Mover : public KyHasSlots {
+public:
+    void onModified(KyObject*, KyObjectModificationType, const std::string&, int) { parent->addChild(child); }
+    KyNode* parent = nullptr;
+    KyNode* child = nullptr;
+};
+
+/// A chain of that many levels below its top; `bottom` is the lowest.
+KyHolder<KyNode> makeChain(unsigned levels, KyNode*& bottom) {
+    KyHolder<KyNode> top(new KyNode);
+    bottom = top.get();
+    for (unsigned i = 0; i < levels; ++i) {
+        auto* next = new KyNode;
+        EXPECT_TRUE(bottom->addChild(next));
+        bottom = next;
+    }
+    return top;
+}
+
 class KyNodeTest : public testing::Test {
 protected:
     KyNodeTest()
@@ -133,6 +153,75 @@ TEST_F(KyNodeTest, RevisionsOfAllAboveChangeAndNoOthers) {
     EXPECT_NE(mRoot->getRevision(), root);
     EXPECT_NE(mChild->getRevision(), child);
     EXPECT_EQ(sibling->getRevision(), other);
+}
+
+TEST_F(KyNodeTest, ATreeIsNoDeeperThanItsLimit) {
+    KyNode* bottom = nullptr;
+    const KyHolder<KyNode> top = makeChain(KyNode::cMaxDepth, bottom), more(new KyNode);
+    EXPECT_FALSE(bottom->addChild(more.get()));
+    EXPECT_FALSE(bottom->getAttribute("Children")->addValue(*bottom, 0, KyField(more.get())));
+    EXPECT_EQ(bottom->getNbChildren(), 0u);
+    EXPECT_EQ(more->getNbReferences(), 1u);
+    EXPECT_TRUE(bottom->getParent()->addChild(more.get()));
+}
+
+TEST_F(KyNodeTest, TreesThatWouldBecomeTooDeepTogetherAreNotJoined) {
+    constexpr unsigned cHalf = KyNode::cMaxDepth / 2;
+    KyNode *middle = nullptr, *bottom = nullptr;
+    const KyHolder<KyNode> upper = makeChain(cHalf, middle), lower = makeChain(cHalf, bottom);
+    EXPECT_FALSE(middle->addChild(lower.get()));
+    EXPECT_TRUE(middle->getParent()->addChild(lower.get()));
+    EXPECT_FALSE(mRoot->addChild(upper.get()));
+    EXPECT_EQ(upper->getParent(), nullptr);
+}
+
+TEST_F(KyNodeTest, WhatLeavesATreeMakesRoomForOthers) {
+    KyNode *deepEnd = nullptr, *flatEnd = nullptr;
+    const KyHolder<KyNode> deep = makeChain(KyNode::cMaxDepth - 1, deepEnd);
+    const KyHolder<KyNode> flat = makeChain(KyNode::cMaxDepth - 2, flatEnd), stem(new KyNode);
+    ASSERT_TRUE(stem->addChild(flat.get()));
+    ASSERT_TRUE(stem->addChild(deep.get()));
+    EXPECT_FALSE(mRoot->addChild(stem.get()));
+    ASSERT_TRUE(stem->removeChild(deep.get()));
+    EXPECT_TRUE(mRoot->addChild(stem.get()));
+    EXPECT_FALSE(deepEnd->addChild(mRoot.get()));
+    mRoot->removeAllChildren();
+    EXPECT_TRUE(deepEnd->addChild(mRoot.get()));
+}
+
+TEST_F(KyNodeTest, ANodeThatIsDestroyedMakesRoomForOthers) {
+    KyNode *bottom = nullptr, *lowest = nullptr;
+    const KyHolder<KyNode> deep = makeChain(KyNode::cMaxDepth, bottom), upper = makeChain(1, lowest);
+    EXPECT_FALSE(lowest->addChild(deep.get()));
+    deep->getChild(0)->getChild(0)->destroy();
+    EXPECT_TRUE(lowest->addChild(deep.get()));
+}
+
+TEST_F(KyNodeTest, TheDeepestTreeIsWalkedCopiedAndEnded) {
+    KyNode* bottom = nullptr;
+    KyHolder<KyNode> top = makeChain(KyNode::cMaxDepth - 1, bottom);
+    auto* box = new KyMeshNode;
+    box->makeBox(2, 2, 2);
+    box->setName("box");
+    ASSERT_TRUE(bottom->addChild(box));
+    KyHolder<KyNode> copy(top->clone());
+    top.reset();
+    copy->setPosition(KyVec3d(5, 0, 0));
+    EXPECT_EQ(copy->getBoundingVolume().getMax(), KyVec3d(6, 1, 1));
+    KyNodeHit hit;
+    EXPECT_TRUE(copy->intersect(KyRayd(KyVec3d(5, 0, 10), KyVec3d(0, 0, -1)), hit));
+    EXPECT_EQ(hit.node, copy->find("box"));
+}
+
+TEST_F(KyNodeTest, AListenerThatMovesNodesMeanwhileMakesNoLoop) {
+    const KyHolder<KyNode> target(new KyNode);
+    Mover mover;
+    mover.parent = mChild.get();
+    mover.child = target.get();
+    mRoot->connectModified(&mover, &Mover::onModified);
+    EXPECT_FALSE(target->addChild(mChild.get()));
+    EXPECT_EQ(target->getParent(), mChild.get());
+    EXPECT_EQ(mChild->getParent(), nullptr);
 }
 
 TEST_F(KyNodeTest, NodesAreFoundByNameWhereverTheyStand) {
