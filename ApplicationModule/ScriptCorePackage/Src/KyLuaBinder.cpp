@@ -7,6 +7,7 @@
 #include "KyLuaChunks_p.h"
 #include "KyLuaConverters_p.h"
 #include "KyLuaInstance_p.h"
+#include "KyLuaUtilities_p.h"
 #include "KyLuaValues_p.h"
 #include "KyScriptEngine.h"
 
@@ -30,6 +31,7 @@ namespace {
 int bindAllClasses(lua_State* state, KyLuaErrorText&) {
     if (KyScriptEngine* engine = kyLuaEngine(state))
         engine->bindAllClasses();
+    kySetLuaUtilities(state);
     return 0;
 }
 

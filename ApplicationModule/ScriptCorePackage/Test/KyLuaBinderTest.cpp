@@ -339,3 +339,17 @@ TEST_F(KyLuaBinderTest, TwoRoundsOfInitialisationWork) {
     SetUp();
     EXPECT_EQ(eval("lamp.Power"), "1");
 }
+
+TEST_F(KyLuaBinderTest, BindingAllClassesBringsTheUtilities) {
+    EXPECT_EQ(eval("bit_and"), "nil");
+    run("bindAllClasses()");
+    EXPECT_EQ(eval("bit_and(12, 10)"), "8");
+    EXPECT_EQ(eval("bit_or(12, 10)"), "14");
+    EXPECT_EQ(eval("bit_xor(12, 10)"), "6");
+    EXPECT_EQ(eval("bit_not(0)"), "-1");
+    EXPECT_EQ(eval("bit_and(-1, 255)"), "255");
+    EXPECT_EQ(eval("bit_or(4294967295, 0)"), "-1");
+    EXPECT_TRUE(contains(eval("bit_not(0/0)"), "finite number expected"));
+    EXPECT_TRUE(contains(eval("bit_and(1)"), "number expected"));
+    EXPECT_EQ(eval("openUrl('nowhere:')"), "false") << "no desktop in a test";
+}
