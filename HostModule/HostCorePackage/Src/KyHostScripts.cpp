@@ -15,6 +15,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <vector>
 
 namespace {
 
@@ -76,7 +77,9 @@ void KyHostScripts::prepareState() {
     if (mOptions.isSandboxed)
         KyApplication::removeUnsafeLuaFunctionsAndModules();
     engine.setReturnValuesOutput(mOptions.printsResults);
-    engine.bindAllClasses();
+    // The scripts' own function brings the bit functions and openUrl as well.
+    std::vector<KyField> none;
+    engine.callLuaFunction("bindAllClasses", {}, none);
     engine.bindInstance(&mStage.getScene(), "scene");
     engine.bindInstance(&mStage.getCamera(), "camera");
     engine.bindInstance(&mStage.getView(), "view");

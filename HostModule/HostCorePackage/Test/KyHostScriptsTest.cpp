@@ -78,6 +78,8 @@ constexpr const char* cHouse = "local n = KyNode() n.Name = 'house' scene:addChi
 } // namespace
 
 TEST_F(KyHostScriptsTest, ScriptsFindTheHostsObjects) {
+    EXPECT_TRUE(run("mask = bit_and(6, 3)"));
+    EXPECT_EQ(evaluate("mask"), "2");
     EXPECT_TRUE(run("seen = scene.Name .. camera.Name .. view.Name .. host.FrameCount"));
     EXPECT_EQ("scenecameraview0", evaluate("seen"));
 }
