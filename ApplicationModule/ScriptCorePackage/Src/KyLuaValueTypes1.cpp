@@ -13,17 +13,11 @@ namespace {
 char gGroupKey = 0;
 
 // luabind tells calls apart by the argument's class only, so one element type of each operation is enough.
-template <class T>
-luabind::scope makeVec2(const char* name) {
-    using Vec = KyVec2<T>;
+/// What vectors of two and three components have in common.
+template <class Vec, class T>
+luabind::scope withVectorMembers(luabind::class_<Vec>& vectorClass) {
     using namespace luabind;
-    return class_<Vec>(name)
-        .def(constructor<>())
-        .def(constructor<T, T>())
-        .def(constructor<const Vec&>())
-        .def_readwrite("x", &Vec::x)
-        .def_readwrite("y", &Vec::y)
-        .def("length", &Vec::length)
+    return vectorClass.def("length", &Vec::length)
         .def("normalize", &Vec::normalize)
         .def("dot", &Vec::dot)
         .def("cross", &Vec::cross)
@@ -41,31 +35,28 @@ luabind::scope makeVec2(const char* name) {
 }
 
 template <class T>
+luabind::scope makeVec2(const char* name) {
+    using Vec = KyVec2<T>;
+    using namespace luabind;
+    return withVectorMembers<Vec, T>(class_<Vec>(name)
+                                         .def(constructor<>())
+                                         .def(constructor<T, T>())
+                                         .def(constructor<const Vec&>())
+                                         .def_readwrite("x", &Vec::x)
+                                         .def_readwrite("y", &Vec::y));
+}
+
+template <class T>
 luabind::scope makeVec3(const char* name) {
     using Vec = KyVec3<T>;
     using namespace luabind;
-    return class_<Vec>(name)
-        .def(constructor<>())
-        .def(constructor<T, T, T>())
-        .def(constructor<const Vec&>())
-        .def_readwrite("x", &Vec::x)
-        .def_readwrite("y", &Vec::y)
-        .def_readwrite("z", &Vec::z)
-        .def("length", &Vec::length)
-        .def("normalize", &Vec::normalize)
-        .def("dot", &Vec::dot)
-        .def("cross", &Vec::cross)
-        .def("isNull", &Vec::isNull)
-        .def(tostring(const_self))
-        .def(const_self + other<const Vec&>())
-        .def(const_self - other<const Vec&>())
-        .def(const_self * other<const Vec&>())
-        .def(const_self * T())
-        .def(T() * const_self)
-        .def(const_self / T())
-        .def(const_self == other<const Vec&>())
-        .def(
-            "__unm", +[](const Vec& vector) { return -vector; });
+    return withVectorMembers<Vec, T>(class_<Vec>(name)
+                                         .def(constructor<>())
+                                         .def(constructor<T, T, T>())
+                                         .def(constructor<const Vec&>())
+                                         .def_readwrite("x", &Vec::x)
+                                         .def_readwrite("y", &Vec::y)
+                                         .def_readwrite("z", &Vec::z));
 }
 
 } // namespace

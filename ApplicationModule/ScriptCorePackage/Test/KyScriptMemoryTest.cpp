@@ -47,6 +47,15 @@ public:
     static std::vector<Operation> makeOperations();
 
 protected:
+    /// With memory back, a class whose binding broke off binds anew.
+    static bool isClassBoundWhole() {
+        KyLuaBinder::bind();
+        return engine().executeChunk(
+            "local o = createKyObject('KyDynamicObject') local m = getmetatable(o) "
+            "local isWhole = m.__gc and m.__eq and m.__tessaly_type and KyDynamicObject.destroy "
+            "o:destroy() assert(isWhole)");
+    }
+
     void SetUp() override {
         KyScriptEngineFixture::SetUp();
         KyDynamicObject::getType();
@@ -75,6 +84,7 @@ TEST_P(KyScriptMemoryTest, FailsCleanlyWhereverMemoryEnds) {
             ASSERT_NE(message.find("not enough memory"), std::string::npos) << message;
         ASSERT_EQ(text("1 + 1"), "2") << "request " << n;
         ASSERT_EQ(top(), 0) << "request " << n;
+        ASSERT_TRUE(isClassBoundWhole()) << "request " << n;
     }
     EXPECT_TRUE(done);
 }
