@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "KyMathForward.h"
 #include "KyObjectReference.h"
 
 #include <cstddef>
@@ -10,21 +11,6 @@
 #include <string_view>
 #include <type_traits>
 
-template <class T>
-class KyVec2;
-template <class T>
-class KyVec3;
-template <class T>
-class KyQuat;
-template <class T>
-class KyMat4;
-template <class T>
-class KyRect;
-template <class T>
-class KyBox;
-template <class T>
-class KyVolume;
-class KyColor;
 class KyDate;
 class KyTime;
 class KyDateTime;
