@@ -177,15 +177,25 @@ std::string checkBinaryGltf(std::string_view bytes) {
     return kyCheckGltfNesting(bytes.substr(cPrefix, length));
 }
 
+/// As many as the deep stack of the reader bears inside each other.
+constexpr std::size_t cMaxBraces = 30000;
+
+/// Of a binary file: numbers that look like the sign of a brace count too, so there are no more than these.
+std::size_t countBraces(std::string_view bytes) {
+    constexpr std::string_view cBrace("\x0a\0", 2);
+    std::size_t count = 0;
+    for (std::size_t at = bytes.find(cBrace); at != std::string_view::npos; at = bytes.find(cBrace, at + 1))
+        ++count;
+    return count;
+}
+
 std::string checkX(std::string_view bytes) {
     constexpr std::size_t cFormat = 8;
     if (bytes.starts_with("xof ") && bytes.size() > cFormat && bytes.substr(cFormat).starts_with("tzip"))
         return "compressed files of this kind are not read";
+    if (bytes.starts_with("xof ") && bytes.size() > cFormat && bytes.substr(cFormat).starts_with("bin "))
+        return countBraces(bytes) > cMaxBraces ? "its nodes are nested too deeply" : std::string();
     return kyCheckBraceNesting(bytes, "#/");
-}
-
-std::string checkFbx(std::string_view bytes) {
-    return bytes.starts_with("Kaydara FBX Binary") ? kyCheckBinaryFbxNesting(bytes) : kyCheckBraceNesting(bytes, ";");
 }
 
 struct Check {
@@ -198,9 +208,9 @@ constexpr std::array<Check, 8> cChecks{{{"obj", checkObj},
                                         {"ply", checkPly},
                                         {"gltf", kyCheckGltfNesting},
                                         {"glb", checkBinaryGltf},
-                                        {"dae", kyCheckXmlNesting},
+                                        {"dae", kyCheckColladaNesting},
                                         {"x", checkX},
-                                        {"fbx", checkFbx}}};
+                                        {"fbx", kyCheckFbxNesting}}};
 
 } // namespace
 

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "KyModelLoader.h"
 
+#include "KyDeepStack_p.h"
 #include "KyMeshNode.h"
 #include "KyModelFileCheck_p.h"
 
@@ -284,7 +285,7 @@ KyNode* KyModelLoader::load(const KyURL& url, std::string& error) {
         reason = checkFile(url, path);
     try {
         if (reason.empty())
-            node = import(path, getLowerExtension(url), reason);
+            kyRunOnDeepStack([&] { node = import(path, getLowerExtension(url), reason); });
     } catch (const std::exception& exception) {
         reason = exception.what();
     } catch (...) {
