@@ -13,6 +13,8 @@ struct KyBenchmarkSides {
     std::function<void(long count)> peer;
     /// Keeps what the sides need.
     std::shared_ptr<void> state;
+    /// Before every timed round, outside of its time: makes anew what the operation uses up.
+    std::function<void()> renew = {};
 };
 
 /// One operation measured against a peer in the same run.
@@ -36,4 +38,7 @@ struct KyBenchmark {
 };
 
 std::vector<KyBenchmark> getScriptBenchmarks();
+std::vector<KyBenchmark> getConversionBenchmarks();
 std::vector<KyBenchmark> getLibraryBenchmarks();
+std::vector<KyBenchmark> getFileBenchmarks();
+std::vector<KyBenchmark> getValueBenchmarks();

@@ -13,6 +13,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <iterator>
 #include <limits>
 #include <optional>
 #include <string>
@@ -22,10 +23,18 @@ namespace {
 
 constexpr int cNbRounds = 15;
 
+constexpr std::vector<KyBenchmark> (*cSubjects[])() = {
+    &getScriptBenchmarks,
+    &getLibraryBenchmarks,
+    &getConversionBenchmarks,
+    &getFileBenchmarks,
+    &getValueBenchmarks,
+};
+
 std::vector<KyBenchmark> getAllBenchmarks() {
-    std::vector<KyBenchmark> all = getScriptBenchmarks();
-    for (KyBenchmark& benchmark : getLibraryBenchmarks())
-        all.push_back(std::move(benchmark));
+    std::vector<KyBenchmark> all;
+    for (const auto subject : cSubjects)
+        std::ranges::move(subject(), std::back_inserter(all));
     return all;
 }
 
@@ -41,6 +50,8 @@ KyBenchmarkResult measureTime(const KyBenchmark& benchmark) {
     double ours = std::numeric_limits<double>::max();
     double peer = std::numeric_limits<double>::max();
     for (int round = 0; round < cNbRounds; ++round) {
+        if (sides.renew)
+            sides.renew();
         ours = std::min(ours, measure(sides.ours, benchmark.count));
         peer = std::min(peer, measure(sides.peer, benchmark.count));
     }

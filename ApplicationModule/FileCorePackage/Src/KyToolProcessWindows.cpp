@@ -1,0 +1,7 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#include "KyToolProcess_p.h"
+
+// Never called here, and not needed: tools ask on the standard input.
+
+void KyToolProcess::setupChildProcess() {}

@@ -1,0 +1,63 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#include "KyFileTest.h"
+
+using KyApplication::listEntries;
+
+namespace {
+
+class KyFileListingTest : public KyFileTest {
+protected:
+    void SetUp() override {
+        write({"tree/b.txt", "tree/a.dat", "tree/v1./c.txt", "tree/v1./.deep/d.txt", "tree/_x/e.txt", "outside/f.txt"});
+        link("..", "tree/v1./loop");
+        link(at("outside"), "tree/link");
+    }
+};
+
+TEST_F(KyFileListingTest, EachKindOfEntryIsReportedWhenItIsAskedFor) {
+    const QDir::Filters none = QDir::NoDotAndDotDot;
+    const struct {
+        bool recursive;
+        QStringList wildcards;
+        QDir::Filters filters;
+        const char* expected;
+    } cases[] = {
+        {false, {}, QDir::Files, "a.dat b.txt"},
+        {true, {}, QDir::Files, "a.dat b.txt _x/e.txt v1./c.txt"},
+        {true, {"*.txt"}, QDir::Files, "b.txt _x/e.txt v1./c.txt"},
+        {true, {"*.TXT"}, QDir::Files | QDir::CaseSensitive, ""},
+        {true, {}, QDir::Files | QDir::Hidden, "a.dat b.txt _x/e.txt v1./c.txt v1./.deep/d.txt"},
+        {true, {}, QDir::Dirs | none, "_x link v1. v1./loop"},
+        {true, {"v*"}, QDir::Dirs | none, "v1."},
+        {true, {"*.dat"}, QDir::Dirs | QDir::Files | none, "a.dat"},
+        {true, {"*.dat"}, QDir::AllDirs | QDir::Files | none, "_x a.dat link v1. v1./loop"},
+        {false, {}, QDir::NoFilter, ". .. _x a.dat b.txt link v1."},
+        {true, {}, QDir::Files | QDir::NoSymLinks, "a.dat b.txt _x/e.txt v1./c.txt"},
+    };
+    const QDir base(at("tree"));
+    for (const auto& [recursive, wildcards, filters, expected] : cases) {
+        QStringList names;
+        for (const QString& path : listEntries(at("tree"), recursive, wildcards, filters, QDir::Name))
+            names.append(path.mid(base.path().size() + 1));
+        EXPECT_EQ(names.join(' ').toStdString(), expected) << static_cast<int>(filters);
+    }
+}
+
+TEST_F(KyFileListingTest, TheSortOrdersEachLevel) {
+    const QStringList names =
+        listEntries(at("tree"), true, {"*.txt", "*.dat"}, QDir::Files, QDir::Name | QDir::Reversed);
+    EXPECT_EQ(names, QStringList({at("tree/b.txt"), at("tree/a.dat"), at("tree/v1./c.txt"), at("tree/_x/e.txt")}));
+}
+
+TEST_F(KyFileListingTest, InformationsAreThoseOfThePaths) {
+    const QList<QFileInfo> entries = KyApplication::listEntriesInfo(at("tree"), true);
+    ASSERT_EQ(entries.size(), 4);
+    EXPECT_EQ(entries[0].filePath(), at("tree/a.dat"));
+    EXPECT_EQ(entries[0].size(), 7);
+    EXPECT_TRUE(listEntries(at("missing"), true).isEmpty());
+    EXPECT_TRUE(listEntries(at("tree/b.txt"), true).isEmpty());
+    EXPECT_EQ(listEntries(":/file/tree", true).size(), 3);
+}
+
+} // namespace
