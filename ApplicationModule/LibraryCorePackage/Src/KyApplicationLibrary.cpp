@@ -4,7 +4,9 @@
 
 #include "KyDoxygenXmlDocMgr.h"
 #include "KyDoxygenXmlDocReader.h"
+#include "KyFieldToQVariantConvertersRepository.h"
 #include "KyLuaBinder.h"
+#include "KyObjectConverterEntry_p.h"
 #include "KyQtStreamBuffers_p.h"
 #include "KyScriptEngine.h"
 #include "KyStyleParameters.h"
@@ -44,6 +46,8 @@ constexpr Step cInitialization[] = {
     &chooseDesktopOpenGL,
     &KyScriptEngine::initializeClass,
     &KyLuaBinder::initializeClass,
+    &KyFieldToQVariantConvertersRepository::initializeSingleton,
+    &KyObjectConverterEntry::enter,
     &KyQtStreamBuffers::addCreator,
     &KyStyleParameters::initializeClass,
     &KyDoxygenXmlDocMgr::initializeClass,
@@ -56,6 +60,8 @@ constexpr Step cFinalization[] = {
     &KyDoxygenXmlDocMgr::finalizeClass,
     &KyStyleParameters::finalizeClass,
     &KyQtStreamBuffers::removeCreator,
+    &KyObjectConverterEntry::withdraw,
+    &KyFieldToQVariantConvertersRepository::finalizeSingleton,
     &KyQtStreamBuffers::closeAll,
     &KyScriptEngine::finalizeClass,
     &KyLuaBinder::finalizeClass,

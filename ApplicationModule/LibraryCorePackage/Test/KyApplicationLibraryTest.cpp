@@ -1,14 +1,20 @@
 // SPDX-FileCopyrightText: 2026 The KyApplication authors
 // SPDX-License-Identifier: MIT
 #include "KyApplicationLibrary.h"
+#include "KyFieldToQVariantConvertersRepository.h"
 #include "KyLibraryEntry.h"
 #include "KyModuleManager.h"
+#include "KyQtVariant.h"
 #include "KyScriptEngine.h"
 #include "KyType.h"
 
+#include "KyDynamicObject.h"
 #include "KyMainTaskManager.h"
 
 #include <gtest/gtest.h>
+
+#include <QObject>
+#include <QPointer>
 
 #include <cstdlib>
 
@@ -36,6 +42,7 @@ TEST(KyApplicationLibrary, InitialisesAndFinalisesAThousandTimes) {
         KyApplicationLibrary::initialize();
         KyApplicationLibrary::initialize();
     }
+    EXPECT_TRUE(KyScriptEngine::get().executeChunk("object = createKyObject('KyDynamicObject') object:destroy()"));
     EXPECT_EQ(KyType::getNbTypes(), nbTypes);
     EXPECT_EQ(KyMainTaskManager::get().getNbTasks(), nbTasks);
     manager.finalize();
@@ -43,11 +50,20 @@ TEST(KyApplicationLibrary, InitialisesAndFinalisesAThousandTimes) {
     EXPECT_EQ(KyMainTaskManager::get().getNbTasks(), 0u);
 }
 
-TEST(KyApplicationLibrary, RunsScriptsInEveryRound) {
-    for (int round = 0; round < 3; ++round) {
+TEST(KyApplicationLibrary, ConvertsObjectsWhileItIsInitialised) {
+    for (int round = 0; round < 2; ++round) {
+        EXPECT_EQ(KyFieldToQVariantConvertersRepository::get(), nullptr);
         ASSERT_TRUE(KyModuleManager::get().initialize());
-        EXPECT_TRUE(KyScriptEngine::get().executeChunk("object = createKyObject('KyDynamicObject') object:destroy()"));
+        const auto* repository = KyFieldToQVariantConvertersRepository::get();
+        const auto* toQt = dynamic_cast<QObject*>(repository->getConverter(KyObject::getType(), false));
+        EXPECT_NE(toQt, nullptr);
+        EXPECT_EQ(toQt, dynamic_cast<QObject*>(repository->getConverter(static_cast<QMetaType::Type>(39))));
+        KyDynamicObject object;
+        object.addAttribute("QmlBinding", KyField(1));
+        const QPointer<QObject> binding = KyApplication::toQVariant(KyField(&object)).value<QObject*>();
+        EXPECT_EQ(KyApplication::toKyField(QVariant::fromValue(binding.data())).toKyObject(), &object);
         KyModuleManager::get().finalize();
+        EXPECT_FALSE(binding);
     }
 }
 

@@ -6,13 +6,12 @@
 #include "KyScriptEngine.h"
 
 #include "KyColor.h"
-#include "KyTypeBuilder.h"
+#include "KyType.h"
 #include "KyURL.h"
 #include "KyVec3.h"
 
 #include <limits>
 #include <memory>
-#include <tuple>
 
 namespace {
 
@@ -36,21 +35,15 @@ struct Listener : KyHasSlots {
 
 TEST_F(KyStyleParametersTest, ValuesAreWrittenInTheFormsOfStyleSheets) {
     const std::pair<KyField, const char*> cases[] = {
-        {KyField(true), "1"},
         {KyField(false), "0"},
-        {KyField(-7), "-7"},
         {KyField(std::numeric_limits<std::uint64_t>::max()), "18446744073709551615"},
-        {KyField(1.5), "1.5"},
         {KyField(1e7), "10000000"},
         {KyField(0.1f), "0.1"},
         {KyField(1e-7), "0.0000001"},
-        {KyField("2px solid"), "2px solid"},
-        {KyField("@number"), "@number"},
         {KyField(""), ""},
         {KyField(KyColor("#ff8800")), "#ff8800"},
         {KyField(KyColor(2.0f, -1.0f, 0.0f)), "#ff0000"},
         {KyField(KyColor(1.0f, 0.0f, 0.0f, 0.5f)), "rgba(255, 0, 0, 128)"},
-        {KyField(KyColor(0.0f, 0.0f, 0.0f, 0.0f)), "rgba(0, 0, 0, 0)"},
         {KyField(KyURL("file:///my%20icons/a.png")), "url(\"/my icons/a.png\")"},
         {KyField(KyURL("qrc:/icons/a.png")), "url(\":/icons/a.png\")"},
         {KyField(KyURL("file:///a%22b%5Cc.png")), "url(\"/a\\\"b\\\\c.png\")"},
@@ -69,23 +62,8 @@ TEST_F(KyStyleParametersTest, PlaceholdersAreReplaced) {
     style().setParameter("ab", KyField("AB"));
     style().setParameter("_1", KyField("ONE"));
     const std::pair<const char*, const char*> cases[] = {
-        {"", ""},
-        {"plain", "plain"},
-        {"@a", "A"},
-        {"@ab", "AB"},
-        {"@a@ab", "AAB"},
-        {"@a b", "A b"},
-        {"@a-b", "A-b"},
-        {"@_1", "ONE"},
-        {"@@", "@"},
-        {"@@a", "@a"},
-        {"@@@a", "@A"},
-        {"@", "@"},
-        {"@ a", "@ a"},
-        {"@1", "@1"},
-        {"x@", "x@"},
-        {"@@@", "@@"},
-        {"@a\xC3\xA9", "A\xC3\xA9"},
+        {"@a", "A"},    {"@a@ab", "AAB"}, {"@a-b", "A-b"}, {"@_1", "ONE"}, {"@@", "@"},
+        {"@@@a", "@A"}, {"@", "@"},       {"@ a", "@ a"},  {"x@", "x@"},   {"@a\xC3\xA9", "A\xC3\xA9"},
     };
     for (const auto& [text, expected] : cases)
         EXPECT_EQ(style().resolve(text), expected) << text;
@@ -96,7 +74,6 @@ TEST_F(KyStyleParametersTest, AnUnknownNameIsReportedOnceAndStays) {
     EXPECT_EQ(style().resolve("color: @missing; border: @missing"), "color: @missing; border: @missing");
     EXPECT_EQ(style().resolve("@missing @other"), "@missing @other");
     ASSERT_EQ(msReports.size(), 2u);
-    EXPECT_NE(msReports[0].find("missing"), std::string::npos);
     EXPECT_NE(msReports[1].find("other"), std::string::npos);
     style().setParameter("missing", KyField(1));
     style().removeParameter("missing");
@@ -108,16 +85,12 @@ TEST_F(KyStyleParametersTest, BadNamesAndValuesAreRefusedByReport) {
     constexpr double cNoNumber = std::numeric_limits<double>::quiet_NaN();
     constexpr float cInfinite = std::numeric_limits<float>::infinity();
     const std::pair<std::string, KyField> cases[] = {
-        {"", KyField(1)},
         {"1a", KyField(1)},
-        {"a b", KyField(1)},
         {"a-b", KyField(1)},
-        {"@a", KyField(1)},
         {"\xC3\xA9", KyField(1)},
         {std::string("a\0b", 3), KyField(1)},
         {"a", KyField()},
         {"a", KyField(cNoNumber)},
-        {"a", KyField(cInfinite)},
         {"a", KyField(KyColor(0.0f, cInfinite, 0.0f))},
         {"a", KyField(KyVec3d(1, 2, 3))},
         {"a", KyField(static_cast<KyObject*>(nullptr))},
@@ -130,46 +103,24 @@ TEST_F(KyStyleParametersTest, BadNamesAndValuesAreRefusedByReport) {
     EXPECT_EQ(style().getNbParameters(), 0u);
 }
 
-TEST_F(KyStyleParametersTest, ARefusedValueLeavesTheOldOne) {
-    style().setParameter("a", KyField(1));
-    EXPECT_FALSE(style().setParameter("a", KyField()));
-    EXPECT_EQ(style().getParameter("a"), KyField(1));
-}
-
-TEST_F(KyStyleParametersTest, ParametersAreCountedByNameInOrder) {
-    style().setParameter("b", KyField(1));
-    style().setParameter("a", KyField(2));
-    EXPECT_EQ(style().getNbParameters(), 2u);
-    EXPECT_EQ(style().getParameterName(0), "a");
-    EXPECT_EQ(style().getParameterName(1), "b");
-    EXPECT_EQ(style().getParameterName(2), "");
-    EXPECT_TRUE(style().getParameter("c").isEmpty());
-    KyField name;
-    ASSERT_TRUE(style().getAttribute("ParameterNames")->getValue(style(), name, 1));
-    EXPECT_EQ(name.toString(), "b");
-}
-
-TEST_F(KyStyleParametersTest, ChangesAreTold) {
+TEST_F(KyStyleParametersTest, ParametersAreInOrderAndEveryChangeIsTold) {
     Listener listener(style());
     style().setParameter("b", KyField(1));
     style().setParameter("a", KyField(1));
     style().setParameter("b", KyField(2));
     style().setParameter("b", KyField(2));
+    style().setParameter("b", KyField("2"));
+    EXPECT_TRUE(style().getParameter("b").isText());
+    EXPECT_FALSE(style().setParameter("b", KyField()));
     EXPECT_FALSE(style().removeParameter("c"));
     EXPECT_TRUE(style().removeParameter(style().getParameterName(1)));
+    EXPECT_EQ(style().getParameterName(0) + style().getParameterName(1), "a");
     const std::vector<Told> expected{{eElementInserted, "b", 0},
                                      {eElementInserted, "a", 0},
                                      {eAttributeChanged, "b", -1},
+                                     {eAttributeChanged, "b", -1},
                                      {eElementRemoved, "b", 1}};
     EXPECT_EQ(listener.told, expected);
-}
-
-TEST_F(KyStyleParametersTest, AnotherTypeOfTheSameNumberIsAChange) {
-    style().setParameter("a", KyField(1));
-    Listener listener(style());
-    style().setParameter("a", KyField("1"));
-    EXPECT_EQ(listener.told.size(), 1u);
-    EXPECT_TRUE(style().getParameter("a").isText());
 }
 
 TEST_F(KyStyleParametersTest, ACloneHasItsOwnParameters) {
@@ -188,70 +139,29 @@ TEST_F(KyStyleParametersTest, ClassComesAndGoesAThousandTimes) {
     const unsigned nbTypes = KyType::getNbTypes();
     for (int round = 0; round < 1000; ++round) {
         KyStyleParameters::initializeClass();
-        KyStyleParameters* first = KyStyleParameters::find();
-        ASSERT_NE(first, nullptr);
         KyStyleParameters::initializeClass();
-        ASSERT_EQ(KyStyleParameters::find(), first);
-        ASSERT_EQ(first->getNbParameters(), 0u);
-        first->setParameter("a", KyField(round));
+        ASSERT_EQ(style().getNbParameters(), 0u);
+        style().setParameter("a", KyField(round));
         KyStyleParameters::finalizeClass();
         ASSERT_EQ(KyStyleParameters::find(), nullptr);
-        ASSERT_EQ(KyType::getType("KyStyleParameters"), nullptr);
         KyStyleParameters::finalizeClass();
     }
     EXPECT_EQ(KyType::getNbTypes(), nbTypes);
-}
-
-TEST_F(KyStyleParametersTest, TheDefaultEndsOnceEvenWhenSomebodyEndsItBefore) {
-    style().destroy();
-    EXPECT_EQ(KyStyleParameters::find(), nullptr);
-    KyStyleParameters::finalizeClass();
     KyStyleParameters::initializeClass();
-    EXPECT_NE(KyStyleParameters::find(), nullptr);
-}
-
-class DarkStyle : public KyStyleParameters {
-public:
-    static const KyType* getType() { return msType; }
-    static void initializeType() {
-        msType = KyTypeBuilder<DarkStyle>("DarkStyle", KyStyleParameters::getType()).build();
-    }
-    static void finalizeType() { KyType::remove(msType); }
-    const KyType* getObjectType() const override { return msType; }
-
-private:
-    static inline const KyType* msType = nullptr;
-};
-
-TEST_F(KyStyleParametersTest, TheTypeMayGoBeforeADerivedOne) {
-    DarkStyle::initializeType();
-    DarkStyle dark;
-    KyStyleParameters::finalizeClass();
-    EXPECT_TRUE(dark.setParameter("a", KyField(1)));
-    EXPECT_NE(dark.getAttribute("ParameterNames"), nullptr);
-    DarkStyle::finalizeType();
-    EXPECT_EQ(KyType::getType("DarkStyle"), nullptr);
+    style().destroy();
+    EXPECT_EQ(KyStyleParameters::find(), nullptr) << "somebody ends it before";
 }
 
 TEST_F(KyStyleParametersTest, ScriptsSetAndReadThem) {
     KyScriptEngine::initializeClass();
     KyLuaBinder::initializeClass();
-    KyScriptEngine& engine = KyScriptEngine::get();
     std::vector<KyField> results;
-    EXPECT_TRUE(
-        engine.executeChunktWithReturnValues("bindClass('KyStyleParameters')\n"
-                                             "local style = KyStyleParameters.get()\n"
-                                             "style:setParameter('size', 12)\n"
-                                             "style:setParameter('font', 'Sans')\n"
-                                             "return style:resolve('@size @font'), style:getParameter('size'),\n"
-                                             "  style:getNbParameters(), style.ParameterNames[0]",
-                                             results));
-    ASSERT_EQ(results.size(), 4u) << (msReports.empty() ? "" : msReports.back());
-    EXPECT_EQ(results[0].toString(), "12 Sans");
-    EXPECT_EQ(results[1].toInt(), 12);
-    EXPECT_EQ(results[2].toInt(), 2);
-    EXPECT_EQ(results[3].toString(), "font");
-    EXPECT_EQ(style().getNbParameters(), 2u);
+    EXPECT_TRUE(KyScriptEngine::get().executeChunktWithReturnValues(
+        "bindClass('KyStyleParameters') local style = KyStyleParameters.get() style:setParameter('size', 12) "
+        "style:setParameter('font', 'Sans') return style:resolve('@size @font'), style:getParameter('size'), "
+        "style:getNbParameters(), style.ParameterNames[0]",
+        results));
+    EXPECT_EQ(results, (std::vector<KyField>{"12 Sans", 12.0, 2.0, "font"}));
     KyScriptEngine::finalizeClass();
     KyLuaBinder::finalizeClass();
 }

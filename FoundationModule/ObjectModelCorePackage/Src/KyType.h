@@ -78,6 +78,8 @@ public:
     /// Inherited ones included; null when there is none.
     const KyComponent* getComponent(std::string_view name) const;
     bool hasComponents() const { return !mComponents.empty(); }
+    /// The parent's first; of two of one name the later holds.
+    const std::vector<KyComponent>& getComponents() const { return mComponents; }
 
     /// Signals, the parent's first.
     const std::vector<KySignalEntry>& getSignals() const { return mSignals; }

@@ -5,6 +5,8 @@
 #include "KyTypeBuilder.h"
 #include "KyVec3.h"
 
+#include <gtest/gtest.h>
+
 #include <memory>
 #include <string>
 #include <vector>
@@ -118,3 +120,13 @@ inline void Shape::initializeType() {
             .metadata("qmlBinding", "true")
             .build();
 }
+
+/// With the types registered.
+class KyShapeTest : public testing::Test {
+protected:
+    void SetUp() override { Circle::initializeType(); }
+    void TearDown() override {
+        Circle::finalizeType();
+        Shape::finalizeType();
+    }
+};
