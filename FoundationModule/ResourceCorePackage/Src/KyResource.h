@@ -94,7 +94,7 @@ public:
     /// With all parents; true when it exists already.
     static bool createDirectoryHierarchy(const KyURL& url);
     /// The whole tree; links in it are removed and not followed. False for a link, a file, a file
-    /// system's root, and when anything is left.
+    /// system's root, a URL without a path, and when anything is left.
     static bool deleteDirectory(const KyURL& url);
     /// An empty file; false when something is there.
     static bool createFile(const KyURL& url);

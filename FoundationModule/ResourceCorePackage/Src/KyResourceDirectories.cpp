@@ -50,11 +50,11 @@ bool isThere(const KyURL& url) {
 KyURL KyResource::resolve(const KyURL& url) {
     if (!url.isRelative() || url.isEmpty())
         return url;
-    const KyURL inCurrent = url.getAbsoluteURL(getCurrentDirectory());
+    KyURL inCurrent = url.getAbsoluteURL(getCurrentDirectory());
     const KyURL threadDirectory = getThreadDirectory();
     if (threadDirectory.isEmpty())
         return inCurrent;
-    const KyURL inThread = url.getAbsoluteURL(threadDirectory);
+    KyURL inThread = url.getAbsoluteURL(threadDirectory);
     return !isThere(inThread) && isThere(inCurrent) ? inCurrent : inThread;
 }
 

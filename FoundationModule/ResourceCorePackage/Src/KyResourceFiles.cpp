@@ -20,6 +20,15 @@ bool isRoot(const fs::path& path) {
     return error || canonical == canonical.root_path();
 }
 
+// The directory that a URL names by its path: without one it would mean the current directory, and a "." behind a link
+// what the link points to.
+fs::path getNamedDirectory(const KyURL& url) {
+    if (url.getPath().empty())
+        return {};
+    const auto path = KyLocalPath::fromURL(url).lexically_normal();
+    return path.has_filename() || !path.has_relative_path() ? path : path.parent_path();
+}
+
 // Both ends of a copy or a renaming, when there is something to move and room for it.
 struct Transfer {
     Transfer(const KyURL& fromURL, const KyURL& toURL)
@@ -62,7 +71,7 @@ bool KyResource::createDirectoryHierarchy(const KyURL& url) {
 }
 
 bool KyResource::deleteDirectory(const KyURL& url) {
-    const auto path = KyLocalPath::fromURL(url);
+    const auto path = getNamedDirectory(url);
     if (path.empty() || !isPlainDirectory(path) || isRoot(path))
         return false;
     std::error_code error;

@@ -23,6 +23,8 @@ public:
 
     [[nodiscard]] const KyURL& getURL() const { return mURL; }
     void setURL(const KyURL& url);
+    /// The same URL.
+    bool operator==(const KyResourceInformation&) const = default;
 
     /// Directory of the URL as an absolute path ending in "/"; what is on the disk does not matter.
     /// False, and `directory` unchanged, when the URL is not local.

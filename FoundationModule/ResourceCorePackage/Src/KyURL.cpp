@@ -13,7 +13,7 @@
 using KyURLText::Escapes;
 
 namespace {
-constexpr std::size_t cMaxTextLength = 1024 * 1024;
+constexpr std::size_t cMaxTextLength = std::size_t{1} << 20;
 constexpr std::string_view cFileScheme = "file";
 constexpr bool cBackslashSeparates = std::filesystem::path::preferred_separator == '\\';
 

@@ -37,7 +37,9 @@ void appendSegment(Segments& segments, std::string_view segment, bool absolute) 
 std::string guardRelative(std::string path) {
     const auto first = std::string_view(path).substr(0, path.find('/'));
     const bool unsafe = first.empty() || first.find(':') != std::string_view::npos;
-    return unsafe ? "./" + path : path;
+    if (unsafe)
+        path.insert(0, "./");
+    return path;
 }
 } // namespace
 

@@ -21,6 +21,7 @@ bool KyLoadState::wasLoadedWithProgram() {
     _Unwind_Backtrace(&rememberFrame, &outermost);
 
     Dl_info info{};
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): the unwinder gives addresses as numbers.
     if (!::dladdr(reinterpret_cast<const void*>(outermost), &info) || !info.dli_fname)
         return false;
     return std::string_view(info.dli_fname).find("ld-linux") != std::string_view::npos;

@@ -6,7 +6,8 @@
 #include <utility>
 
 KyCompositeTask& KyCompositeTask::operator=(const KyCompositeTask& other) {
-    KyTask::operator=(other);
+    if (this != &other)
+        KyTask::operator=(other);
     return *this;
 }
 

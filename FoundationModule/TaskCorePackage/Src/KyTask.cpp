@@ -5,8 +5,10 @@
 #include "KyCompositeTask.h"
 
 KyTask& KyTask::operator=(const KyTask& other) {
-    mName = other.mName;
-    mIsEnabled = other.mIsEnabled;
+    if (this != &other) {
+        mName = other.mName;
+        mIsEnabled = other.mIsEnabled;
+    }
     return *this;
 }
 

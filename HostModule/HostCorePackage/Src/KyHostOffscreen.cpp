@@ -31,7 +31,7 @@ KyHostOffscreen::KyHostOffscreen(KyHostStage& stage, std::unique_ptr<KyOffscreen
 }
 
 KyHostOffscreen::~KyHostOffscreen() {
-    makeCurrent();
+    KyHostOffscreen::makeCurrent();
 }
 
 void KyHostOffscreen::draw() {

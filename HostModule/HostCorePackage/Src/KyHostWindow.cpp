@@ -63,7 +63,7 @@ KyHostWindow::KyHostWindow(KyHostStage& stage)
 
 KyHostWindow::~KyHostWindow() {
     mListeners = {};
-    makeCurrent();
+    KyHostWindow::makeCurrent();
 }
 
 int KyHostWindow::getFrameInterval() const {

@@ -105,13 +105,13 @@ private:
 
     /// The node that what stands in this element belongs to; empty outside of nodes.
     std::string getNode(std::string_view tag) {
-        const std::string parent = mWay.empty() ? std::string() : mWay.back();
+        std::string parent = mWay.empty() ? std::string() : mWay.back();
         const std::string_view name = getElement(tag);
         if (name == "instance_node")
             addInstance(parent, getAttribute(tag, "url"));
         if (name != "node")
             return parent;
-        const std::string node = std::to_string(++mNbNodes);
+        std::string node = std::to_string(++mNbNodes);
         if (!parent.empty())
             mNodes.addLink(parent, node);
         std::set<std::string_view> names;
