@@ -2,19 +2,25 @@
 // SPDX-License-Identifier: MIT
 #include "KyLuaAny_p.h"
 
+#include "KyLuaBinder.h"
+
 #include "KyBox.h"
 #include "KyColor.h"
 #include "KyDate.h"
 #include "KyDateTime.h"
+#include "KyIntersectionPoint.h"
 #include "KyMat4.h"
 #include "KyObject.h"
+#include "KyPlane.h"
 #include "KyQuat.h"
+#include "KyRay.h"
 #include "KyRect.h"
 #include "KyTime.h"
 #include "KyURL.h"
 #include "KyVec2.h"
 #include "KyVec3.h"
 #include "KyVolume.h"
+#include "KyWayPoint.h"
 
 #include <map>
 #include <typeindex>
@@ -39,6 +45,7 @@ const Converters& getConverters() {
     static const Converters converters = [] {
         Converters all;
         add(all, KyBuiltInFieldTypes());
+        add(all, KyLuaFurtherValues());
         add(all, KyTypeList<const char*, char*, short, unsigned short, long, unsigned long, long long,
                             unsigned long long, KyObject*, std::vector<KyField>, std::vector<int>, std::vector<double>,
                             std::vector<std::string>>());

@@ -6,6 +6,7 @@
 #include "KyStaticLuaMaps.h"
 
 #include "KyField.h"
+#include "KyMathForward.h"
 #include "KyObject.h"
 
 #include <memory>
@@ -18,6 +19,14 @@
 class KyType;
 struct KyEnum;
 struct KyLuaShared;
+
+/// The foundation's value types that are Lua classes without being built-in field types.
+using KyLuaFurtherValues = KyTypeList<KyRayf, KyRayd, KyWayPointf, KyWayPointd, KyIntersectionPointf,
+                                      KyIntersectionPointd, KyPlanei, KyPlanef, KyPlaned>;
+
+/// The foundation's value types.
+template <class T>
+concept KyLuaValue = KyBuiltInFieldValue<T> ||(KyLuaFurtherValues::indexOf<T>() < KyLuaFurtherValues::cSize);
 
 /// Carries objects and values of the object model into a Lua state and back. A light object, made for one operation on
 /// a state that it does not own; its statics hold the converters. One thread.
@@ -110,7 +119,7 @@ public:
     void cpp_to_lua(KyObject* object);
     /// The foundation's value types.
     template <class T>
-    requires KyBuiltInFieldValue<T>
+    requires KyLuaValue<T>
     void cpp_to_lua(const T& value) { pushField(KyField(value)); }
 
     /// Builds the class table and the class metatable of a type. Null functions are left out. Raises Lua errors.

@@ -16,10 +16,13 @@
 
 namespace {
 
+/// A number as 32 bits: truncated and taken modulo 2^32; 0 when it is not finite. Texts are no numbers.
 std::uint32_t checkBits(lua_State* state, int index) {
     constexpr double cModulus = 4294967296.0;
-    const double number = luaL_checknumber(state, index);
-    luaL_argcheck(state, std::isfinite(number), index, "finite number expected");
+    luaL_checktype(state, index, LUA_TNUMBER);
+    const double number = lua_tonumber(state, index);
+    if (!std::isfinite(number))
+        return 0;
     const double rest = std::fmod(std::trunc(number), cModulus);
     return static_cast<std::uint32_t>(rest < 0 ? rest + cModulus : rest);
 }

@@ -1,62 +1,69 @@
 // SPDX-FileCopyrightText: 2026 The KyApplication authors
 // SPDX-License-Identifier: MIT
+#include "KyLuaArithmetic_p.h"
+#include "KyLuaValueClass_p.h"
 #include "KyLuaValueTypes_p.h"
 
-#include "KyVec2.h"
-#include "KyVec3.h"
-
-#include <luabind/luabind.hpp>
-#include <luabind/operator.hpp>
+#include "KyEasing.h"
+#include "KyIntersectionPoint.h"
+#include "KyRay.h"
+#include "KyWayPoint.h"
 
 namespace {
 
 char gGroupKey = 0;
 
-// luabind tells calls apart by the argument's class only, so one element type of each operation is enough.
-/// What vectors of two and three components have in common.
-template <class Vec, class T>
-luabind::scope withVectorMembers(luabind::class_<Vec>& vectorClass) {
-    using namespace luabind;
-    return vectorClass.def("length", &Vec::length)
-        .def("normalize", &Vec::normalize)
-        .def("dot", &Vec::dot)
-        .def("cross", &Vec::cross)
-        .def("isNull", &Vec::isNull)
-        .def(tostring(const_self))
-        .def(const_self + other<const Vec&>())
-        .def(const_self - other<const Vec&>())
-        .def(const_self * other<const Vec&>())
-        .def(const_self * T())
-        .def(T() * const_self)
-        .def(const_self / T())
-        .def(const_self == other<const Vec&>())
-        .def(
-            "__unm", +[](const Vec& vector) { return -vector; });
+template <class T>
+luabind::scope makeIntersectionPoint(const char* name) {
+    using Point = KyIntersectionPoint<T>;
+    luabind::class_<Point> pointClass(name);
+    kyDefineLuaValue(pointClass);
+    kyDefineLuaNumber<&Point::distance>(pointClass, "distance");
+    pointClass.def_readwrite("origin", &Point::origin)
+        .def_readwrite("position", &Point::position)
+        .def_readwrite("normal", &Point::normal);
+    return pointClass;
 }
 
 template <class T>
-luabind::scope makeVec2(const char* name) {
-    using Vec = KyVec2<T>;
-    using namespace luabind;
-    return withVectorMembers<Vec, T>(class_<Vec>(name)
-                                         .def(constructor<>())
-                                         .def(constructor<T, T>())
-                                         .def(constructor<const Vec&>())
-                                         .def_readwrite("x", &Vec::x)
-                                         .def_readwrite("y", &Vec::y));
+luabind::scope makeWayPoint(const char* name) {
+    using Point = KyWayPoint<T>;
+    luabind::class_<Point> pointClass(name);
+    kyDefineLuaValue(pointClass);
+    kyDefineLuaNumber<&Point::time>(pointClass, "time");
+    pointClass
+        .def("__init", kyLuaConstructor(+[](const KyVec3<T>& position, double time) {
+                 return Point(position, kyToLuaElement<T>(time));
+             }))
+        .def_readwrite("position", &Point::position)
+        .def_readwrite("cubicVelocity", &Point::cubicVelocity);
+    return pointClass;
 }
 
 template <class T>
-luabind::scope makeVec3(const char* name) {
-    using Vec = KyVec3<T>;
-    using namespace luabind;
-    return withVectorMembers<Vec, T>(class_<Vec>(name)
-                                         .def(constructor<>())
-                                         .def(constructor<T, T, T>())
-                                         .def(constructor<const Vec&>())
-                                         .def_readwrite("x", &Vec::x)
-                                         .def_readwrite("y", &Vec::y)
-                                         .def_readwrite("z", &Vec::z));
+luabind::scope makeRay(const char* name) {
+    using Ray = KyRay<T>;
+    luabind::class_<Ray> rayClass(name);
+    kyDefineLuaValue(rayClass);
+    rayClass
+        .def("__init", kyLuaConstructor(
+                           +[](const KyVec3<T>& origin, const KyVec3<T>& direction) { return Ray(origin, direction); }))
+        .def_readwrite("origin", &Ray::origin)
+        .def_readwrite("direction", &Ray::direction);
+    return rayClass;
+}
+
+/// Scripts evaluate a curve with `Easing.compute(Easing.BackIn, t)`: the part of the way after the part t of the time.
+luabind::scope makeEasing() {
+    luabind::class_<KyEasing> easingClass("Easing");
+    luabind::value_vector kinds;
+    for (int i = 0; i < KyEasing::eNbKinds; ++i)
+        kinds.push_back(luabind::value(KyEasing::getName(static_cast<KyEasing::Kind>(i)), i));
+    easingClass.enum_("Kind")[kinds].scope[luabind::def(
+        "compute", +[](double kind, double time) {
+            return KyEasing::compute(kyCheckLuaEnum<KyEasing::Kind>(kind, KyEasing::eNbKinds, "easing"), time);
+        })];
+    return easingClass;
 }
 
 } // namespace
@@ -64,8 +71,15 @@ luabind::scope makeVec3(const char* name) {
 void kyBindValueTypes1(lua_State* state) {
     if (!kyMarkLuaGroup(state, &gGroupKey))
         return;
-    luabind::module(state)[(makeVec3<double>("Vec3d"), makeVec3<float>("Vec3f"), makeVec2<int>("Vec2i"),
-                            makeVec2<double>("Vec2d"), makeVec2<float>("Vec2f"))];
-    kySetLuaAlias(state, "Vec2", "Vec2d");
-    kySetLuaAlias(state, "Vec3", "Vec3d");
+    kyRegisterScriptError();
+    kyOpenLuaValues(state);
+    kyBindVectorTypes(state);
+    luabind::module(
+        state)[(makeIntersectionPoint<double>("IntersectionPointd"), makeIntersectionPoint<float>("IntersectionPointf"),
+                makeWayPoint<double>("WayPointd"), makeWayPoint<float>("WayPointf"), makeRay<double>("Rayd"),
+                makeRay<float>("Rayf"), makeEasing())];
+    kySetLuaAlias(state, "Ray", "Rayd");
+    kySetLuaAlias(state, "WayPoint", "WayPointd");
+    kySetLuaAlias(state, "IntersectionPoint", "IntersectionPointd");
+    kyCompleteLuaClasses(state);
 }

@@ -1,65 +1,47 @@
 // SPDX-FileCopyrightText: 2026 The KyApplication authors
 // SPDX-License-Identifier: MIT
+#include "KyLuaValueClass_p.h"
 #include "KyLuaValueTypes_p.h"
 
-#include "KyColor.h"
 #include "KyMat4.h"
 #include "KyQuat.h"
-#include "KyVec3.h"
 
-#include <luabind/luabind.hpp>
-#include <luabind/operator.hpp>
+#include <algorithm>
+#include <array>
+#include <type_traits>
 
 namespace {
 
 char gGroupKey = 0;
 
-luabind::scope makeColor() {
-    using namespace luabind;
-    return class_<KyColor>("Color")
-        .def(constructor<>())
-        .def(constructor<float, float, float>())
-        .def(constructor<float, float, float, float>())
-        .def(constructor<const KyColor&>())
-        .enum_("Name")[(
-            value("eAqua", KyColor::eAqua), value("eBlack", KyColor::eBlack), value("eBlue", KyColor::eBlue),
-            value("eFuchsia", KyColor::eFuchsia), value("eGray", KyColor::eGray), value("eGreen", KyColor::eGreen),
-            value("eLime", KyColor::eLime), value("eMaroon", KyColor::eMaroon), value("eNavy", KyColor::eNavy),
-            value("eOlive", KyColor::eOlive), value("eOrange", KyColor::eOrange), value("ePurple", KyColor::ePurple),
-            value("eRed", KyColor::eRed), value("eSilver", KyColor::eSilver), value("eTeal", KyColor::eTeal),
-            value("eWhite", KyColor::eWhite), value("eYellow", KyColor::eYellow))]
-        .def_readwrite("red", &KyColor::red)
-        .def_readwrite("green", &KyColor::green)
-        .def_readwrite("blue", &KyColor::blue)
-        .def_readwrite("alpha", &KyColor::alpha)
-        .def("setGamma", &KyColor::setGamma)
-        .def("setHSV", &KyColor::setHSV)
-        .def("RGB2HSV", &KyColor::RGB2HSV)
-        .def("HSV2RGB", &KyColor::HSV2RGB)
-        .def("getHtmlName", &KyColor::getHtmlName)
-        .def("toR8G8B8A8", &KyColor::toR8G8B8A8)
-        .def(tostring(const_self))
-        .def(const_self - other<const KyColor&>())
-        .def(const_self * other<const KyColor&>())
-        .def(const_self * float())
-        .def(float() * const_self)
-        .def(const_self == other<const KyColor&>());
+constexpr int cNbMatrixRows = 4;
+
+template <class T>
+using OtherElement = std::conditional_t<std::is_same_v<T, double>, float, double>;
+
+template <class T>
+void defineQuatConstructors(luabind::class_<KyQuat<T>>& quatClass) {
+    using Quat = KyQuat<T>;
+    quatClass.def("__init", kyLuaConstructor(+[](const KyQuat<OtherElement<T>>& other) { return Quat(other); }))
+        .def("__init", kyLuaConstructor(
+                           +[](const KyVec3<T>& axis, double angle) { return Quat(axis, kyToLuaElement<T>(angle)); }))
+        .def("__init", kyLuaConstructor(+[](double x, double y, double z, double w) {
+                 return Quat(kyToLuaElement<T>(x), kyToLuaElement<T>(y), kyToLuaElement<T>(z), kyToLuaElement<T>(w));
+             }));
 }
 
 template <class T>
 luabind::scope makeQuat(const char* name) {
     using Quat = KyQuat<T>;
-    using namespace luabind;
-    return class_<Quat>(name)
-        .def(constructor<>())
-        .def(constructor<T, T, T, T>())
-        .def(constructor<const KyVec3<T>&, T>())
-        .def(constructor<const Quat&>())
-        .def_readwrite("x", &Quat::x)
-        .def_readwrite("y", &Quat::y)
-        .def_readwrite("z", &Quat::z)
-        .def_readwrite("w", &Quat::w)
-        .def("angle", &Quat::angle)
+    using Vec = KyVec3<T>;
+    luabind::class_<Quat> quatClass(name);
+    kyDefineLuaValue(quatClass);
+    defineQuatConstructors(quatClass);
+    kyDefineLuaNumber<&Quat::x>(quatClass, "x");
+    kyDefineLuaNumber<&Quat::y>(quatClass, "y");
+    kyDefineLuaNumber<&Quat::z>(quatClass, "z");
+    kyDefineLuaNumber<&Quat::w>(quatClass, "w");
+    quatClass.def("angle", &Quat::angle)
         .def("axis", &Quat::axis)
         .def("setAxisAngle", &Quat::setAxisAngle)
         .def("length", &Quat::length)
@@ -71,32 +53,70 @@ luabind::scope makeQuat(const char* name) {
         .def("getEulerAngles", &Quat::getEulerAngles)
         .def("setEulerAngles", &Quat::setEulerAngles)
         .def("slerp", &Quat::slerp)
-        .def(tostring(const_self))
-        .def(const_self - other<const Quat&>())
-        .def(const_self * other<const Quat&>())
-        .def(const_self == other<const Quat&>());
+        .def(
+            "setEulerAngles",
+            +[](Quat& quat, double a, double b, double c) {
+                quat.setEulerAngles(Vec(kyToLuaElement<T>(a), kyToLuaElement<T>(b), kyToLuaElement<T>(c)));
+            })
+        .def(
+            "__add", +[](const Quat& a, const Quat& b) { return a + b; })
+        .def(
+            "__sub", +[](const Quat& a, const Quat& b) { return a - b; })
+        .def(
+            "__mul", +[](const Quat& a, const Quat& b) { return a * b; });
+    return quatClass;
+}
+
+/// The matrix on paper: the first four numbers are the first row.
+template <class T>
+KyMat4<T> readMatrix(const KyLuaTable& table) {
+    const std::vector<double> numbers = kyReadLuaNumbers(table);
+    std::array<T, cNbMatrixRows * cNbMatrixRows> elements;
+    if (numbers.size() != elements.size())
+        throw KyScriptError("table of 16 numbers expected");
+    std::ranges::transform(numbers, elements.begin(), &kyToLuaElement<T>);
+    return KyMat4<T>::fromRows(elements);
+}
+
+int checkPlace(double index, const char* what) {
+    return kyCheckLuaIndex(index, cNbMatrixRows, what);
+}
+
+template <class T>
+void defineMatrixConstructors(luabind::class_<KyMat4<T>>& matrixClass) {
+    using Matrix = KyMat4<T>;
+    matrixClass.def("__init", kyLuaConstructor(+[](const KyMat4<OtherElement<T>>& other) { return Matrix(other); }))
+        .def("__init", kyLuaConstructor(+[](const KyQuat<T>& rotation, const KyVec3<T>& translation) {
+                 return Matrix(rotation, translation);
+             }))
+        .def("__init", kyLuaConstructor(&readMatrix<T>));
 }
 
 template <class T>
 luabind::scope makeMatrix(const char* name) {
     using Matrix = KyMat4<T>;
-    using namespace luabind;
-    return class_<Matrix>(name)
-        .def(constructor<>())
-        .def(constructor<const KyQuat<T>&, const KyVec3<T>&>())
-        .def(constructor<const Matrix&>())
-        .def("transpose", &Matrix::transpose)
+    luabind::class_<Matrix> matrixClass(name);
+    kyDefineLuaValue(matrixClass);
+    defineMatrixConstructors(matrixClass);
+    matrixClass.def("transpose", &Matrix::transpose)
         .def("invert", &Matrix::invert)
         .def("identity", &Matrix::identity)
         .def("determinant", &Matrix::determinant)
         .def("translation", &Matrix::translation)
         .def("rotation", &Matrix::rotation)
-        .def("get", &Matrix::get)
-        .def("set", &Matrix::set)
-        .def(tostring(const_self))
-        .def(const_self * other<const Matrix&>())
-        .def(const_self * other<const KyVec3<T>&>())
-        .def(const_self == other<const Matrix&>());
+        .def(
+            "get", +[](const Matrix& matrix, double row,
+                       double column) { return matrix.get(checkPlace(row, "row"), checkPlace(column, "column")); })
+        .def(
+            "set",
+            +[](Matrix& matrix, double row, double column, double value) {
+                matrix.set(checkPlace(row, "row"), checkPlace(column, "column"), kyToLuaElement<T>(value));
+            })
+        .def(
+            "__mul", +[](const Matrix& a, const Matrix& b) { return a * b; })
+        .def(
+            "__mul", +[](const Matrix& matrix, const KyVec3<T>& point) { return matrix * point; });
+    return matrixClass;
 }
 
 } // namespace
@@ -104,8 +124,12 @@ luabind::scope makeMatrix(const char* name) {
 void kyBindValueTypes2(lua_State* state) {
     if (!kyMarkLuaGroup(state, &gGroupKey))
         return;
-    luabind::module(state)[(makeColor(), makeQuat<double>("Quatd"), makeQuat<float>("Quatf"),
-                            makeMatrix<double>("Matrixd"), makeMatrix<float>("Matrixf"))];
+    kyRegisterScriptError();
+    kyBindURLType(state);
+    kyBindColorType(state);
+    luabind::module(state)[(makeQuat<double>("Quatd"), makeQuat<float>("Quatf"), makeMatrix<double>("Matrixd"),
+                            makeMatrix<float>("Matrixf"))];
     kySetLuaAlias(state, "Quat", "Quatd");
     kySetLuaAlias(state, "Matrix", "Matrixd");
+    kyCompleteLuaClasses(state);
 }

@@ -11,7 +11,15 @@ void kyBindValueTypes2(lua_State* state);
 void kyBindValueTypes3(lua_State* state);
 void kyBindValueTypes4(lua_State* state);
 
+/// Parts of the groups, each called once by its group.
+void kyBindVectorTypes(lua_State* state);
+void kyBindURLType(lua_State* state);
+void kyBindColorType(lua_State* state);
+
 /// Marks the group whose key is the address, in the registry; false when it was marked already.
 bool kyMarkLuaGroup(lua_State* state, const void* key);
 /// Makes the global `alias` mean what the global `name` means now.
 void kySetLuaAlias(lua_State* state, const char* alias, const char* name);
+/// Lets scripts call the constructors of all luabind classes by name, as classes that derive from them in Lua must. To
+/// be called at the end of a group.
+void kyCompleteLuaClasses(lua_State* state);

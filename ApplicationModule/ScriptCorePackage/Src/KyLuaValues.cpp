@@ -3,70 +3,49 @@
 #include "KyLuaValues_p.h"
 
 #include "KyLuaBinder.h"
+#include "KyLuaValueHolder_p.h"
+#include "KyLuaVectorTypes_p.h"
 
 #include "KyBox.h"
 #include "KyColor.h"
 #include "KyDate.h"
 #include "KyDateTime.h"
+#include "KyIntersectionPoint.h"
 #include "KyMat4.h"
+#include "KyPlane.h"
 #include "KyQuat.h"
+#include "KyRay.h"
 #include "KyRect.h"
 #include "KyTime.h"
 #include "KyURL.h"
 #include "KyVec2.h"
 #include "KyVec3.h"
 #include "KyVolume.h"
+#include "KyWayPoint.h"
 
 #include <algorithm>
 #include <array>
-#include <new>
-#include <utility>
+#include <iterator>
 #include <vector>
 
 #include <luabind/luabind.hpp>
-#include <luabind/detail/make_instance.hpp>
 
 namespace {
-
-/// Holds a value in the Lua object itself: luabind's own holder would allocate the value and then itself.
-template <class T>
-class ValueHolder final : public luabind::detail::instance_holder {
-public:
-    explicit ValueHolder(const T& value)
-        : instance_holder(false)
-        , mValue(value) {}
-
-    std::pair<void*, int> get(const luabind::detail::cast_graph& casts,
-                              luabind::detail::class_id target) const override {
-        const auto own = luabind::detail::registered_class<T>::id;
-        if (target == own)
-            return {&mValue, 0};
-        return casts.cast(&mValue, own, target, own, &mValue);
-    }
-    /// Nothing is owned elsewhere, so giving up ownership changes nothing.
-    void release() override {}
-
-private:
-    mutable T mValue;
-};
 
 /// What is done with one value type.
 struct ValueType {
     const std::type_info* typeInfo;
     luabind::detail::class_id (*getId)();
-    void (*hold)(luabind::detail::object_rep& object, const void* value);
+    void (*push)(lua_State* state, luabind::detail::class_rep& luaClass, const void* value);
     void (*read)(const void* value, KyField& field);
 };
 
 template <class T>
-void holdValue(luabind::detail::object_rep& object, const void* value) {
-    void* storage = object.allocate(sizeof(ValueHolder<T>));
-    object.set_instance(new (storage) ValueHolder<T>(*static_cast<const T*>(value)));
-}
-
-template <class T>
 constexpr ValueType makeValueType() {
-    return {&typeid(T), [] { return luabind::detail::registered_class<T>::id; }, &holdValue<T>,
+    return {&typeid(T), [] { return luabind::detail::registered_class<T>::id; },
+            [](lua_State* state, luabind::detail::class_rep& luaClass, const void* value) {
+                kyLuaPushValueObject(state, luaClass, *static_cast<const T*>(value));
+            },
             [](const void* value, KyField& field) { field = KyField(*static_cast<const T*>(value)); }};
 }
 
@@ -88,14 +67,43 @@ const ValueTable& valueTable() {
     return table;
 }
 
+constexpr const char* cFurtherNames[] = {
+    "Rayf", "Rayd", "WayPointf", "WayPointd", "IntersectionPointf", "IntersectionPointd", "Planei", "Planef", "Planed"};
+static_assert(std::size(cFurtherNames) == KyLuaFurtherValues::cSize);
+
+/// A value type whose kind is given at run time.
+struct FurtherType {
+    KyFieldKind kind;
+    ValueType type;
+};
+using FurtherTable = std::array<FurtherType, KyLuaFurtherValues::cSize>;
+
+template <class... Ts>
+FurtherTable makeFurtherTable(KyTypeList<Ts...> types) {
+    KyFieldManager& manager = KyFieldManager::get();
+    return {FurtherType{manager.registerFieldType<Ts>(cFurtherNames[types.template indexOf<Ts>()]).getKind(),
+                        makeValueType<Ts>()}...};
+}
+
+const FurtherTable& furtherTable() {
+    static const FurtherTable table = makeFurtherTable(KyLuaFurtherValues());
+    return table;
+}
+
 const ValueType* findValueType(KyFieldKind kind) {
     const std::size_t index = kyFieldKindIndex(kind);
-    return index < cNbBuiltInFieldTypes && valueTable()[index].typeInfo ? &valueTable()[index] : nullptr;
+    if (index < cNbBuiltInFieldTypes)
+        return valueTable()[index].typeInfo ? &valueTable()[index] : nullptr;
+    const auto hasKind = [kind](const FurtherType& further) { return further.kind == kind; };
+    const auto found = std::find_if(furtherTable().begin(), furtherTable().end(), hasKind);
+    return found == furtherTable().end() ? nullptr : &found->type;
 }
 
 /// The Lua class of the value type in this state; null while none is registered.
 luabind::detail::class_rep* findClass(lua_State* state, KyLuaShared& shared, KyFieldKind kind, const ValueType& type) {
-    void*& known = shared.valueClasses[kyFieldKindIndex(kind)];
+    const std::size_t index = kyFieldKindIndex(kind);
+    void* looked = nullptr;
+    void*& known = index < cNbBuiltInFieldTypes ? shared.valueClasses[index] : looked;
     if (!known) {
         lua_rawgetp(state, LUA_REGISTRYINDEX, &luabind::detail::class_map_tag);
         const auto* classes = static_cast<const luabind::detail::class_map*>(lua_touserdata(state, -1));
@@ -103,6 +111,14 @@ luabind::detail::class_rep* findClass(lua_State* state, KyLuaShared& shared, KyF
         known = classes ? classes->get(type.getId()) : nullptr;
     }
     return static_cast<luabind::detail::class_rep*>(known);
+}
+
+/// Lists become tables in scripts, but scripts may give the one list class back for them.
+bool readIntegers(const luabind::detail::object_rep& object, KyField& field) {
+    const auto value = object.get_instance(luabind::detail::registered_class<KyLuaIntVector>::id).first;
+    if (value)
+        field = KyField(static_cast<const KyLuaIntVector*>(value)->numbers);
+    return value != nullptr;
 }
 
 bool readAs(const luabind::detail::object_rep& object, const ValueType& type, KyField& field) {
@@ -120,7 +136,7 @@ bool kyLuaPushValue(lua_State* state, KyLuaShared& shared, KyFieldKind kind, con
     luabind::detail::class_rep* luaClass = type ? findClass(state, shared, kind, *type) : nullptr;
     if (!luaClass)
         return false;
-    type->hold(*luabind::detail::push_new_instance(state, luaClass), value);
+    type->push(state, *luaClass, value);
     return true;
 }
 
@@ -137,8 +153,10 @@ bool kyLuaCheckValue(lua_State* state, int index, KyLuaShared& shared, KyFieldKi
     const ValueType* ownType = own == shared.valueClasses.end() ? nullptr : findValueType(ownIndex);
     if (ownType && readAs(*object, *ownType, field))
         return true;
-    return std::any_of(valueTable().begin(), valueTable().end(),
-                       [&](const ValueType& type) { return type.typeInfo && readAs(*object, type, field); });
+    const auto isReadAs = [&](const ValueType& type) { return type.typeInfo && readAs(*object, type, field); };
+    const auto isFurther = [&](const FurtherType& further) { return readAs(*object, further.type, field); };
+    return std::any_of(valueTable().begin(), valueTable().end(), isReadAs) ||
+           std::any_of(furtherTable().begin(), furtherTable().end(), isFurther) || readIntegers(*object, field);
 }
 
 bool kyLuaIsLuabindObject(lua_State* state, int index) {
@@ -177,6 +195,8 @@ std::span<const std::type_info* const> kyLuaGetValueTypes() {
         for (const ValueType& type : valueTable())
             if (type.typeInfo)
                 all.push_back(type.typeInfo);
+        for (const FurtherType& further : furtherTable())
+            all.push_back(further.type.typeInfo);
         return all;
     }();
     return types;

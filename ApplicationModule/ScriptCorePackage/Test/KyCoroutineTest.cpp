@@ -24,6 +24,9 @@ protected:
 TEST_F(KyCoroutineTest, AChunkGoesOnEveryFrameWithTheElapsedTime) {
     EXPECT_TRUE(
         engine().executeChunkAsCoroutine("note('start') for i = 1, 2 do note(coroutine.yield()) end note('end')"));
+    EXPECT_TRUE(engine().executeChunkAsCoroutine("return 1, 2")) << "it ends at once";
+    EXPECT_FALSE(engine().executeChunkAsCoroutine("x ="));
+    EXPECT_EQ(lastOutput(), "[string \"x =\"]:1: unexpected symbol near '<eof>'");
     EXPECT_EQ(engine().getNbCoroutines(), 1u);
     EXPECT_EQ(top(), 0);
     engine().resumeCoroutines(0.25);
@@ -34,43 +37,16 @@ TEST_F(KyCoroutineTest, AChunkGoesOnEveryFrameWithTheElapsedTime) {
     EXPECT_EQ(top(), 0);
 }
 
-TEST_F(KyCoroutineTest, AChunkWithoutYieldEndsAtOnce) {
-    EXPECT_TRUE(engine().executeChunkAsCoroutine("note('ran') return 1, 2"));
-    EXPECT_EQ(engine().getNbCoroutines(), 0u);
-    EXPECT_EQ(top(), 0);
-}
-
-TEST_F(KyCoroutineTest, ALoadErrorLeavesNothingBehind) {
-    EXPECT_FALSE(engine().executeChunkAsCoroutine("x ="));
-    EXPECT_EQ(lastOutput(), "[string \"x =\"]:1: unexpected symbol near '<eof>'");
-    EXPECT_EQ(top(), 0);
-}
-
 TEST_F(KyCoroutineTest, AFailedThreadStaysOnTheStackUntilTheNextOperation) {
-    EXPECT_FALSE(engine().executeChunkAsCoroutine("local function deep() error('lost', 0) end deep()"));
-    EXPECT_EQ(msOutput, std::vector<std::string>{"lost"});
+    constexpr std::size_t cMany = 20000;
+    for (std::size_t i = 0; i < cMany; ++i)
+        EXPECT_FALSE(engine().executeChunkAsCoroutine("local function deep() error('lost', 0) end deep()"));
+    EXPECT_EQ(msOutput, std::vector<std::string>(cMany, "lost"));
     EXPECT_NE(engine().getLastTraceback().find("'deep'"), std::string::npos) << engine().getLastTraceback();
     EXPECT_EQ(top(), 1);
     EXPECT_EQ(lua_type(state(), 1), LUA_TTHREAD);
     EXPECT_TRUE(engine().executeChunk("return 1"));
     EXPECT_EQ(top(), 0);
-    EXPECT_EQ(engine().getNbCoroutines(), 0u);
-}
-
-TEST_F(KyCoroutineTest, ManyFailingChunksDoNotFillTheStack) {
-    for (int i = 0; i < 20000; ++i)
-        engine().executeChunkAsCoroutine("error('x')");
-    EXPECT_EQ(top(), 1);
-    EXPECT_EQ(msOutput.size(), 20000u);
-}
-
-TEST_F(KyCoroutineTest, AReturnedCoroutineIsRegistered) {
-    EXPECT_TRUE(
-        engine().executeChunk("return 1, coroutine.create(function(dt) note('first', dt) coroutine.yield() end)"));
-    EXPECT_EQ(engine().getNbCoroutines(), 1u);
-    engine().resumeCoroutines(0.5);
-    EXPECT_EQ(log(), "first,0.5;");
-    EXPECT_EQ(engine().getNbCoroutines(), 1u);
 }
 
 TEST_F(KyCoroutineTest, ResultsAreCountedFromTheBottomOfTheStack) {
@@ -82,6 +58,11 @@ TEST_F(KyCoroutineTest, ResultsAreCountedFromTheBottomOfTheStack) {
     EXPECT_TRUE(engine().executeChunk("return coroutine.create(function() end), 2"));
     EXPECT_EQ(engine().getNbCoroutines(), 1u);
     lua_settop(state(), 0);
+    engine().executeChunk(
+        "co = coroutine.create(function(...) note('first', ...) coroutine.yield() end) return co, co");
+    EXPECT_EQ(engine().getNbCoroutines(), 3u) << "registered twice";
+    engine().resumeCoroutines(0.5);
+    EXPECT_EQ(log(), "first,0.5;");
 }
 
 TEST_F(KyCoroutineTest, AThreadOfTheHostAtAResultsIndexIsRegistered) {
@@ -91,23 +72,6 @@ TEST_F(KyCoroutineTest, AThreadOfTheHostAtAResultsIndexIsRegistered) {
     EXPECT_EQ(engine().getNbCoroutines(), 1u);
     engine().resumeCoroutines(0);
     EXPECT_EQ(log(), "host;");
-}
-
-TEST_F(KyCoroutineTest, RegisteringTwiceCountsTwice) {
-    engine().executeChunk("co = coroutine.create(function() coroutine.yield() end) return co, co");
-    EXPECT_EQ(engine().getNbCoroutines(), 2u);
-    engine().resumeCoroutines(0);
-    engine().resumeCoroutines(0);
-    EXPECT_EQ(engine().getNbCoroutines(), 1u);
-}
-
-TEST_F(KyCoroutineTest, WithoutCoroutinesResumingLeavesTheStackAlone) {
-    lua_pushnumber(state(), 1);
-    engine().resumeCoroutines(0.1);
-    EXPECT_EQ(top(), 1);
-    engine().executeChunkAsCoroutine("coroutine.yield()");
-    engine().resumeCoroutines(0.1);
-    EXPECT_EQ(top(), 0);
 }
 
 TEST_F(KyCoroutineTest, AnErrorRemovesOneCoroutineOnly) {
@@ -127,9 +91,6 @@ TEST_F(KyCoroutineTest, ACoroutineThatTheScriptHasEndedIsReportedAndRemoved) {
     engine().resumeCoroutines(0);
     EXPECT_EQ(msOutput, std::vector<std::string>{"cannot resume dead coroutine"});
     EXPECT_EQ(engine().getNbCoroutines(), 0u);
-    engine().executeChunk("co = coroutine.create(function() error('x') end) coroutine.resume(co) return co");
-    engine().resumeCoroutines(0);
-    EXPECT_EQ(lastOutput(), "cannot resume dead coroutine");
 }
 
 TEST_F(KyCoroutineTest, ACoroutineThatRunsIsLeftForTheNextFrame) {
@@ -140,6 +101,14 @@ TEST_F(KyCoroutineTest, ACoroutineThatRunsIsLeftForTheNextFrame) {
     EXPECT_EQ(log(), "a,b;");
     EXPECT_EQ(engine().getNbCoroutines(), 2u);
     EXPECT_TRUE(msOutput.empty());
+}
+
+TEST_F(KyCoroutineTest, ResumingInsideACoroutineDoesNothing) {
+    bind("resumeAll", [](double dt) { engine().resumeCoroutines(dt); });
+    for (int i = 0; i < 3; ++i)
+        engine().executeChunkAsCoroutine("while true do note(coroutine.yield()) resumeAll(9) end");
+    engine().resumeCoroutines(1);
+    EXPECT_EQ(log(), "1;1;1;");
 }
 
 TEST_F(KyCoroutineTest, CoroutinesStartedByCoroutinesMissNoFrame) {
@@ -154,14 +123,6 @@ TEST_F(KyCoroutineTest, CoroutinesStartedByCoroutinesMissNoFrame) {
     engine().resumeCoroutines(0);
     EXPECT_EQ(text("new"), "50");
     EXPECT_EQ(engine().getNbCoroutines(), 0u);
-}
-
-TEST_F(KyCoroutineTest, ResumingInsideACoroutineDoesNothing) {
-    bind("resumeAll", [](double dt) { engine().resumeCoroutines(dt); });
-    for (int i = 0; i < 3; ++i)
-        engine().executeChunkAsCoroutine("while true do note(coroutine.yield()) resumeAll(9) end");
-    engine().resumeCoroutines(1);
-    EXPECT_EQ(log(), "1;1;1;");
 }
 
 TEST_F(KyCoroutineTest, CallsFromCoroutinesDisturbNoOther) {
@@ -203,16 +164,12 @@ TEST_F(KyCoroutineTest, AFailedCallInADeadCoroutineIsForgotten) {
     EXPECT_TRUE(msOutput.empty()) << lastOutput();
 }
 
-TEST_F(KyCoroutineTest, EveryOneOfThousandsIsResumed) {
+TEST_F(KyCoroutineTest, EveryOneOfThousandsIsResumedAndAnEagerCollectorTakesNone) {
     for (int i = 0; i < 5000; ++i)
         engine().executeChunkAsCoroutine("while true do coroutine.yield() n = (n or 0) + 1 end");
-    for (int i = 0; i < 3; ++i)
-        engine().resumeCoroutines(0.016);
-    EXPECT_EQ(text("n"), "15000");
-    EXPECT_EQ(engine().getNbCoroutines(), 5000u);
-}
-
-TEST_F(KyCoroutineTest, AnEagerCollectorTakesNoneOfThem) {
+    engine().resumeCoroutines(0.016);
+    EXPECT_EQ(text("n"), "5000");
+    engine().resetLuaState();
     engine().executeChunk("collectgarbage('setpause', 1) collectgarbage('setstepmul', 1000000)");
     for (int i = 0; i < 300; ++i)
         engine().executeChunkAsCoroutine("while true do coroutine.yield() n = (n or 0) + 1 end");
@@ -221,21 +178,15 @@ TEST_F(KyCoroutineTest, AnEagerCollectorTakesNoneOfThem) {
     EXPECT_EQ(text("n"), "300");
 }
 
-TEST_F(KyCoroutineTest, TheTaskManagerResumesThemOnceAFrame) {
-    engine().executeChunkAsCoroutine("while true do note(coroutine.yield()) end");
-    KyMainTaskManager::get().update();
-    EXPECT_EQ(log(), "-0.001;");
-    KyMainTaskManager::get().update();
-    EXPECT_EQ(evaluate("select(2, log:gsub(';', ''))").front().toInt(), 2);
-}
-
-TEST_F(KyCoroutineTest, AFurtherEngineResumesItsOwnOnly) {
+TEST_F(KyCoroutineTest, TheTaskManagerResumesThoseOfEveryEngineOnceAFrame) {
     engine().executeChunkAsCoroutine("while true do note(coroutine.yield()) end");
     KyScriptEngine other;
     other.executeChunkAsCoroutine("coroutine.yield()");
     KyMainTaskManager::get().update();
     EXPECT_EQ(log(), "-0.001;");
     EXPECT_EQ(other.getNbCoroutines(), 0u);
+    KyMainTaskManager::get().update();
+    EXPECT_EQ(evaluate("select(2, log:gsub(';', ''))").front().toInt(), 2);
 }
 
 TEST_F(KyCoroutineTest, TheElapsedTimeIsWholeMillisecondsAndLosesNothing) {

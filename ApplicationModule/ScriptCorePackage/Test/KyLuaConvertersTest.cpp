@@ -24,13 +24,14 @@ protected:
     }
 };
 
-TEST_F(KyLuaConvertersTest, NumbersArriveAsDoubles) {
-    EXPECT_EQ(roundTrip(KyField(7)), KyField(7.0));
+TEST_F(KyLuaConvertersTest, NumbersAndEnumeratedValuesArriveAsDoubles) {
     EXPECT_EQ(roundTrip(KyField(7u)), KyField(7.0));
     EXPECT_EQ(roundTrip(KyField(1.5f)), KyField(1.5));
     EXPECT_EQ(roundTrip(KyField(std::int64_t(1) << 52)), KyField(4503599627370496.0));
     EXPECT_EQ(roundTrip(KyField(std::numeric_limits<std::uint64_t>::max())), KyField(18446744073709551616.0));
-    EXPECT_EQ(roundTrip(KyField(true)), KyField(true));
+    const char* names[] = {"eA", "eB", "eC"};
+    const KyFieldType& type = KyFieldManager::get().registerEnumFieldType("LuaTestMode", 3, names);
+    EXPECT_EQ(roundTrip(KyField::makeEnumerated(type.getKind(), 2)), KyField(2.0));
 }
 
 TEST_F(KyLuaConvertersTest, TextsAndNothingCrossUnchanged) {
@@ -41,7 +42,6 @@ TEST_F(KyLuaConvertersTest, TextsAndNothingCrossUnchanged) {
 
 TEST_F(KyLuaConvertersTest, ValuesCrossAsTheirClasses) {
     const KyField values[] = {KyField(KyVec3d(1, 2, 3)),    KyField(KyVec3f(1, 2, 3)),
-                              KyField(KyVec2d(1, 2)),       KyField(KyVec2f(1, 2)),
                               KyField(KyVec2i(1, 2)),       KyField(KyColor(1, 0, 0.5f)),
                               KyField(KyQuatd(0, 0, 0, 1)), KyField(KyQuatf(1, 0, 0, 0)),
                               KyField(KyMat4d()),           KyField(KyMat4f::fromTranslation(KyVec3f(1, 2, 3)))};
@@ -57,9 +57,8 @@ TEST_F(KyLuaConvertersTest, ValuesMadeByScriptsArriveToo) {
     EXPECT_EQ(evalField("2 * Vec3f(1, 2, 3)"), KyField(KyVec3f(2, 4, 6)));
     EXPECT_EQ(evalField("Color(Color(1, 0, 0)) - Color(0.5, 0, 0, 0)"), KyField(KyColor(0.5f, 0, 0, 1)));
     EXPECT_EQ(evalField("Quat():getMatrix()"), KyField(KyMat4d()));
-    EXPECT_EQ(eval("Vec3(3, 4, 0):length()"), "5");
-    EXPECT_EQ(eval("Vec3(1, 2, 3) == Vec3d(1, 2, 3)"), "true");
-    EXPECT_EQ(eval("Color.eOrange"), "10");
+    expectTexts(
+        {{"Vec3(3, 4, 0):length()", "5"}, {"Vec3(1, 2, 3) == Vec3d(1, 2, 3)", "true"}, {"Color.eOrange", "10"}});
 }
 
 TEST_F(KyLuaConvertersTest, AttributesOfValueTypesAreCopies) {
@@ -68,38 +67,18 @@ TEST_F(KyLuaConvertersTest, AttributesOfValueTypesAreCopies) {
     engine().bindInstance(&lamp, "lamp");
     EXPECT_EQ(run("p = lamp.Position p.x = 9"), "");
     EXPECT_EQ(lamp.mPosition, KyVec3d(1, 2, 3));
-    EXPECT_EQ(run("lamp.Position = p"), "");
-    EXPECT_EQ(lamp.mPosition, KyVec3d(9, 2, 3));
     EXPECT_EQ(run("lamp.Position = Vec3f(4, 5, 6)"), "");
     EXPECT_EQ(lamp.mPosition, KyVec3d(4, 5, 6));
-    EXPECT_TRUE(contains(run("lamp.Position = Vec2(1, 2)"), "setValue call failed"));
+    expectErrors({{"lamp.Position = Vec2(1, 2)", "setValue call failed"}});
 }
 
-TEST_F(KyLuaConvertersTest, ListsCrossAsTables) {
-    const KyField list(std::vector<double>{1.5, 2.5});
-    engine().setLuaVariable("list", list);
-    EXPECT_EQ(eval("#list .. ' ' .. list[1] .. ' ' .. list[2]"), "2 1.5 2.5");
-    const KyField back = evalField("{1, 'a', true, {2}}");
-    const auto* fields = back.get<std::vector<KyField>>();
-    ASSERT_NE(fields, nullptr);
-    ASSERT_EQ(fields->size(), 4u);
-    EXPECT_EQ(fields->at(1), KyField("a"));
-    EXPECT_EQ(fields->at(3), KyField(std::vector<KyField>{KyField(2.0)}));
-}
-
-TEST_F(KyLuaConvertersTest, ATableThatHoldsItselfEnds) {
-    run("t = {1} t[2] = t");
-    const KyField field = evalField("t");
-    ASSERT_NE(field.get<std::vector<KyField>>(), nullptr);
-    EXPECT_EQ(lua_gettop(engine().editLuaState()), 0);
-}
-
-TEST_F(KyLuaConvertersTest, ObjectsCrossAsReferences) {
+TEST_F(KyLuaConvertersTest, ListsAndObjectsCrossAsTablesAndReferences) {
     LuaTestLamp lamp;
-    EXPECT_EQ(roundTrip(KyField(&lamp)).toKyObject(), &lamp);
-    const KyField list(std::vector<KyField>{KyField(&lamp), KyField(2)});
-    engine().setLuaVariable("list", list);
+    engine().setLuaVariable("list", KyField(std::vector<KyField>{KyField(&lamp), KyField(2.5)}));
     EXPECT_EQ(evalField("list[1]").toKyObject(), &lamp);
+    EXPECT_EQ(eval("#list .. ' ' .. list[2]"), "2 2.5");
+    const std::vector<KyField> inner{2.0};
+    EXPECT_EQ(evalField("{1, 'a', true, {2}}"), KyField(std::vector<KyField>{1.0, "a", true, KyField(inner)}));
 }
 
 TEST_F(KyLuaConvertersTest, WhatNoFieldHoldsIsInvalid) {
@@ -109,12 +88,6 @@ TEST_F(KyLuaConvertersTest, WhatNoFieldHoldsIsInvalid) {
         EXPECT_FALSE(field.isValid()) << value;
         EXPECT_NE(field.get<KyInvalidField>(), nullptr) << value;
     }
-}
-
-TEST_F(KyLuaConvertersTest, EnumeratedValuesAreTheirNumbers) {
-    const char* names[] = {"eA", "eB", "eC"};
-    const KyFieldType& type = KyFieldManager::get().registerEnumFieldType("LuaTestMode", 3, names);
-    EXPECT_EQ(roundTrip(KyField::makeEnumerated(type.getKind(), 2)), KyField(2.0));
 }
 
 namespace {
@@ -137,11 +110,11 @@ KyField checkTemperature(KyLuaBinder& binder, int index) {
 TEST_F(KyLuaConvertersTest, TablesThatHoldThemselvesOrEachOtherManyTimesEnd) {
     EXPECT_TRUE(evalField("(function() local t = {1} t[2] = t t[3] = t return t end)()").isValid());
     EXPECT_TRUE(evalField("(function() local t = {} for i = 1, 60 do t = {t} end return t end)()").isValid());
-    const KyField wide = evalField("(function() local t = {1} for i = 1, 40 do t = {t, t} end return t end)()");
-    EXPECT_FALSE(wide.isEmpty());
+    EXPECT_FALSE(evalField("(function() local t = {1} for i = 1, 40 do t = {t, t} end return t end)()").isEmpty());
     const KyField flat = evalField("(function() local t = {} for i = 1, 100000 do t[i] = i end return t end)()");
     ASSERT_NE(flat.get<std::vector<KyField>>(), nullptr);
     EXPECT_EQ(flat.get<std::vector<KyField>>()->size(), 100000u);
+    EXPECT_EQ(lua_gettop(engine().editLuaState()), 0);
 }
 
 } // namespace
@@ -176,71 +149,27 @@ TEST_F(KyLuaConvertersTest, FieldsAreReadAsATypeOrAClass) {
     binder.cleanStack();
 }
 
-TEST_F(KyLuaConvertersTest, CppValuesArePushedByOverload) {
+TEST_F(KyLuaConvertersTest, CppValuesArePushedByOverloadOrTheContentOfAny) {
     LuaTestLamp lamp;
-    lua_State* state = engine().editLuaState();
-    KyLuaBinder binder(state);
+    KyLuaBinder binder(engine().editLuaState());
     binder.cpp_to_lua(true);
-    binder.cpp_to_lua(-1);
     binder.cpp_to_lua(4000000000u);
     binder.cpp_to_lua(0.5f);
-    binder.cpp_to_lua(0.25);
     binder.cpp_to_lua("text");
-    binder.cpp_to_lua(std::string("more"));
-    binder.cpp_to_lua(&lamp);
-    binder.cpp_to_lua(static_cast<KyObject*>(nullptr));
+    binder.cpp_to_lua(static_cast<KyObject*>(&lamp));
     binder.cpp_to_lua(KyVec3d(1, 2, 3));
-    EXPECT_EQ(binder.checkField(1), KyField(true));
-    EXPECT_EQ(binder.checkField(2), KyField(-1.0));
-    EXPECT_EQ(binder.checkField(3), KyField(4000000000.0));
-    EXPECT_EQ(binder.checkField(4), KyField(0.5));
-    EXPECT_EQ(binder.checkField(5), KyField(0.25));
-    EXPECT_EQ(binder.checkField(6), KyField("text"));
-    EXPECT_EQ(binder.checkField(7), KyField("more"));
-    EXPECT_EQ(binder.checkField(8).toKyObject(), &lamp);
-    EXPECT_TRUE(binder.checkNil(9));
-    EXPECT_EQ(binder.checkField(10), KyField(KyVec3d(1, 2, 3)));
-    EXPECT_EQ(lua_gettop(state), 10);
-    binder.cleanStack();
-}
-
-TEST_F(KyLuaConvertersTest, AnyValuesArePushedByTheirContent) {
-    LuaTestLamp lamp;
-    lua_State* state = engine().editLuaState();
-    KyLuaBinder binder(state);
-    const boost::any values[] = {5,
-                                 2.5f,
-                                 std::string("text"),
-                                 static_cast<const char*>("literal"),
-                                 true,
-                                 KyVec3d(1, 2, 3),
-                                 static_cast<KyObject*>(&lamp)};
+    const boost::any values[] = {
+        true, 4000000000u, 0.5f, static_cast<const char*>("text"), static_cast<KyObject*>(&lamp), KyVec3d(1, 2, 3)};
     for (const boost::any& value : values)
         binder.cpp_to_lua(value);
-    EXPECT_EQ(binder.checkField(1), KyField(5.0));
-    EXPECT_EQ(binder.checkField(2), KyField(2.5));
-    EXPECT_EQ(binder.checkField(3), KyField("text"));
-    EXPECT_EQ(binder.checkField(4), KyField("literal"));
-    EXPECT_EQ(binder.checkField(5), KyField(true));
-    EXPECT_EQ(binder.checkField(6), KyField(KyVec3d(1, 2, 3)));
-    EXPECT_EQ(binder.checkField(7).toKyObject(), &lamp);
+    const KyField expected[] = {true, 4000000000.0, 0.5, "text", KyField(&lamp), KyVec3d(1, 2, 3)};
+    for (int i = 0; i < 12; ++i)
+        EXPECT_EQ(binder.checkField(i + 1), expected[i % 6]) << i;
     binder.cleanStack();
+    binder.cpp_to_lua(static_cast<KyObject*>(nullptr));
     binder.cpp_to_lua(boost::any());
     binder.cpp_to_lua(boost::any(Temperature{3}));
-    EXPECT_TRUE(binder.checkNil(1));
-    EXPECT_TRUE(binder.checkNil(2));
+    EXPECT_TRUE(binder.checkNil(1) && binder.checkNil(2) && binder.checkNil(3));
     binder.cleanStack();
     EXPECT_EQ(shown(KyField(boost::any(12))), "12");
-}
-
-TEST_F(KyLuaConvertersTest, LuabindObjectsAreRecognised) {
-    lua_State* state = engine().editLuaState();
-    KyLuaBinder binder(state);
-    binder.cpp_to_lua(KyVec3d(1, 2, 3));
-    binder.pushLuabindClassRepresentation(1);
-    EXPECT_EQ(lua_type(state, 2), LUA_TTABLE);
-    binder.pushLuabindClassRepresentation(2);
-    EXPECT_TRUE(binder.checkNil(3));
-    EXPECT_FALSE(binder.isLuabindProperty(1));
-    binder.cleanStack();
 }

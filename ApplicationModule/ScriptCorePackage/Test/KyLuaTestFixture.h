@@ -56,12 +56,24 @@ protected:
         return results.empty() ? KyField() : results.front();
     }
 
+    struct Row {
+        std::string script;
+        std::string text;
+    };
+    /// Every expression has the text beside it.
+    static void expectTexts(const std::vector<Row>& rows) {
+        for (const auto& [expression, text] : rows)
+            EXPECT_EQ(eval(expression), text) << expression;
+    }
+    /// Every chunk fails, and the text beside it occurs in the message.
+    static void expectErrors(const std::vector<Row>& rows) {
+        for (const auto& [chunk, text] : rows) {
+            EXPECT_NE(run(chunk), "") << chunk;
+            EXPECT_NE(msOutput.find(text), std::string::npos) << chunk << " gives: " << msOutput;
+        }
+    }
+
     static void collect() { run("collectgarbage() collectgarbage()"); }
 
     static inline std::string msOutput;
 };
-
-/// Whether the whole text occurs in the other.
-inline bool contains(const std::string& text, const std::string& part) {
-    return text.find(part) != std::string::npos;
-}

@@ -6,6 +6,7 @@
 #include "KyObject.h"
 #include "KyGraphicsObject.h"
 #include "KyReferenceCounted.h"
+#include "KyType.h"
 #include "KyVec3.h"
 
 #include <functional>
@@ -14,8 +15,25 @@
 #include <string>
 #include <vector>
 
+/// What every class with a type record has; its `describe` builds the record.
+template <class T, class Parent>
+class LuaTestClass : public Parent {
+public:
+    static const KyType* getType() {
+        if (!msType)
+            msType = T::describe();
+        return msType;
+    }
+    static KyObject* factory() { return new T; }
+    static void finalizeType() { KyType::remove(msType); }
+    const KyType* getObjectType() const override { return getType(); }
+
+private:
+    static inline const KyType* msType = nullptr;
+};
+
 /// A class with one of everything that scripts can reach.
-class LuaTestLamp : public KyObject {
+class LuaTestLamp : public LuaTestClass<LuaTestLamp, KyObject> {
 public:
     LuaTestLamp() { ++msNbAlive; }
     explicit LuaTestLamp(double power)
@@ -28,11 +46,7 @@ public:
     }
     ~LuaTestLamp() override { --msNbAlive; }
 
-    static const KyType* getType();
-    static KyObject* factory() { return new LuaTestLamp; }
-    static void initializeType();
-    static void finalizeType();
-    const KyType* getObjectType() const override { return getType(); }
+    static const KyType* describe();
 
     double getPower() const { return mPower; }
     void setPower(double power) { mPower = power; }
@@ -68,11 +82,15 @@ public:
     void touch() { ++mNbTouches; }
     void breakDown() { throw std::runtime_error("no light"); }
     /// Calls what the test has put in.
-    double callHook();
+    double callHook() {
+        if (mHook)
+            mHook();
+        return mPower;
+    }
 
     static double sum(double a, double b) { return a + b; }
 
-    static int msNbAlive;
+    static inline int msNbAlive = 0;
 
     double mPower = 1;
     int mCount = 0;
@@ -84,93 +102,75 @@ public:
     std::vector<double> mTargets{10, 20, 30};
     int mNbTouches = 0;
     std::function<void()> mHook;
-
-private:
-    static const KyType* msType;
 };
 
-class LuaTestSpot : public LuaTestLamp {
+class LuaTestSpot : public LuaTestClass<LuaTestSpot, LuaTestLamp> {
 public:
-    static const KyType* getType();
-    static KyObject* factory() { return new LuaTestSpot; }
-    static void initializeType();
-    static void finalizeType();
-    const KyType* getObjectType() const override { return getType(); }
+    static const KyType* describe();
 
     double getAngle() const { return mAngle; }
     void setAngle(double angle) { mAngle = angle; }
     double widen() { return mAngle *= 2; }
 
     double mAngle = 30;
-
-private:
-    static const KyType* msType;
 };
 
-class LuaTestCounted : public KyObject, public KyReferenceCounted {
+class LuaTestCounted : public LuaTestClass<LuaTestCounted, KyObject>, public KyReferenceCounted {
 public:
     LuaTestCounted() { ++msNbAlive; }
     ~LuaTestCounted() override { --msNbAlive; }
 
-    static const KyType* getType();
-    static KyObject* factory() { return new LuaTestCounted; }
-    static void initializeType();
-    static void finalizeType();
-    const KyType* getObjectType() const override { return getType(); }
+    static const KyType* describe();
 
     double getValue() const { return mValue; }
     void setValue(double value) { mValue = value; }
-    double callHook();
+    double callHook() {
+        if (mHook)
+            mHook();
+        return mValue;
+    }
 
-    static int msNbAlive;
+    static inline int msNbAlive = 0;
 
     double mValue = 5;
     std::function<void()> mHook;
-
-private:
-    static const KyType* msType;
 };
 
-class LuaTestTexture : public KyGraphicsObject {
+class LuaTestTexture : public LuaTestClass<LuaTestTexture, KyGraphicsObject> {
 public:
     LuaTestTexture() { ++msNbAlive; }
     ~LuaTestTexture() override { --msNbAlive; }
 
-    static const KyType* getType();
-    static KyObject* factory() { return new LuaTestTexture; }
-    static void initializeType();
-    static void finalizeType();
-    const KyType* getObjectType() const override { return getType(); }
+    static const KyType* describe();
 
-    static int msNbAlive;
-
-private:
-    static const KyType* msType;
+    static inline int msNbAlive = 0;
 };
 
 /// A container whose accessors fail on demand; an attribute of the object itself, which may be taken away.
-class LuaTestFailing : public KyObject {
+class LuaTestFailing : public LuaTestClass<LuaTestFailing, KyObject> {
 public:
     class Container : public KyAttributeInterface {
     public:
         Container()
             : KyAttributeInterface("Values", eContainer, 0) {}
         bool isReadOnly() const override { return false; }
-        bool getNbValues(const KyObject&, unsigned& count) const override;
-        bool getValue(const KyObject&, KyField& value, unsigned index) const override;
+        bool getNbValues(const KyObject&, unsigned& count) const override {
+            count = 2;
+            return mCountWorks;
+        }
+        bool getValue(const KyObject&, KyField& value, unsigned index) const override {
+            value = KyField(index);
+            return mReadWorks;
+        }
         bool setValue(KyObject&, const KyField&, unsigned) const override { return false; }
 
         bool mCountWorks = true;
         bool mReadWorks = true;
-        unsigned mCount = 2;
     };
 
     LuaTestFailing() { mHasOwnAttributes = true; }
 
-    static const KyType* getType();
-    static void initializeType();
-    static void finalizeType();
-    const KyType* getObjectType() const override { return getType(); }
+    static const KyType* describe();
 
     std::unique_ptr<Container> mContainer = std::make_unique<Container>();
 
@@ -182,7 +182,4 @@ protected:
     const KyAttributeInterface* getOwnAttribute(unsigned index) const override {
         return index == 0 ? mContainer.get() : nullptr;
     }
-
-private:
-    static const KyType* msType;
 };

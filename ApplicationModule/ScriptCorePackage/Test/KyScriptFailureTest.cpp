@@ -3,7 +3,7 @@
 #include "KyScriptEngineFixture.h"
 
 #include <cstdlib>
-#include <memory>
+#include <functional>
 
 namespace {
 
@@ -21,12 +21,10 @@ void PrintTo(const FailureCase& failure, std::ostream* stream) {
 constexpr FailureCase cFailures[] = {
     {"Text", "error('plain', 0)", "plain"},
     {"Number", "error(12)", "12"},
-    {"Nil", "error()", "(error object is not a string)"},
     {"Table", "error({})", "(error object is not a string)"},
     {"TableWithText", "error(setmetatable({}, {__tostring = function() return 'told' end}))", "told"},
     {"TableWithBadText", "error(setmetatable({}, {__tostring = function() error('x') end}))",
      "(error object is not a string)"},
-    {"Boolean", "error(true)", "(error object is not a string)"},
     {"LuaStack", "local function f() return 1 + f() end f()", "stack overflow"},
     {"CStack", "local s = string.rep('(', 500) assert(loadstring('return ' .. s))", "too many syntax levels"},
     {"CCalls", "local t = setmetatable({}, {}) getmetatable(t).__index = function(_, k) return t[k] end return t.x",
@@ -37,12 +35,10 @@ constexpr FailureCase cFailures[] = {
      "local t = setmetatable({}, {__index = function() coroutine.yield() end})"
      " local ok, e = coroutine.resume(coroutine.create(function() return t.x end)) error(e, 0)",
      "attempt to yield across metamethod/C-call boundary"},
-    {"IndexNaN", "local t = {} t[0/0] = 1", "index is NaN"},
     {"ManyResults", "local t = {} for i = 1, 1000000 do t[i] = i end return unpack(t)", "too many results to unpack"},
     {"TruncatedBytecode", "assert(loadstring(string.dump(function() end):sub(1, 20)))",
      "unexpected end in precompiled chunk"},
     {"BadArguments", "bindClass()", "bad argument #1"},
-    {"ForeignUserdata", "deleteKyObject(io.stdout) KyObjectNothing()", "KyObjectNothing"},
     {"Endless", "local s = string.rep('x', 2^20) while true do s = s .. s end", ""},
 };
 
@@ -65,39 +61,28 @@ protected:
     }
 };
 
-TEST_P(KyScriptFailureTest, OfAChunkIsOneMessageAndTheEngineGoesOn) {
-    for (int round = 0; round < 3; ++round) {
+TEST_P(KyScriptFailureTest, IsOneMessageWhateverRunsTheChunkAndTheEngineGoesOn) {
+    engine().setLuaVariable("source", KyField(GetParam().chunk));
+    engine().executeChunk("function called() return loadstring(source)() end");
+    std::vector<KyField> results;
+    const std::function<bool()> cWays[] = {[] { return engine().executeChunk(GetParam().chunk); },
+                                           [&] { return engine().callLuaFunction("called", {}, results); },
+                                           [] {
+                                               const std::string chunk = GetParam().chunk;
+                                               engine().executeChunkAsCoroutine("coroutine.yield() " + chunk);
+                                               engine().resumeCoroutines(0);
+                                               return engine().getNbCoroutines() != 0;
+                                           }};
+    // A coroutine may yield.
+    const std::size_t nbWays = std::string(GetParam().label) == "YieldAcrossCall" ? 2 : 3;
+    for (std::size_t i = 0; i < 2 * nbWays; ++i) {
         msOutput.clear();
-        EXPECT_FALSE(engine().executeChunk(GetParam().chunk));
+        EXPECT_FALSE(cWays[i % nbWays]());
         ASSERT_EQ(msOutput.size(), 1u);
         EXPECT_NE(msOutput[0].find(GetParam().message), std::string::npos) << msOutput[0];
         EXPECT_EQ(top(), 0);
         EXPECT_EQ(text("1 + 1"), "2");
     }
-}
-
-TEST_P(KyScriptFailureTest, OfACoroutineIsOneMessageAndTheEngineGoesOn) {
-    if (std::string(GetParam().label) == "YieldAcrossCall")
-        GTEST_SKIP() << "a coroutine may yield";
-    for (int round = 0; round < 3; ++round) {
-        msOutput.clear();
-        engine().executeChunkAsCoroutine("coroutine.yield() " + std::string(GetParam().chunk));
-        engine().resumeCoroutines(0);
-        ASSERT_EQ(msOutput.size(), 1u);
-        EXPECT_NE(msOutput[0].find(GetParam().message), std::string::npos) << msOutput[0];
-        EXPECT_EQ(engine().getNbCoroutines(), 0u);
-        EXPECT_EQ(top(), 0);
-    }
-}
-
-TEST_P(KyScriptFailureTest, OfACalledFunctionIsOneMessageAndTheEngineGoesOn) {
-    engine().setLuaVariable("source", KyField(GetParam().chunk));
-    engine().executeChunk("function called() return loadstring(source)() end");
-    std::vector<KyField> results;
-    EXPECT_FALSE(engine().callLuaFunction("called", {}, results));
-    ASSERT_EQ(msOutput.size(), 1u);
-    EXPECT_NE(msOutput[0].find(GetParam().message), std::string::npos) << msOutput[0];
-    EXPECT_EQ(top(), 0);
 }
 
 INSTANTIATE_TEST_SUITE_P(Kinds, KyScriptFailureTest, ::testing::ValuesIn(cFailures),
@@ -118,13 +103,6 @@ TEST_F(KyHostileScriptTest, ObjectsMayBeDestroyedTwiceAndUsedAfterwards) {
     EXPECT_EQ(msOutput.size(), 1u);
 }
 
-TEST_F(KyHostileScriptTest, ManyResultsOfLuaFunctionsReachTheHost) {
-    engine().executeChunk("t = {} for i = 1, 7000 do t[i] = i end");
-    const auto results = evaluate("unpack(t)");
-    ASSERT_EQ(results.size(), 7000u);
-    EXPECT_EQ(results.back().toInt(), 7000);
-}
-
 TEST_F(KyHostileScriptTest, TooManyArgumentsAreAnError) {
     engine().executeChunk("function count(...) return select('#', ...) end");
     std::vector<KyField> results;
@@ -139,9 +117,8 @@ TEST_F(KyHostileScriptTest, AnErrorInACollectorDoesNotEndTheHost) {
     engine().executeChunk("local p = newproxy(true) getmetatable(p).__gc = function() error({}) end");
     for (int i = 0; i < 50; ++i)
         engine().setLuaVariable("v" + std::to_string(i), KyField(std::string(10000, 'x')));
-    engine().executeChunk("collectgarbage()");
-    engine().executeChunk("local p = newproxy(true) getmetatable(p).__gc = function() error('late') end");
-    SUCCEED();
+    engine().executeChunk("collectgarbage() local p = newproxy(true) getmetatable(p).__gc = error");
+    EXPECT_EQ(text("#v49"), "10000");
 }
 
 TEST_F(KyHostileScriptTest, TheTablesOfTheGlobalsMayBeReplaced) {
@@ -155,27 +132,18 @@ TEST_F(KyHostileScriptTest, TheTablesOfTheGlobalsMayBeReplaced) {
 
 TEST_F(KyHostileScriptTest, RecursionThroughTheHostEndsInAnError) {
     bind("run", [](const std::string& chunk) { return engine().executeChunk(chunk); });
-    EXPECT_TRUE(engine().executeChunk("depth = 0 src = [[depth = depth + 1 run(src)]] run(src)"));
-    ASSERT_FALSE(msOutput.empty());
-    EXPECT_NE(msOutput.front().find("C stack overflow"), std::string::npos) << msOutput.front();
-    EXPECT_EQ(top(), 0);
-}
-
-TEST_F(KyHostileScriptTest, RecursionThroughCoroutinesOfTheHostEndsInAnError) {
     bind("launch", [](const std::string& chunk) { return engine().executeChunkAsCoroutine(chunk); });
-    EXPECT_TRUE(engine().executeChunk("depth = 0 src = [[depth = depth + 1 launch(src)]] launch(src)"));
-    EXPECT_NE(lastOutput().find("C stack overflow"), std::string::npos) << lastOutput();
-    EXPECT_LT(evaluate("depth").front().toInt(), 300);
-}
-
-TEST_F(KyHostileScriptTest, RecursionThroughBothKindsOfCoroutinesEndsInAnError) {
-    bind("launch", [](const std::string& chunk) { return engine().executeChunkAsCoroutine(chunk); });
-    EXPECT_TRUE(engine().executeChunk("depth = 0"
-                                      " function dive(n) depth = depth + 1"
-                                      " if n > 0 then coroutine.wrap(dive)(n - 1) else launch('dive(20)') end end"
-                                      " launch('dive(20)')"));
-    EXPECT_LT(evaluate("depth").front().toInt(), 1000);
-    EXPECT_FALSE(msOutput.empty());
+    for (const char* chunk :
+         {"src = [[depth = depth + 1 run(src)]] run(src)", "src = [[depth = depth + 1 launch(src)]] launch(src)",
+          "function dive(n) depth = depth + 1"
+          " if n > 0 then coroutine.wrap(dive)(n - 1) else launch('dive(20)') end end"
+          " launch('dive(20)')"}) {
+        msOutput.clear();
+        EXPECT_TRUE(engine().executeChunk(std::string("depth = 0 ") + chunk)) << chunk;
+        ASSERT_FALSE(msOutput.empty());
+        EXPECT_NE((msOutput.front() + lastOutput()).find("C stack overflow"), std::string::npos) << msOutput.front();
+        EXPECT_LT(evaluate("depth").front().toInt(), 1000);
+    }
 }
 
 } // namespace

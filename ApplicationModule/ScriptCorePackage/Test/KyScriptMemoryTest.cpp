@@ -42,6 +42,11 @@ KyDynamicObject& sharedObject() {
     return object;
 }
 
+/// Longer than what a text holds in itself.
+KyField makeTexts() {
+    return KyField(std::vector<KyField>{KyField(std::string(100, 'a')), KyField(std::string(100, 'b'))});
+}
+
 class KyScriptMemoryTest : public KyScriptEngineFixture, public ::testing::WithParamInterface<Operation> {
 public:
     static std::vector<Operation> makeOperations();
@@ -54,11 +59,6 @@ protected:
             "local o = createKyObject('KyDynamicObject') local m = getmetatable(o) "
             "local isWhole = m.__gc and m.__eq and m.__tessaly_type and KyDynamicObject.destroy "
             "o:destroy() assert(isWhole)");
-    }
-
-    void SetUp() override {
-        KyScriptEngineFixture::SetUp();
-        KyDynamicObject::getType();
     }
 };
 
@@ -101,12 +101,18 @@ std::vector<Operation> KyScriptMemoryTest::makeOperations() {
             Operation{"Call",
                       [](KyScriptEngine& e) {
                           std::vector<KyField> results;
-                          return e.callLuaFunction("id", {KyField("some text"), KyField(2)}, results);
+                          return e.callLuaFunction("id", {KyField("some text"), KyField(2), makeTexts()}, results);
                       }},
             Operation{"Variable",
                       [](KyScriptEngine& e) {
                           e.setLuaVariable("fresh", KyField("a text that nobody has yet"));
                           return msOutput.empty();
+                      }},
+            Operation{"List",
+                      [](KyScriptEngine& e) {
+                          sharedObject().addAttribute("Texts", makeTexts());
+                          return e.bindInstance(&sharedObject(), "shared") == 1 &&
+                                 e.executeChunk("assert(#shared.Texts == 2) shared.Texts = {shared.Texts[1]}");
                       }},
             Operation{"Coroutine",
                       [](KyScriptEngine& e) {
@@ -130,10 +136,12 @@ std::vector<Operation> KyScriptMemoryTest::makeOperations() {
                           return e.executeChunk("assert(f('some longer text') == 'some longer textsome longer text')");
                       }},
             Operation{"Class", [](KyScriptEngine& e) { return e.bindClass(*KyDynamicObject::getType()); }},
-            Operation{"Syntax",
+            Operation{"Values",
                       [](KyScriptEngine& e) {
-                          std::string error;
-                          return e.checkChunkSyntax("local a, b = 1, 'text'", error);
+                          return e.executeChunk("local r = Ray(Vec3(1, 2, 3), Vec3()) r.origin.x = 4 "
+                                                "local v = (r.origin + Vec3(1, 1, 1) * 2) * 2 "
+                                                "local u, list = URL('a/b'), IntVector({1, 2}) u:appendPath('c') "
+                                                "assert(v == Vec3(12, 8, 10) and u.path == 'a/b/c')");
                       }},
             Operation{"Sandbox",
                       [](KyScriptEngine&) {

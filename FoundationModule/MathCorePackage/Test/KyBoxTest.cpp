@@ -23,64 +23,20 @@ KyBoxd makeInfinite() {
 
 } // namespace
 
-TEST(KyBoxTest, AxesHaveTheirNumbersAndDirections) {
-    EXPECT_EQ(KyBoxd::eX, 0);
-    EXPECT_EQ(KyBoxd::eY, 1);
-    EXPECT_EQ(KyBoxd::eZ, 2);
-    EXPECT_TRUE(isNear(cBox.getAxis(KyBoxd::eX), KyVec3d(cRoot / 2, cRoot / 2, 0)));
-    EXPECT_TRUE(isNear(cBox.getAxis(KyBoxd::eY), KyVec3d(-cRoot / 2, cRoot / 2, 0)));
-    EXPECT_TRUE(isNear(cBox.getAxis(KyBoxd::eZ), KyVec3d(0, 0, 1)));
-}
-
-TEST(KyBoxTest, StatesAreToldApart) {
-    KyBoxd box;
-    EXPECT_TRUE(box.isNull() && box.isEmpty() && !box.isPoint());
-    EXPECT_EQ(box.getType(), 0);
-    box.setPoint(KyVec3d(1, 2, 3));
-    EXPECT_TRUE(box.isFinite() && box.isPoint());
-    EXPECT_EQ(box.getCenter(), KyVec3d(1, 2, 3));
-    EXPECT_EQ(box.getType(), 1);
-    box.setInfinite();
-    EXPECT_TRUE(box.isInfinite() && !box.isPoint());
-    EXPECT_EQ(box.getType(), 2);
-    EXPECT_EQ(box.getRadius(), std::numeric_limits<double>::infinity());
-    box.setFinite();
-    EXPECT_TRUE(box.isPoint());
-    box.setNull();
-    EXPECT_EQ(box, KyBoxd());
-}
-
-TEST(KyBoxTest, TwoCornersGiveAnAlignedBox) {
-    EXPECT_EQ(KyBoxd(KyVec3d(3, 0, 5), KyVec3d(1, 4, 1)), KyBoxd(KyVec3d(2, 2, 3), KyQuatd(), KyVec3d(2, 4, 4)));
-    KyBoxd box = cBox;
-    box.setMinMax(KyVec3d(), KyVec3d(2, 2, 2));
-    EXPECT_EQ(box, makeCube(KyVec3d(1, 1, 1)));
-}
-
-TEST(KyBoxTest, MeasuresIgnoreTheOrientation) {
-    EXPECT_EQ(cBox.getSize(), KyVec3d(4, 2, 6));
-    EXPECT_EQ(cBox.getWidth(), 4.0);
-    EXPECT_EQ(cBox.getHeight(), 2.0);
-    EXPECT_EQ(cBox.getLength(), 6.0);
+TEST(KyBoxTest, TheBoundEnclosesTheTurnedBox) {
+    const KyVolumed bound = cBox.getBoundingVolume();
+    EXPECT_TRUE(isNear(bound.getSize(), KyVec3d(3 * cRoot, 3 * cRoot, 6)));
     EXPECT_EQ(cBox.getArea(), 88.0);
     EXPECT_EQ(cBox.getVolume(), 48.0);
     EXPECT_EQ(cBox.getRadius(), std::sqrt(14.0));
-    EXPECT_EQ(KyBoxd().getVolume(), 0.0);
-}
-
-TEST(KyBoxTest, TheBoundEnclosesTheTurnedBox) {
-    const KyVolumed bound = cBox.getBoundingVolume();
-    EXPECT_TRUE(isNear(bound.getCenter(), KyVec3d(1, 2, 3)));
-    EXPECT_TRUE(isNear(bound.getSize(), KyVec3d(3 * cRoot, 3 * cRoot, 6)));
     EXPECT_NEAR(cBox.getRect().width, 3 * cRoot, 1e-12);
     EXPECT_TRUE(KyBoxd().getBoundingVolume().isNull());
     EXPECT_TRUE(makeInfinite().getRect().isInfinite());
+    EXPECT_EQ(makeInfinite().getRadius(), std::numeric_limits<double>::infinity());
 }
 
 TEST(KyBoxTest, FramesConvertThereAndBack) {
     EXPECT_TRUE(isNear(cBox.localToWorld(KyVec3d(1, 0, 0)), KyVec3d(1 + cRoot / 2, 2 + cRoot / 2, 3)));
-    EXPECT_TRUE(isNear(cBox.worldToLocal(cBox.localToWorld(KyVec3d(4, 5, 6))), KyVec3d(4, 5, 6)));
-    EXPECT_TRUE(isNear(cBox.worldToLocal(KyVec3d(1, 2, 3)), KyVec3d()));
     const KyBoxd other(KyVec3d(-1, 0, 2), KyQuatd(KyVec3d(1, 1, 0), 1.0), KyVec3d(1, 1, 1));
     const KyVec3d there = cBox.frameToFrame(other, KyVec3d(4, 5, 6));
     EXPECT_TRUE(isNear(other.localToWorld(there), cBox.localToWorld(KyVec3d(4, 5, 6))));
@@ -91,34 +47,26 @@ TEST(KyBoxTest, ContainingFollowsTheOrientation) {
     EXPECT_FALSE(cBox.contains(cBox.localToWorld(KyVec3d(1.9, 1.1, 0))));
     EXPECT_TRUE(cBox.contains(KyBoxd(cBox.getCenter(), cTurn, KyVec3d(3, 1, 5))));
     EXPECT_FALSE(cBox.contains(KyBoxd(cBox.getCenter(), KyQuatd(), KyVec3d(3, 1, 5))));
-    EXPECT_TRUE(cBox.contains(KyBoxd()));
-    EXPECT_FALSE(cBox.contains(makeInfinite()));
     EXPECT_FALSE(KyBoxd().contains(KyVec3d()));
 }
 
 TEST(KyBoxTest, SeparationIsFoundOnEveryKindOfAxis) {
-    struct Row {
-        KyBoxd mOther;
-        bool mMeets;
-    };
-    const KyQuatd aboutX(KyVec3d(1, 0, 0), std::numbers::pi / 4);
-    // Two cubes edge against edge: only the direction across both edges separates them.
-    const double edges = 2 * cRoot;
-    const Row cRows[] = {{makeCube(KyVec3d(2, 0, 0)), true},
-                         {makeCube(KyVec3d(2.01, 0, 0)), false},
-                         {makeCube(KyVec3d(2.4, 0, 0), cTurn), true},
-                         {makeCube(KyVec3d(2.42, 0, 0), cTurn), false},
-                         {makeCube(KyVec3d(2.3, 2.3, 0), cTurn), false},
-                         {KyBoxd(), false},
-                         {makeInfinite(), true}};
-    for (const Row& row : cRows) {
-        EXPECT_EQ(makeCube(KyVec3d()).intersects(row.mOther), row.mMeets) << row.mOther;
-        EXPECT_EQ(row.mOther.intersects(makeCube(KyVec3d())), row.mMeets) << row.mOther;
+    const std::pair<KyBoxd, bool> rows[] = {{makeCube(KyVec3d(2, 0, 0)), true},
+                                            {makeCube(KyVec3d(2.01, 0, 0)), false},
+                                            {makeCube(KyVec3d(2.4, 0, 0), cTurn), true},
+                                            {makeCube(KyVec3d(2.42, 0, 0), cTurn), false},
+                                            {makeCube(KyVec3d(2.3, 2.3, 0), cTurn), false},
+                                            {KyBoxd(), false},
+                                            {makeInfinite(), true}};
+    for (const auto& [other, meets] : rows) {
+        EXPECT_EQ(makeCube(KyVec3d()).intersects(other), meets) << other;
+        EXPECT_EQ(other.intersects(makeCube(KyVec3d())), meets) << other;
     }
-    const KyVec3d across = KyVec3d(0, 1, 0);
+    // Two cubes edge against edge: only the direction across both edges separates them.
+    const KyQuatd aboutX(KyVec3d(1, 0, 0), std::numbers::pi / 4);
     const KyBoxd standing = makeCube(KyVec3d(), cTurn);
-    EXPECT_TRUE(standing.intersects(makeCube(across * (edges - 0.01), aboutX)));
-    EXPECT_FALSE(standing.intersects(makeCube(across * (edges + 0.01), aboutX)));
+    EXPECT_TRUE(standing.intersects(makeCube(KyVec3d(0, 2 * cRoot - 0.01, 0), aboutX)));
+    EXPECT_FALSE(standing.intersects(makeCube(KyVec3d(0, 2 * cRoot + 0.01, 0), aboutX)));
 }
 
 TEST(KyBoxTest, CommonPartsAreExactForEqualOrientations) {
@@ -128,10 +76,6 @@ TEST(KyBoxTest, CommonPartsAreExactForEqualOrientations) {
     EXPECT_TRUE(isNear(common.getSize(), KyVec3d(1, 1, 6)));
     EXPECT_TRUE(isNear(cBox.worldToLocal(common.getCenter()), KyVec3d(1.5, 0.5, 0)));
     EXPECT_EQ(common.getOrientation(), cTurn);
-    EXPECT_TRUE(makeInfinite().getIntersects(cBox, common));
-    EXPECT_EQ(common, cBox);
-    EXPECT_FALSE(makeCube(KyVec3d()).getIntersects(makeCube(KyVec3d(5, 0, 0)), common));
-    EXPECT_EQ(common, cBox);
 }
 
 TEST(KyBoxTest, CommonPartsOfTurnedBoxesAreEnclosed) {
@@ -144,7 +88,6 @@ TEST(KyBoxTest, CommonPartsOfTurnedBoxesAreEnclosed) {
         const bool isCommon = cube.contains(point) && turned.contains(point);
         EXPECT_TRUE(!isCommon || common.contains(point)) << point;
     }
-    EXPECT_TRUE(cube.contains(common));
 }
 
 TEST(KyBoxTest, MergingGrowsInItsOwnOrientation) {
@@ -160,22 +103,6 @@ TEST(KyBoxTest, MergingGrowsInItsOwnOrientation) {
     EXPECT_TRUE(isNear(cBox.worldToLocal(box.getCenter()), KyVec3d(2, 0, 0)));
     box.merge(makeInfinite());
     EXPECT_TRUE(box.isInfinite());
-}
-
-TEST(KyBoxTest, SettersChangeOneThing) {
-    KyBoxd box = cBox;
-    box.setWidth(-1);
-    box.setHeight(5);
-    box.setLength(7);
-    EXPECT_EQ(box, KyBoxd(KyVec3d(1, 2, 3), cTurn, KyVec3d(1, 5, 7)));
-    box.setSize(KyVec3d(4, 2, 6));
-    box.setCenter(KyVec3d());
-    box.translate(KyVec3d(1, 2, 3));
-    EXPECT_EQ(box, cBox);
-    box.scale(2);
-    EXPECT_EQ(box, KyBoxd(KyVec3d(1, 2, 3), cTurn, KyVec3d(8, 4, 12)));
-    box.setOrientation(KyQuatd(0, 0, 0, 0));
-    EXPECT_EQ(box.getOrientation(), KyQuatd());
 }
 
 TEST(KyBoxTest, NullAndInfiniteDoNotMoveButTakeAPlace) {
@@ -194,9 +121,8 @@ TEST(KyBoxTest, NullAndInfiniteDoNotMoveButTakeAPlace) {
 
 TEST(KyBoxTest, ElementTypesAndStatesConvert) {
     EXPECT_EQ(KyBoxd(KyBoxf(makeCube(KyVec3d(1, 2, 3)))), makeCube(KyVec3d(1, 2, 3)));
-    EXPECT_EQ(KyBoxf(makeInfinite()).toString(), "infinite");
-    EXPECT_EQ(KyBoxf(KyBoxd()), KyBoxf());
-    KyBoxd read(KyVec3d(), KyVec3d(1, 1, 1));
+    KyBoxd read(KyVec3d(2, 0, 1), KyVec3d(1, 1, 0));
+    EXPECT_EQ(read, KyBoxd(KyVec3d(1.5, 0.5, 0.5), KyQuatd(), KyVec3d(1, 1, 1)));
     EXPECT_TRUE(fromString(makeInfinite().toString(), read));
     EXPECT_EQ(read, makeInfinite());
 }

@@ -5,6 +5,7 @@
 
 #include <cmath>
 #include <gtest/gtest.h>
+#include <tuple>
 
 namespace {
 
@@ -14,46 +15,28 @@ KyEasing::Kind toKind(int number) {
 
 } // namespace
 
-TEST(KyEasingTest, KindsStandFamilyByFamily) {
-    struct Row {
-        KyEasing::Kind mKind;
-        int mNumber;
-        const char* mName;
-    };
-    constexpr Row cRows[] = {{KyEasing::BackIn, 0, "BackIn"},          {KyEasing::BounceOut, 4, "BounceOut"},
-                             {KyEasing::CircInOut, 8, "CircInOut"},    {KyEasing::CubicIn, 9, "CubicIn"},
-                             {KyEasing::ElasticOut, 13, "ElasticOut"}, {KyEasing::ExpoInOut, 17, "ExpoInOut"},
-                             {KyEasing::LinearIn, 18, "LinearIn"},     {KyEasing::QuadOut, 22, "QuadOut"},
-                             {KyEasing::QuartInOut, 26, "QuartInOut"}, {KyEasing::QuintIn, 27, "QuintIn"},
-                             {KyEasing::SineInOut, 32, "SineInOut"}};
-    for (const Row& row : cRows) {
-        EXPECT_EQ(row.mKind, row.mNumber);
-        EXPECT_STREQ(KyEasing::getName(row.mKind), row.mName);
+TEST(KyEasingTest, KindsHaveNumbersAndNamesAndUnknownOnesAreLinear) {
+    EXPECT_STREQ(KyEasing::getName(toKind(8)), "CircInOut");
+    EXPECT_STREQ(KyEasing::getName(toKind(32)), "SineInOut");
+    for (const int unknown : {33, -1}) {
+        EXPECT_STREQ(KyEasing::getName(toKind(unknown)), "");
+        EXPECT_EQ(KyEasing::compute(toKind(unknown), 0.3), 0.3);
     }
-    EXPECT_EQ(KyEasing::eNbKinds, 33);
-    EXPECT_STREQ(KyEasing::getName(toKind(33)), "");
-    EXPECT_STREQ(KyEasing::getName(toKind(-1)), "");
 }
 
-TEST(KyEasingTest, EveryCurveGoesFromZeroToOne) {
+TEST(KyEasingTest, EveryCurveGoesFromZeroToOneWithoutAJump) {
+    constexpr int cSteps = 10000;
     for (int i = 0; i < KyEasing::eNbKinds; ++i) {
-        EXPECT_EQ(KyEasing::compute(toKind(i), 0.0), 0.0) << i;
-        EXPECT_EQ(KyEasing::compute(toKind(i), 1.0), 1.0) << i;
         EXPECT_EQ(KyEasing::compute(toKind(i), -3.0), 0.0) << i;
         EXPECT_EQ(KyEasing::compute(toKind(i), 3.0), 1.0) << i;
         EXPECT_EQ(KyEasing::compute(toKind(i), std::nan("")), 0.0) << i;
-    }
-}
-
-TEST(KyEasingTest, EveryCurveIsContinuous) {
-    constexpr int cSteps = 10000;
-    for (int i = 0; i < KyEasing::eNbKinds; ++i)
         for (int step = 0; step < cSteps; ++step) {
             const double here = KyEasing::compute(toKind(i), static_cast<double>(step) / cSteps);
             const double next = KyEasing::compute(toKind(i), (step + 1.0) / cSteps);
             // The circle begins vertically: sqrt(2 / 10000) in its first step.
             ASSERT_NEAR(here, next, 0.0145) << KyEasing::getName(toKind(i)) << " at " << step;
         }
+    }
 }
 
 TEST(KyEasingTest, OutMirrorsInAndInOutMirrorsItself) {
@@ -67,25 +50,15 @@ TEST(KyEasingTest, OutMirrorsInAndInOutMirrorsItself) {
 }
 
 TEST(KyEasingTest, CurvesHaveTheirKnownValues) {
-    struct Row {
-        KyEasing::Kind mKind;
-        double mTime;
-        double mValue;
-    };
-    constexpr Row cRows[] = {{KyEasing::BackIn, 0.5, -0.0876975},   {KyEasing::BackInOut, 0.25, -0.09968184},
-                             {KyEasing::BounceOut, 0.5, 0.765625},  {KyEasing::BounceIn, 0.5, 0.234375},
-                             {KyEasing::CircIn, 0.6, 0.2},          {KyEasing::CubicIn, 0.5, 0.125},
-                             {KyEasing::CubicInOut, 0.25, 0.0625},  {KyEasing::ElasticIn, 0.5, -0.015625},
-                             {KyEasing::ElasticOut, 0.5, 1.015625}, {KyEasing::ExpoIn, 0.5, 0.03125},
-                             {KyEasing::LinearIn, 0.3, 0.3},        {KyEasing::LinearOut, 0.3, 0.3},
-                             {KyEasing::LinearInOut, 0.3, 0.3},     {KyEasing::QuadOut, 0.5, 0.75},
-                             {KyEasing::QuartIn, 0.5, 0.0625},      {KyEasing::QuintIn, 0.5, 0.03125},
-                             {KyEasing::SineIn, 2.0 / 3.0, 0.5}};
-    for (const Row& row : cRows)
-        EXPECT_NEAR(KyEasing::compute(row.mKind, row.mTime), row.mValue, 1e-6) << KyEasing::getName(row.mKind);
-}
-
-TEST(KyEasingTest, UnknownKindsAreLinear) {
-    EXPECT_EQ(KyEasing::compute(toKind(33), 0.3), 0.3);
-    EXPECT_EQ(KyEasing::compute(toKind(-1), 0.3), 0.3);
+    constexpr std::tuple<KyEasing::Kind, double, double> cRows[] = {
+        {KyEasing::BackIn, 0.5, -0.0876975},   {KyEasing::BackInOut, 0.25, -0.09968184},
+        {KyEasing::BounceOut, 0.5, 0.765625},  {KyEasing::BounceIn, 0.5, 0.234375},
+        {KyEasing::CircIn, 0.6, 0.2},          {KyEasing::CubicIn, 0.5, 0.125},
+        {KyEasing::CubicInOut, 0.25, 0.0625},  {KyEasing::ElasticIn, 0.5, -0.015625},
+        {KyEasing::ElasticOut, 0.5, 1.015625}, {KyEasing::ExpoIn, 0.5, 0.03125},
+        {KyEasing::LinearInOut, 0.3, 0.3},     {KyEasing::QuadOut, 0.5, 0.75},
+        {KyEasing::QuartIn, 0.5, 0.0625},      {KyEasing::QuintIn, 0.5, 0.03125},
+        {KyEasing::SineIn, 2.0 / 3.0, 0.5}};
+    for (const auto& [kind, time, value] : cRows)
+        EXPECT_NEAR(KyEasing::compute(kind, time), value, 1e-6) << KyEasing::getName(kind);
 }

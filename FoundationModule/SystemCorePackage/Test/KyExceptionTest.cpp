@@ -23,42 +23,26 @@ protected:
 };
 } // namespace
 
-TEST_F(KyExceptionTest, AReportReachesTheHandlerAndReturns) {
-    KyException::setReportHandler(&remember);
+TEST_F(KyExceptionTest, AReportReachesTheHandlerOrStandardError) {
+    testing::internal::CaptureStderr();
+    const auto byDefault = KyException::setReportHandler(&remember);
     KyException::create("first");
     KyError::create("second");
-    EXPECT_EQ(gReports, (std::vector<std::string>{"first", "second"}));
-}
-
-TEST_F(KyExceptionTest, WithoutAHandlerOneLineGoesToStandardError) {
-    KyException::setReportHandler(nullptr);
-    testing::internal::CaptureStderr();
+    EXPECT_EQ(KyException::setReportHandler(byDefault), &remember);
     KyException::create("KyThing: failed");
+    EXPECT_EQ(gReports, (std::vector<std::string>{"first", "second"}));
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "KyThing: failed\n");
 }
 
-TEST_F(KyExceptionTest, InstallingGivesTheHandlerBefore) {
-    const auto byDefault = KyException::setReportHandler(&remember);
-    EXPECT_EQ(KyException::setReportHandler(byDefault), &remember);
-}
-
-TEST_F(KyExceptionTest, AReportInsideTheHandlerDoesNotCallItAgain) {
+TEST_F(KyExceptionTest, AHandlerThatThrowsOrReportsItselfLosesNoReport) {
+    testing::internal::CaptureStderr();
+    KyException::setReportHandler([](const std::string&) { throw std::runtime_error("handler"); });
+    EXPECT_NO_THROW(KyException::create("text"));
     KyException::setReportHandler([](const std::string& text) {
         remember(text);
         KyException::create("inside");
     });
-    testing::internal::CaptureStderr();
     KyException::create("outside");
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "inside\n");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "text\ninside\n");
     EXPECT_EQ(gReports, std::vector<std::string>{"outside"});
-}
-
-TEST_F(KyExceptionTest, AHandlerThatThrowsLosesNoReport) {
-    KyException::setReportHandler([](const std::string&) { throw std::runtime_error("handler"); });
-    testing::internal::CaptureStderr();
-    EXPECT_NO_THROW(KyException::create("text"));
-    KyException::setReportHandler(&remember);
-    KyException::create("after");
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "text\n");
-    EXPECT_EQ(gReports, std::vector<std::string>{"after"});
 }

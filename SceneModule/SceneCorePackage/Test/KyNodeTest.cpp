@@ -60,41 +60,22 @@ protected:
     KyHolder<KyNode> mChild;
 };
 
-TEST_F(KyNodeTest, AChildMovesWithItsParent) {
+TEST_F(KyNodeTest, AChildMovesWithItsParentAndIsPlacedInTheWorldAllTheSame) {
     mChild->setPosition(KyVec3d(1, 0, 0));
-    expectNear(mChild->getWorldPosition(), KyVec3d(1, 0, 0));
     mRoot->rotate(KyVec3d(0, 1, 0), std::numbers::pi / 2);
     mRoot->setScale(KyVec3d(2, 2, 2));
     mRoot->setPosition(KyVec3d(0, 5, 0));
     expectNear(mChild->getWorldPosition(), KyVec3d(0, 5, -2));
-}
-
-TEST_F(KyNodeTest, SettingTheWorldFrameTakesTheParentIntoAccount) {
-    mRoot->setPosition(KyVec3d(3, 0, 0));
-    mRoot->rotate(KyVec3d(0, 0, 1), 0.7);
     const KyMat4d wanted = KyMat4d::lookAt(KyVec3d(1, 2, 3), KyVec3d(0, 0, 0), KyVec3d(0, 1, 0));
     mChild->setWorldFrame(wanted);
     for (int column = 0; column < 4; ++column)
         expectNear(mChild->getWorldFrame().getColumn(column), wanted.getColumn(column));
-    mChild->setWorldPosition(KyVec3d(7, 8, 9));
-    expectNear(mChild->getWorldPosition(), KyVec3d(7, 8, 9));
-}
-
-TEST_F(KyNodeTest, ALocalFrameIsKeptAsItWasGivenAndTakenApart) {
-    const KyMat4d frame =
-        KyMat4d(KyQuatd(KyVec3d(1, 2, 3), 0.4), KyVec3d(4, 5, 6)) * KyMat4d::fromScale(KyVec3d(2, 3, 4));
-    mChild->setLocalFrame(frame);
-    EXPECT_EQ(mChild->getLocalFrame(), frame);
-    expectNear(mChild->getScale(), KyVec3d(2, 3, 4));
-    expectNear(mChild->getPosition(), KyVec3d(4, 5, 6));
 }
 
 TEST_F(KyNodeTest, ValuesThatAreNotFiniteAreIgnored) {
     const double nan = std::numeric_limits<double>::quiet_NaN();
     mChild->setPosition(KyVec3d(nan, 0, 0));
     mChild->setScale(KyVec3d(1, std::numeric_limits<double>::infinity(), 1));
-    mChild->setOrientation(KyQuatd(0, 0, 0, 0));
-    mChild->rotate(KyVec3d(0, 1, 0), nan);
     mChild->lookAt(KyVec3d(nan, 0, 0), KyVec3d());
     KyMat4d frame;
     frame.set(0, 0, nan);
@@ -102,37 +83,28 @@ TEST_F(KyNodeTest, ValuesThatAreNotFiniteAreIgnored) {
     EXPECT_EQ(mChild->getWorldFrame(), KyMat4d());
 }
 
-TEST_F(KyNodeTest, InsertionIsRefusedWhereItWouldMakeALoop) {
+TEST_F(KyNodeTest, AChildHasOneParentAndMakesNoLoop) {
     EXPECT_FALSE(mRoot->addChild(nullptr));
     EXPECT_FALSE(mRoot->addChild(mRoot.get()));
     EXPECT_FALSE(mChild->addChild(mRoot.get()));
-    EXPECT_EQ(mRoot->getNbChildren(), 1u);
     EXPECT_EQ(mChild->getParent(), mRoot.get());
-}
-
-TEST_F(KyNodeTest, AChildHasOneParentOnly) {
     const KyHolder<KyNode> other(new KyNode);
     ASSERT_TRUE(other->addChild(mChild.get()));
     EXPECT_EQ(mRoot->getNbChildren(), 0u);
     EXPECT_EQ(mChild->getParent(), other.get());
     EXPECT_EQ(mChild->getNbReferences(), 2u);
-}
-
-TEST_F(KyNodeTest, AParentThatEndsLeavesHeldChildrenAlive) {
     mRoot.reset();
-    EXPECT_EQ(mChild->getParent(), nullptr);
-    EXPECT_EQ(mChild->getNbReferences(), 1u);
+    EXPECT_EQ(mChild->getParent(), other.get());
 }
 
-TEST_F(KyNodeTest, AChildThatIsDestroyedLeavesItsParent) {
-    auto* node = new KyNode;
-    mRoot->addChild(node);
+TEST_F(KyNodeTest, AChildThatIsDestroyedLeavesItsParentWhichTells) {
     ChangeList changes;
     mRoot->connectModified(&changes, &ChangeList::onModified);
+    auto* node = new KyNode;
+    mRoot->addChild(node);
     node->destroy();
     EXPECT_EQ(mRoot->getNbChildren(), 1u);
-    ASSERT_EQ(changes.entries.size(), 1u);
-    EXPECT_EQ(changes.entries[0], "5 Children 1");
+    EXPECT_EQ(changes.entries, (std::vector<std::string>{"4 Children 1", "5 Children 1"}));
 }
 
 TEST_F(KyNodeTest, EveryChangeIsToldOnceUnderItsName) {
@@ -160,19 +132,8 @@ TEST_F(KyNodeTest, ATreeIsNoDeeperThanItsLimit) {
     const KyHolder<KyNode> top = makeChain(KyNode::cMaxDepth, bottom), more(new KyNode);
     EXPECT_FALSE(bottom->addChild(more.get()));
     EXPECT_FALSE(bottom->getAttribute("Children")->addValue(*bottom, 0, KyField(more.get())));
-    EXPECT_EQ(bottom->getNbChildren(), 0u);
     EXPECT_EQ(more->getNbReferences(), 1u);
     EXPECT_TRUE(bottom->getParent()->addChild(more.get()));
-}
-
-TEST_F(KyNodeTest, TreesThatWouldBecomeTooDeepTogetherAreNotJoined) {
-    constexpr unsigned cHalf = KyNode::cMaxDepth / 2;
-    KyNode *middle = nullptr, *bottom = nullptr;
-    const KyHolder<KyNode> upper = makeChain(cHalf, middle), lower = makeChain(cHalf, bottom);
-    EXPECT_FALSE(middle->addChild(lower.get()));
-    EXPECT_TRUE(middle->getParent()->addChild(lower.get()));
-    EXPECT_FALSE(mRoot->addChild(upper.get()));
-    EXPECT_EQ(upper->getParent(), nullptr);
 }
 
 TEST_F(KyNodeTest, WhatLeavesATreeMakesRoomForOthers) {
@@ -184,17 +145,9 @@ TEST_F(KyNodeTest, WhatLeavesATreeMakesRoomForOthers) {
     EXPECT_FALSE(mRoot->addChild(stem.get()));
     ASSERT_TRUE(stem->removeChild(deep.get()));
     EXPECT_TRUE(mRoot->addChild(stem.get()));
-    EXPECT_FALSE(deepEnd->addChild(mRoot.get()));
-    mRoot->removeAllChildren();
-    EXPECT_TRUE(deepEnd->addChild(mRoot.get()));
-}
-
-TEST_F(KyNodeTest, ANodeThatIsDestroyedMakesRoomForOthers) {
-    KyNode *bottom = nullptr, *lowest = nullptr;
-    const KyHolder<KyNode> deep = makeChain(KyNode::cMaxDepth, bottom), upper = makeChain(1, lowest);
-    EXPECT_FALSE(lowest->addChild(deep.get()));
-    deep->getChild(0)->getChild(0)->destroy();
-    EXPECT_TRUE(lowest->addChild(deep.get()));
+    EXPECT_FALSE(deepEnd->addChild(mRoot.get())) << "together they are too deep";
+    flat->getChild(0)->getChild(0)->destroy();
+    EXPECT_TRUE(deepEnd->getParent()->getParent()->addChild(flat.get()));
 }
 
 TEST_F(KyNodeTest, TheDeepestTreeIsWalkedCopiedAndEnded) {
@@ -206,6 +159,7 @@ TEST_F(KyNodeTest, TheDeepestTreeIsWalkedCopiedAndEnded) {
     ASSERT_TRUE(bottom->addChild(box));
     KyHolder<KyNode> copy(top->clone());
     top.reset();
+    ASSERT_NE(KyMeshNode::cast(copy->find("box")), nullptr);
     copy->setPosition(KyVec3d(5, 0, 0));
     EXPECT_EQ(copy->getBoundingVolume().getMax(), KyVec3d(6, 1, 1));
     KyNodeHit hit;
@@ -224,39 +178,13 @@ TEST_F(KyNodeTest, AListenerThatMovesNodesMeanwhileMakesNoLoop) {
     EXPECT_EQ(mChild->getParent(), nullptr);
 }
 
-TEST_F(KyNodeTest, NodesAreFoundByNameWhereverTheyStand) {
-    auto* deep = new KyNode;
-    deep->setName("deep");
-    mChild->addChild(deep);
-    EXPECT_EQ(mRoot->find("deep"), deep);
-    EXPECT_EQ(mRoot->find("missing"), nullptr);
-    EXPECT_EQ(deep->getRoot(), mRoot.get());
-}
-
 TEST_F(KyNodeTest, TheChildrenContainerIsWhatScriptsSee) {
     const KyAttributeInterface* children = mRoot->getAttribute("Children");
     const KyHolder<KyNode> first(new KyNode);
     ASSERT_TRUE(children->addValue(*mRoot, 0, KyField(first.get())));
     EXPECT_EQ(mRoot->getChild(0), first.get());
-    unsigned count = 0;
-    ASSERT_TRUE(children->getNbValues(*mRoot, count));
-    EXPECT_EQ(count, 2u);
     ASSERT_TRUE(children->removeValue(*mRoot, 1));
     EXPECT_EQ(mChild->getParent(), nullptr);
-    EXPECT_FALSE(children->removeValue(*mRoot, 1));
-}
-
-TEST_F(KyNodeTest, ACloneHasCopiesOfTheChildren) {
-    auto* mesh = new KyMeshNode;
-    mesh->makeBox(1, 1, 1);
-    mesh->setName("box");
-    mRoot->addChild(mesh);
-    const KyHolder<KyNode> copy(mRoot->clone());
-    ASSERT_EQ(copy->getNbChildren(), 2u);
-    auto* copied = KyMeshNode::cast(copy->find("box"));
-    ASSERT_TRUE(copied);
-    EXPECT_NE(copied, mesh);
-    EXPECT_EQ(copied->getMesh(), mesh->getMesh());
 }
 
 TEST_F(KyNodeTest, TheBoundingVolumeCoversWhatIsVisible) {
@@ -289,9 +217,6 @@ TEST_F(KyNodeTest, ARayFindsTheNearestVisibleSurface) {
     hit = KyNodeHit();
     ASSERT_TRUE(mRoot->intersect(ray, hit));
     EXPECT_EQ(hit.node, far);
-    EXPECT_NEAR(hit.point.z, 1.0, 0.01);
-    hit = KyNodeHit();
-    EXPECT_FALSE(mRoot->intersect(KyRayd(KyVec3d(3, 3, 10), KyVec3d(0, 0, -1)), hit));
 }
 
 } // namespace

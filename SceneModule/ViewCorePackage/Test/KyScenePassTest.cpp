@@ -6,7 +6,8 @@
 
 #include <epoxy/gl.h>
 
-#include <array>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -39,12 +40,6 @@ protected:
 
 const KyColor cBackground(0.2f, 0.4f, 0.6f);
 
-TEST_F(KyScenePassTest, AnEmptySceneIsItsBackground) {
-    const auto image = draw();
-    for (const auto& [x, y] : {std::pair{0, 0}, {159, 119}, {80, 60}})
-        kyExpectColor(image->getPixel(x, y), cBackground);
-}
-
 TEST_F(KyScenePassTest, AGradientGoesFromTopToBottom) {
     mScene->setBackgroundTop(KyColor(1, 0, 0));
     mScene->setBackgroundBottom(KyColor(0, 0, 1));
@@ -53,25 +48,23 @@ TEST_F(KyScenePassTest, AGradientGoesFromTopToBottom) {
     kyExpectColor(image->getPixel(80, 119), KyColor(0, 0, 1), 0.05);
 }
 
-TEST_F(KyScenePassTest, ANodeIsSeenWhereItStandsInItsColour) {
+TEST_F(KyScenePassTest, ANodeIsSeenWhereItStandsUntilItIsHidden) {
     KyMeshNode* box = addBox(KyColor(1, 0.5f, 0));
     box->setPosition(KyVec3d(2, 1, 0));
     const auto image = draw();
-    kyExpectColor(image->getPixel(80 + 29, 60 - 15), KyColor(1, 0.5f, 0));
-    kyExpectColor(image->getPixel(80 - 29, 60 + 15), cBackground);
+    kyExpectColor(image->getPixel(109, 45), KyColor(1, 0.5f, 0));
+    kyExpectColor(image->getPixel(51, 75), cBackground);
+    EXPECT_FALSE(mCanvas->needsRedraw());
     box->setVisible(false);
-    kyExpectColor(draw()->getPixel(80 + 29, 60 - 15), cBackground);
+    EXPECT_TRUE(mCanvas->needsRedraw());
+    kyExpectColor(draw()->getPixel(109, 45), cBackground);
 }
 
-TEST_F(KyScenePassTest, NearerSurfacesHideThoseBehind) {
+TEST_F(KyScenePassTest, WhatIsBehindIsHiddenOrShinesThrough) {
+    KyMeshNode* front = addBox(KyColor(0, 1, 0));
     addBox(KyColor(1, 0, 0))->setPosition(KyVec3d(0, 0, -3));
-    addBox(KyColor(0, 1, 0));
     kyExpectColor(draw()->getPixel(80, 60), KyColor(0, 1, 0));
-}
-
-TEST_F(KyScenePassTest, WhatIsBehindShinesThrough) {
-    addBox(KyColor(0, 1, 0, 0.5f));
-    addBox(KyColor(1, 0, 0))->setPosition(KyVec3d(0, 0, -3));
+    front->setColor(KyColor(0, 1, 0, 0.5f));
     // The front and the back of the box are both half transparent.
     kyExpectColor(draw()->getPixel(80, 60), KyColor(0.25f, 0.75f, 0), 0.15);
 }
@@ -102,27 +95,21 @@ TEST_F(KyScenePassTest, WithoutLightTheKeyLightFollowsTheCamera) {
     kyExpectColor(draw()->getPixel(80, 60), front);
 }
 
-TEST_F(KyScenePassTest, ALightShinesOnTheSideThatFacesIt) {
+TEST_F(KyScenePassTest, ALightShinesOnTheSideThatFacesItAsFarAsItsRange) {
     addBox(KyColor(0.8f, 0.8f, 0.8f), KyMeshNode::eSmooth);
     auto* light = new KyLight;
     mScene->addChild(light);
-    light->lookAt(KyVec3d(0, 0, 10), KyVec3d());
-    const float lit = draw()->getPixel(80, 60).red;
+    const auto getRed = [this] { return draw()->getPixel(80, 60).red; };
     light->lookAt(KyVec3d(0, 0, -10), KyVec3d());
-    const float unlit = draw()->getPixel(80, 60).red;
-    EXPECT_GT(lit, unlit + 0.2f);
+    const float unlit = getRed();
     EXPECT_GT(unlit, 0.02f) << "the sky lights it still";
-}
-
-TEST_F(KyScenePassTest, APointLightReachesAsFarAsItsRange) {
-    addBox(KyColor(0.8f, 0.8f, 0.8f), KyMeshNode::eSmooth);
-    auto* light = new KyLight;
+    light->lookAt(KyVec3d(0, 0, 10), KyVec3d());
+    EXPECT_GT(getRed(), unlit + 0.2f);
     light->setKind(KyLight::ePoint);
     light->setPosition(KyVec3d(0, 0, 4));
-    mScene->addChild(light);
-    const float endless = draw()->getPixel(80, 60).red;
+    const float endless = getRed();
     light->setRange(2.0);
-    EXPECT_LT(draw()->getPixel(80, 60).red, endless - 0.2f);
+    EXPECT_LT(getRed(), endless - 0.2f);
 }
 
 TEST_F(KyScenePassTest, AnOrthographicCameraShowsItsExtent) {
@@ -132,8 +119,6 @@ TEST_F(KyScenePassTest, AnOrthographicCameraShowsItsExtent) {
     const auto image = draw();
     kyExpectColor(image->getPixel(80, 32), KyColor(1, 0, 0));
     kyExpectColor(image->getPixel(80, 27), cBackground);
-    kyExpectColor(image->getPixel(80 + 28, 60), KyColor(1, 0, 0));
-    kyExpectColor(image->getPixel(80 + 33, 60), cBackground);
 }
 
 TEST_F(KyScenePassTest, AGridShowsLinesOnTheGround) {
@@ -146,33 +131,23 @@ TEST_F(KyScenePassTest, AGridShowsLinesOnTheGround) {
     for (int y = 0; y < 120; ++y)
         nbLines += std::abs(image->getPixel(82, y).red - cBackground.red) > 0.08f ? 1 : 0;
     EXPECT_GT(nbLines, 4);
-    EXPECT_LT(nbLines, 60);
 }
 
-TEST_F(KyScenePassTest, AViewDrawsInItsAreaOnly) {
+TEST_F(KyScenePassTest, AViewDrawsInItsAreaOnlyAndWithoutBackgroundItsClearColourShows) {
     mView->setArea(KyRectd(0.5, 0.0, 0.5, 0.5));
     ASSERT_TRUE(mTarget->bind());
     glClearColor(0, 1, 0, 1);
     glClear(GL_COLOR_BUFFER_BIT);
     for (const int samples : {4, 1}) {
         mPass->setSamples(samples);
+        mPass->setBackgroundVisible(true);
         const auto image = draw();
-        kyExpectColor(image->getPixel(81, 1), cBackground);
-        kyExpectColor(image->getPixel(159, 58), cBackground);
+        kyExpectColor(image->getPixel(81, 58), cBackground);
         kyExpectColor(image->getPixel(78, 1), KyColor(0, 1, 0));
         kyExpectColor(image->getPixel(159, 62), KyColor(0, 1, 0));
-    }
-}
-
-TEST_F(KyScenePassTest, WithoutBackgroundTheTargetShowsThrough) {
-    mPass->setBackgroundVisible(false);
-    mView->setClearColor(KyColor(1, 1, 0));
-    addBox(KyColor(0, 0, 1));
-    for (const int samples : {4, 1}) {
-        mPass->setSamples(samples);
-        const auto image = draw();
-        kyExpectColor(image->getPixel(2, 2), KyColor(1, 1, 0));
-        kyExpectColor(image->getPixel(80, 60), KyColor(0, 0, 1));
+        mPass->setBackgroundVisible(false);
+        mView->setClearColor(KyColor(1, 1, 0));
+        kyExpectColor(draw()->getPixel(81, 1), KyColor(1, 1, 0));
     }
 }
 
@@ -182,51 +157,31 @@ TEST_F(KyScenePassTest, DrawingLeavesTheStateAsItWas) {
     glGenVertexArrays(1, &vertexArray);
     glBindVertexArray(vertexArray);
     glEnable(GL_BLEND);
+    glBlendFunc(GL_DST_COLOR, GL_ZERO);
     glEnable(GL_SCISSOR_TEST);
     glScissor(1, 2, 3, 4);
     glViewport(5, 6, 7, 8);
+    glDepthMask(GL_FALSE);
     glColorMask(GL_TRUE, GL_FALSE, GL_TRUE, GL_TRUE);
     KyRendererContext context(mContext.get());
     context.setTarget(mTarget.get());
     ASSERT_TRUE(mCanvas->render(context));
-    constexpr std::array<std::pair<GLenum, int>, 7> cExpected{{{GL_DRAW_FRAMEBUFFER_BINDING, 0},
-                                                               {GL_READ_FRAMEBUFFER_BINDING, 0},
-                                                               {GL_CURRENT_PROGRAM, 0},
-                                                               {GL_ARRAY_BUFFER_BINDING, 0},
-                                                               {GL_TEXTURE_BINDING_2D, 0},
-                                                               {GL_ACTIVE_TEXTURE, GL_TEXTURE0},
-                                                               {GL_DEPTH_FUNC, GL_LESS}}};
+    const std::pair<GLenum, std::vector<GLint>> cExpected[] = {
+        {GL_DRAW_FRAMEBUFFER_BINDING, {0}}, {GL_CURRENT_PROGRAM, {0}},
+        {GL_TEXTURE_BINDING_2D, {0}},       {GL_DEPTH_FUNC, {GL_LESS}},
+        {GL_DEPTH_WRITEMASK, {GL_FALSE}},   {GL_BLEND, {GL_TRUE}},
+        {GL_BLEND_SRC_RGB, {GL_DST_COLOR}}, {GL_VERTEX_ARRAY_BINDING, {static_cast<GLint>(vertexArray)}},
+        {GL_SCISSOR_TEST, {GL_TRUE}},       {GL_SCISSOR_BOX, {1, 2, 3, 4}},
+        {GL_VIEWPORT, {5, 6, 7, 8}},        {GL_COLOR_WRITEMASK, {GL_TRUE, GL_FALSE, GL_TRUE, GL_TRUE}}};
     for (const auto& [name, expected] : cExpected) {
-        GLint value = -1;
-        glGetIntegerv(name, &value);
-        EXPECT_EQ(value, expected) << std::hex << name;
+        std::vector<GLint> values(4);
+        glGetIntegerv(name, values.data());
+        values.resize(expected.size());
+        EXPECT_EQ(values, expected) << std::hex << name;
     }
-    GLint bound = 0, scissor[4], viewport[4];
-    GLboolean mask[4];
-    glGetIntegerv(GL_VERTEX_ARRAY_BINDING, &bound);
-    glGetIntegerv(GL_SCISSOR_BOX, scissor);
-    glGetIntegerv(GL_VIEWPORT, viewport);
-    glGetBooleanv(GL_COLOR_WRITEMASK, mask);
-    EXPECT_EQ(static_cast<GLuint>(bound), vertexArray);
-    EXPECT_EQ(scissor[3], 4);
-    EXPECT_EQ(viewport[2], 7);
-    EXPECT_FALSE(mask[1]);
-    EXPECT_TRUE(glIsEnabled(GL_BLEND));
-    EXPECT_TRUE(glIsEnabled(GL_SCISSOR_TEST));
-    EXPECT_FALSE(glIsEnabled(GL_DEPTH_TEST));
     EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
     glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
-}
-
-TEST_F(KyScenePassTest, AFrameIsWantedAfterAChangeOnly) {
-    KyMeshNode* box = addBox(KyColor(1, 0, 0));
-    EXPECT_TRUE(mCanvas->needsRedraw());
-    draw();
-    EXPECT_FALSE(mCanvas->needsRedraw());
-    box->translate(KyVec3d(0.1, 0, 0));
-    EXPECT_TRUE(mCanvas->needsRedraw());
-    draw();
-    EXPECT_FALSE(mCanvas->needsRedraw());
+    glDepthMask(GL_TRUE);
 }
 
 TEST_F(KyScenePassTest, ItDrawsInACompatibilityContextAndInTheNextContextTheSame) {
@@ -239,25 +194,6 @@ TEST_F(KyScenePassTest, ItDrawsInACompatibilityContextAndInTheNextContextTheSame
         EXPECT_LT(draw()->getDifference(*first), 0.002);
         EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
     }
-}
-
-TEST_F(KyScenePassTest, NothingIsDrawnWithoutContext) {
-    mContext->doneCurrent();
-    KyRendererContext context;
-    EXPECT_FALSE(mCanvas->render(context));
-    EXPECT_TRUE(mCanvas->needsRedraw());
-}
-
-TEST_F(KyScenePassTest, TheContextReadsAPartOfItsTarget) {
-    addBox(KyColor(1, 0, 0));
-    KyRendererContext context(mContext.get());
-    context.setTarget(mTarget.get());
-    ASSERT_TRUE(mCanvas->render(context));
-    const KyHolder<KyImage> image(context.readPixels(KyRecti(80, 0, 20, 61)));
-    ASSERT_TRUE(image);
-    EXPECT_EQ(image->getHeight(), 61);
-    kyExpectColor(image->getPixel(0, 60), KyColor(1, 0, 0));
-    kyExpectColor(image->getPixel(0, 0), cBackground);
 }
 
 } // namespace

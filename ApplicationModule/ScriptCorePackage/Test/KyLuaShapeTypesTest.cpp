@@ -1,0 +1,297 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#include "KyLuaTestFixture.h"
+
+#include "KyBox.h"
+#include "KyColor.h"
+#include "KyDateTime.h"
+#include "KyDynamicObject.h"
+#include "KyIntersectionPoint.h"
+#include "KyMat4.h"
+#include "KyPlane.h"
+#include "KyRect.h"
+#include "KyURL.h"
+#include "KyVolume.h"
+#include "KyWayPoint.h"
+
+namespace {
+
+class KyLuaShapeTypesTest : public KyLuaTestFixture {
+protected:
+    void SetUp() override {
+        KyLuaTestFixture::SetUp();
+        // Calls change on a value and shows its results and what has become of it.
+        run("function after(value, change) local result = {change(value)} for i = 1, #result do "
+            "result[i] = tostring(result[i]) end result[#result + 1] = tostring(value) "
+            "return table.concat(result, ', ') end");
+    }
+};
+
+TEST_F(KyLuaShapeTypesTest, PlanesMeasureAndMeet) {
+    expectTexts({
+        {"Plane()", "0 0 1 0"},
+        {"Plane(Vec3(0, 1, 0), 2)", "0 1 0 2"},
+        {"Planef(Vec3f(0, 1, 0), 2.5)", "0 1 0 2.5"},
+        {"Planei(Vec3i(0, 1, 0), 2.9)", "0 1 0 2"},
+        {"Planei(Vec3i(0, 1, 0), 0/0)", "0 1 0 0"},
+        {"Planed(Vec3d(5, 2, 5), Vec3d(0, 1, 0))", "0 1 0 2"},
+        {"Plane(Vec3(0, 2, 0), 4):getDistanceTo(Vec3(5, 3, 5))", "1"},
+        {"Planei(Vec3i(0, 1, 0), 2):getDistanceTo(Vec3i(5, 3, 5))", "1"},
+        {"Plane(Vec3(0, 1, 0), 2):projectPoint(Vec3(5, 3, 5))", "5 2 5"},
+        {"Planei(Vec3i(0, 1, 0), 2):projectPoint(Vec3i(5, 3, 5))", "5 2 5"},
+        {"Plane(Vec3(), 2):projectPoint(Vec3(5, 3, 5))", "5 3 5"},
+        {"after(Vec3(), function(p) return Plane(Vec3(0, 1, 0), 2):intersectsRay(Ray(Vec3(1, 5, 1), Vec3(0, -1, 0)), "
+         "p) end)",
+         "true, 1 2 1"},
+        {"after(Vec3(), function(p) return Plane(Vec3(0, 1, 0), 2):intersectsRay(Ray(Vec3(1, 5, 1), Vec3(0, 1, 0)), "
+         "p) end)",
+         "false, 0 0 0"},
+        {"after(Vec3f(), function(p) return Planef(Vec3f(0, 1, 0), 2):intersectsRay(Rayf(Vec3f(1, 5, 1), "
+         "Vec3f(0, -1, 0)), p) end)",
+         "true, 1 2 1"},
+        {"after(Vec3(), function(p) return Planei(Vec3i(0, 1, 0), 2):intersectsRay(Ray(Vec3(1, 5, 1), "
+         "Vec3(0, -1, 0)), p) end)",
+         "true, 1 2 1"},
+        {"after(Ray().direction, function(d) local line = Ray() local met = Plane(Vec3(0, 1, 0), 2):intersectsPlane("
+         "Plane(Vec3(1, 0, 0), 3), line) return met, line.origin end)",
+         "true, 3 2 0, 0 0 0"},
+        {"Plane(Vec3(0, 1, 0), 2):intersectsPlane(Plane(Vec3(0, 1, 0), 3), Ray())", "false"},
+        {"after(Plane(), function(p) p.normal.x = 7 p.distance = 3 end)", "7 0 1 3"},
+        {"Plane() == Plane()", "true"},
+        {"Plane() == Plane(Vec3(0, 0, 1), 1)", "false"},
+        {"Plane() == Planef()", "false"},
+        {"Planei() == Rect()", "false"},
+    });
+}
+
+TEST_F(KyLuaShapeTypesTest, RectanglesSpanTheirSize) {
+    expectTexts({
+        {"Rect()", "0 0 0 0"},
+        {"Rect(1, 2, 3.5, 4)", "1 2 3.5 4"},
+        {"Rect(Vec2(1, 2), Vec2(3, 4))", "1 2 3 4"},
+        {"Rectf(1, 2, 3.5, 4)", "1 2 3.5 4"},
+        {"Recti(1.9, -1.9, 3, 4)", "1 -1 3 4"},
+        {"Recti(0/0, 1e300, -1e300, 1/0)", "0 2147483647 -2147483648 2147483647"},
+        {"Recti(Vec2i(1, 2), Vec2i(3, 4)):getSize()", "3 4"},
+        {"Rect(0/0, 0, 1, 1) == Rect(0/0, 0, 1, 1)", "false"},
+        {"Rect(1, 2, 3, 4).width + Rect(1, 2, 3, 4).height", "7"},
+        {"after(Rect(), function(r) r.width = 2 r.height = 3 r.origin = Vec2(4, 5) r.origin.x = 6 end)", "6 5 2 3"},
+        {"after(Recti(), function(r) r.width = 2.9 r.height = 0/0 r.origin.x = -1e300 end)", "-2147483648 0 2 0"},
+        {"after(Rect(1, 2, 3, 4), function(r) r:setWidth(5) r:setHeight(6) return r:getWidth(), r:getHeight() end)",
+         "5, 6, 1 2 5 6"},
+        {"after(Rect(), function(r) r:setSize(Vec2(2, 3)) return r:getCenter(), r:getRadius() == "
+         "math.sqrt(13) / 2, r:getArea() end)",
+         "1 1.5, true, 6, 0 0 2 3"},
+        {"after(Rect(), function(r) r:setMinMax(Vec2(3, 4), Vec2(1, 2)) end)", "1 2 2 2"},
+        {"after(Rect(0, 0, 2, 2), function(r) r:translate(Vec2(1, 1)) r:scale(2) end)", "0 0 4 4"},
+        {"after(Rect(0, 0, 2, 2), function(r) r:merge(Rect(4, 4, 1, 1)) r:merge(Rect()) end)", "0 0 5 5"},
+        {"after(Rect(), function(r) return Rect(0, 0, 2, 2):getIntersects(Rect(1, 1, 5, 5), r) end)", "true, 1 1 1 1"},
+        {"after(Rect(), function(r) return Rect(0, 0, 2, 2):getIntersects(Rect(7, 7, 1, 1), r) end)", "false, 0 0 0 0"},
+        {"Rect(0, 0, 2, 2):contains(Vec2(1, 1))", "true"},
+        {"Rect(0, 0, 2, 2):intersects(Rect(2, 2, 1, 1))", "true"},
+        {"Rect(1, 2, 3, 4) == Rect(1, 2, 3, 4)", "true"},
+        {"Rect(1, 2, 3, 4) == Recti(1, 2, 3, 4)", "false"},
+        {"Rect().getLength", "nil"},
+        {"Rect().worldToLocal", "nil"},
+    });
+}
+
+TEST_F(KyLuaShapeTypesTest, BoxesHaveTheirOwnFrame) {
+    expectTexts({
+        {"Box()", "null"},
+        {"Box(Vec3(0, 0, 0), Vec3(2, 4, 6))", "1 2 3 0 0 0 1 2 4 6"},
+        {"Boxf(Vec3f(0, 0, 0), Quatf(), Vec3f(2, 4, 6))", "0 0 0 0 0 0 1 2 4 6"},
+        {"Box.eX .. Box.eY .. Box.eZ", "012"},
+        {"Box(Vec3(), Quat(), Vec3(2, 4, 6)):getAxis(Box.eZ)", "0 0 1"},
+        {"Box(Vec3(1, 0, 0), Quat(), Vec3(2, 4, 6)):worldToLocal(Vec3(1, 0, 0))", "0 0 0"},
+        {"Box(Vec3(1, 0, 0), Quat(), Vec3(2, 4, 6)):localToWorld(Vec3(1, 0, 0))", "2 0 0"},
+        {"Box(Vec3(1, 0, 0), Quat(), Vec3(2, 2, 2)):frameToFrame(Box(Vec3(0, 1, 0), Quat(), Vec3(2, 2, 2)), Vec3())",
+         "1 -1 0"},
+        {"after(Box(), function(b) b:setPoint(Vec3(1, 2, 3)) return b:isPoint(), b:isFinite(), b:getCenter() end)",
+         "true, true, 1 2 3, 1 2 3 0 0 0 1 0 0 0"},
+        {"after(Box(), function(b) b:setCenter(Vec3(1, 2, 3)) b:setWidth(4) b:setHeight(5) b:setLength(6) return "
+         "b:getWidth(), b:getHeight(), b:getLength(), b:getVolume(), b:getArea() end)",
+         "4, 5, 6, 120, 148, 1 2 3 0 0 0 1 4 5 6"},
+        {"after(Box(), function(b) b:setMinMax(Vec3(2, 2, 2), Vec3()) b:translate(Vec3(1, 0, 0)) b:scale(3) return "
+         "b:getSize(), b:getRect() end)",
+         "6 6 6, -1 -2 6 6, 2 1 1 0 0 0 1 6 6 6"},
+        {"after(Box(Vec3(), Vec3(2, 2, 2)), function(b) b:merge(Box(Vec3(), Vec3(4, 2, 2))) end)",
+         "2 1 1 0 0 0 1 4 2 2"},
+        {"after(Box(), function(b) return Box(Vec3(), Vec3(2, 2, 2)):getIntersects(Box(Vec3(1, 1, 1), Vec3(3, 3, 3)), "
+         "b) end)",
+         "true, 1.5 1.5 1.5 0 0 0 1 1 1 1"},
+        {"Box(Vec3(), Vec3(2, 2, 2)):contains(Box(Vec3(), Vec3(1, 1, 1)))", "true"},
+        {"after(Box(), function(b) b:setOrientation(Quat(0, 0, 1, 0)) return b:getOrientation() end)",
+         "0 0 1 0, 0 0 0 0 0 1 0 0 0 0"},
+        {"Box() == Box()", "true"},
+        {"Box() == Volume()", "false"},
+    });
+}
+
+TEST_F(KyLuaShapeTypesTest, VolumesAreAlignedToTheAxes) {
+    expectTexts({
+        {"Volume()", "null"},
+        {"Volume(Vec3(2, 2, 2), Vec3(0, 0, 0))", "0 0 0 2 2 2"},
+        {"Volumei(Vec3i(), Vec3i(2, 4, 6)):getSize()", "2 4 6"},
+        {"Volumef(Vec3f(), Vec3f(2, 4, 6)):getCenter()", "1 2 3"},
+        {"Volume(Vec3(), Vec3(2, 2, 2)):contains(Vec3(1, 1, 3))", "false"},
+        {"Volume(Vec3(), Vec3(2, 2, 2)):contains(Volume())", "true"},
+        {"Volume(Vec3(), Vec3(2, 2, 2)):intersects(Volume(Vec3(1, 1, 1), Vec3(9, 9, 9)))", "true"},
+        {"Volume(Vec3(), Vec3(2, 4, 6)):getRect()", "0 0 2 4"},
+        {"Volumei(Vec3i(), Vec3i(2, 4, 6)):getVolume()", "48"},
+        {"after(Volume(Vec3(), Vec3(2, 2, 2)), function(v) v:setCenter(Vec3(5, 5, 5)) v:setLength(4) end)",
+         "4 4 3 6 6 7"},
+        {"after(Volumei(Vec3i(), Vec3i(2, 2, 2)), function(v) v:setWidth(4.9) v:scale(0/0) end)", "1 1 1 1 1 1"},
+        {"after(Volume(), function(v) return Volume(Vec3(), Vec3(2, 2, 2)):getIntersects(Volume(Vec3(1, 1, 1), "
+         "Vec3(3, 3, 3)), v) end)",
+         "true, 1 1 1 2 2 2"},
+        {"after(Volume(), function(v) v:merge(Volume(Vec3(1, 1, 1), Vec3(2, 2, 2))) end)", "1 1 1 2 2 2"},
+        {"after(Volume(Vec3(), Vec3(1, 1, 1)), function(v) local s = v.state v.state = Volume.eInfinite return s end)",
+         "1, infinite"},
+        {"Volume(Vec3(), Vec3(2, 2, 2)) == Volume(Vec3(2, 2, 2), Vec3())", "true"},
+        {"Volume(Vec3(), Vec3(2, 2, 2)) == Volumef(Vec3f(), Vec3f(2, 2, 2))", "false"},
+        {"Volume().localToWorld", "nil"},
+    });
+}
+
+TEST_F(KyLuaShapeTypesTest, BoundsAreNullFiniteOrInfinite) {
+    for (const std::string name : {"Rectd", "Rectf", "Boxd", "Boxf", "Volumed", "Volumef", "Recti", "Volumei"}) {
+        const std::string size = name.starts_with("Rect") ? "Vec2" : "Vec3";
+        run("bound = " + name + "() Size = " + size + name.back());
+        expectTexts({
+            {"bound:isNull() and bound:getType() == " + name + ".eNull", "true"},
+            {"after(bound, function(b) b:translate(Size()) b:scale(2) end) == tostring(bound)", "true"},
+            {"bound:isNull()", "true"},
+            {"(bound:setFinite() or bound):isFinite() and bound:isPoint()", "true"},
+            {"(bound:setInfinite() or bound):isInfinite() and bound:getType() == " + name + ".eInfinite", "true"},
+            {"bound", "infinite"},
+            {"bound:getWidth() >= 2147483647 and bound:getRadius()", "inf"},
+            {"(bound:merge(" + name + "()) or bound):isInfinite()", "true"},
+            {"(bound:setNull() or bound):isNull() and bound == " + name + "()", "true"},
+            {"bound:getWidth() + bound:getHeight() + bound:getRadius() + bound:getArea()", "0"},
+        });
+    }
+}
+
+TEST_F(KyLuaShapeTypesTest, AliasesAreTheDoubleVariants) {
+    for (const std::string name : {"Plane", "Rect", "Box", "Volume"})
+        EXPECT_EQ(eval(name + " == " + name + "d and " + name + " ~= " + name + "f"), "true") << name;
+}
+
+TEST_F(KyLuaShapeTypesTest, MisuseIsAnError) {
+    const std::string noMatch = "No matching overload found";
+    expectErrors({
+        {"Plane(1, 2)", noMatch},
+        {"Plane(nil, 2)", noMatch},
+        {"Planef(Vec3(0, 1, 0), 2)", noMatch},
+        {"Plane():intersectsRay(Ray(), nil)", noMatch},
+        {"Plane():intersectsRay(Ray())", noMatch},
+        {"Rect('1', '2', '3', '4')", noMatch},
+        {"Rect(1, 2, 3)", noMatch},
+        {"Rect():setWidth(nil)", noMatch},
+        {"Rect().origin = Vec3()", noMatch},
+        {"Rect():merge(Rectf())", noMatch},
+        {"Box():getAxis(3)", "axis out of range"},
+        {"Box():getAxis(-1)", "axis out of range"},
+        {"Box():getAxis(0/0)", "axis out of range"},
+        {"Box():getAxis(0.5)", "axis out of range"},
+        {"Box().merge(nil, Box())", noMatch},
+        {"Volume().state = 3", "state out of range"},
+        {"Volume():contains(nil)", noMatch},
+        {"return Volume() < Volume()", "no __lt operator defined"},
+        {"return Plane() + Plane()", "no __add operator defined"},
+    });
+}
+
+/// One value of every class that fields hold, none of them the class's first value.
+std::vector<KyField> makeValues() {
+    const KyURL url("http://user@host:8080/a%20b?q#f");
+    const KyWayPointd station(KyVec3d(1, 2, 3), 4);
+    KyIntersectionPointd meeting;
+    meeting.distance = 0.1;
+    KyVolumed everything;
+    everything.setInfinite();
+    return {KyField(KyVec2i(1, -2)),
+            KyField(KyVec2f(0.1f, 2)),
+            KyField(KyVec2d(0.1, 2)),
+            KyField(KyVec3i(1, -2, 3)),
+            KyField(KyVec3f(0.1f, 2, 3)),
+            KyField(KyVec3d(0.1, 2, 3)),
+            KyField(KyColor(0.1f, 2, 3, 4)),
+            KyField(KyQuatf(0.1f, 2, 3, 4)),
+            KyField(KyQuatd(0.1, 2, 3, 4)),
+            KyField(KyMat4f::fromTranslation(KyVec3f(0.1f, 2, 3))),
+            KyField(KyMat4d::fromTranslation(KyVec3d(0.1, 2, 3))),
+            KyField(KyRecti(1, -2, 3, 4)),
+            KyField(KyRectf(0.1f, 2, 3, 4)),
+            KyField(KyRectd(0.1, 2, 3, 4)),
+            KyField(KyBoxf(KyVec3f(), KyVec3f(0.1f, 2, 3))),
+            KyField(KyBoxd(KyVec3d(), KyQuatd(0, 0, 1, 0), KyVec3d(0.1, 2, 3))),
+            KyField(KyVolumei(KyVec3i(), KyVec3i(1, 2, 3))),
+            KyField(KyVolumef(KyVec3f(), KyVec3f(0.1f, 2, 3))),
+            KyField(everything),
+            KyField(KyDate(-44, 3, 15)),
+            KyField(KyTime(45015.123456)),
+            KyField(KyDateTime(KyDate(2024, 2, 29), KyTime(-0.1))),
+            KyField(url),
+            KyField(KyRayf(KyVec3f(0.1f, 2, 3), KyVec3f(4, 5, 6))),
+            KyField(KyRayd(KyVec3d(0.1, 2, 3), KyVec3d(4, 5, 6))),
+            KyField(KyWayPointf(station)),
+            KyField(station),
+            KyField(KyIntersectionPointf(meeting)),
+            KyField(meeting),
+            KyField(KyPlanei(KyVec3i(0, 1, 0), 2)),
+            KyField(KyPlanef(KyVec3f(0, 1, 0), 0.1f)),
+            KyField(KyPlaned(KyVec3d(0, 1, 0), 0.1))};
+}
+
+TEST_F(KyLuaShapeTypesTest, EveryValueCrossesUnchangedAsAFieldAndThroughAnAttribute) {
+    KyDynamicObject object;
+    object.addAttribute("Holder", KyField(0));
+    engine().bindInstance(&object, "object");
+    lua_State* state = engine().editLuaState();
+    KyLuaBinder binder(state);
+    for (const KyField& value : makeValues()) {
+        const std::string& name = value.getFieldType().getName();
+        binder.pushField(value);
+        EXPECT_EQ(lua_type(state, 1), LUA_TUSERDATA) << name;
+        EXPECT_EQ(binder.checkField(1), value) << name;
+        EXPECT_EQ(binder.checkField(1, value.getTypeInfo()), value) << name;
+        binder.cleanStack();
+        const KyAttributeInterface* attribute = object.addAttribute("Value", value);
+        EXPECT_EQ(run("copy = object.Value"), "") << name;
+        attribute->setValue(object, KyField::makeDefault(value.getKind()));
+        EXPECT_EQ(eval("object.Value == copy"), "false") << name;
+        EXPECT_EQ(run("object.Value = copy"), "") << name;
+        KyField kept;
+        EXPECT_TRUE(attribute->getValue(object, kept)) << name;
+        EXPECT_EQ(kept, value) << name;
+        EXPECT_EQ(eval("object.Value == copy"), "true") << name;
+        object.removeAttribute("Value");
+    }
+    engine().unbindInstance(&object);
+}
+
+TEST_F(KyLuaShapeTypesTest, ValuesArePushedByTheirCppType) {
+    lua_State* state = engine().editLuaState();
+    KyLuaBinder binder(state);
+    binder.cpp_to_lua(KyRectd(1, 2, 3, 4));
+    binder.cpp_to_lua(KyBoxf());
+    binder.cpp_to_lua(KyVolumei());
+    binder.cpp_to_lua(KyPlaned());
+    binder.cpp_to_lua(KyRayf());
+    binder.cpp_to_lua(boost::any(KyPlanei()));
+    binder.cpp_to_lua(boost::any(KyDate(2024, 1, 2)));
+    const KyField values[] = {KyField(KyRectd(1, 2, 3, 4)), KyField(KyBoxf()), KyField(KyVolumei()),
+                              KyField(KyPlaned()),          KyField(KyRayf()), KyField(KyPlanei()),
+                              KyField(KyDate(2024, 1, 2))};
+    int index = 0;
+    for (const KyField& value : values)
+        EXPECT_EQ(binder.checkField(++index), value) << index;
+    EXPECT_EQ(lua_gettop(state), index);
+    binder.cleanStack();
+    EXPECT_EQ(KyField(KyRayf()).getFieldType().getName(), "Rayf");
+    EXPECT_EQ(KyField(KyPlaned()).getFieldType().getName(), "Planed");
+}
+
+} // namespace

@@ -1,9 +1,0 @@
-// SPDX-FileCopyrightText: 2026 The KyApplication authors
-// SPDX-License-Identifier: MIT
-#include "KyEntryProbe.h"
-
-#include <windows.h>
-
-extern "C" BOOL WINAPI DllMain(HINSTANCE handle, DWORD reason, LPVOID reserved) {
-    return onProbeEntry(reinterpret_cast<std::intptr_t>(handle), reason, reserved);
-}
