@@ -32,6 +32,16 @@ function(ky_add_library target)
     RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 endfunction()
 
+# ky_add_part(<library> <part>)
+# A part of the library that is compiled in its own way; packages fill it by its name.
+function(ky_add_part library part)
+  add_library(${part} OBJECT)
+  ky_set_target_defaults(${part})
+  target_compile_definitions(${part} PRIVATE ${library}_EXPORTS)
+  target_include_directories(${part} PRIVATE $<TARGET_PROPERTY:${library},INCLUDE_DIRECTORIES>)
+  target_sources(${library} PRIVATE $<TARGET_OBJECTS:${part}>)
+endfunction()
+
 # ky_add_packages(<package folder>...)
 # The packages of a module, in the order of their dependencies.
 function(ky_add_packages)
@@ -76,6 +86,7 @@ function(ky_add_executable name)
   ky_set_target_defaults(${arg_CORE})
   target_include_directories(${arg_CORE} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR}/Src)
   target_link_libraries(${arg_CORE} PUBLIC Ky::Application ${arg_DEPENDS})
+  ky_precompile_headers(${arg_CORE} ${KY_STANDARD_HEADERS} ${KY_QT_HEADERS})
 
   add_executable(${name} ${main})
   ky_set_target_defaults(${name})
@@ -97,6 +108,7 @@ function(ky_add_test name)
   ky_set_target_defaults(${name})
   target_compile_definitions(${name} PRIVATE KY_TEST_DATA_DIR="${CMAKE_CURRENT_SOURCE_DIR}/Test")
   target_link_libraries(${name} PRIVATE ${KY_PACKAGE_LIBRARY} ${arg_LIBRARIES} GTest::gtest GTest::gtest_main)
+  ky_reuse_test_headers(${name})
 
   if(gl IN_LIST arg_LABELS)
     add_test(NAME ${name} COMMAND ${name} WORKING_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR})

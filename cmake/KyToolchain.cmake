@@ -27,8 +27,9 @@ endif()
 
 find_program(KY_CCACHE ccache)
 if(KY_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
-  set(CMAKE_C_COMPILER_LAUNCHER ${KY_CCACHE})
-  set(CMAKE_CXX_COMPILER_LAUNCHER ${KY_CCACHE})
+  # The cache looks at precompiled headers only when it may trust their definitions and times.
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros ${KY_CCACHE})
+  set(CMAKE_C_COMPILER_LAUNCHER ${CMAKE_CXX_COMPILER_LAUNCHER})
 endif()
 
 # Warnings, sanitizers and definitions of one of our own targets.
