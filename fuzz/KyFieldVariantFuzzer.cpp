@@ -130,12 +130,24 @@ void crossText(const std::string& bytes, int charSet) {
         require(again == bytes);
 }
 
-void ignore(const std::string&) {}
+bool gHasReport = false;
+
+void note(const std::string&) {
+    gHasReport = true;
+}
+
+/// Nothing is lost in silence, half characters included.
+void crossUnits(const std::string& bytes, int charSet) {
+    QString text(static_cast<int>(bytes.size() / 2), Qt::Uninitialized);
+    std::memcpy(text.data(), bytes.data(), bytes.size() / 2 * 2);
+    gHasReport = false;
+    require(KyApplication::toQString(KyApplication::toKyString(text, charSet), charSet) == text || gHasReport);
+}
 
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    KyException::setReportHandler(&ignore);
+    KyException::setReportHandler(&note);
     KyFieldToQVariantConvertersRepository::initializeSingleton();
     Input input(data, size);
     const KyField lasting = makeLasting(input);
@@ -145,6 +157,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
     constexpr std::array cCharSets{3, 4, 17, 39, 106, 111, 1013, 1015, 1017, 1018, 2026, 2252, 99999};
     crossText(input.takeText(), cCharSets[input.take<std::uint8_t>() % cCharSets.size()]);
+    constexpr std::array cUnicodeSets{106, 1001, 1017, 1018, 1019};
+    crossUnits(input.takeText(), cUnicodeSets[input.take<std::uint8_t>() % cUnicodeSets.size()]);
     const std::string user = input.takeText();
     crossUrl("http://host/" + input.takeText(), user);
     crossUrl(input.takeText(), user);

@@ -7,6 +7,7 @@
 #include <QTextCodec>
 
 #include <algorithm>
+#include <array>
 #include <atomic>
 #include <limits>
 
@@ -15,6 +16,7 @@ namespace {
 constexpr int cASCII = 3;
 constexpr int cLatin1 = 4;
 constexpr int cUTF8 = 106;
+constexpr int cUCS4 = 1001;
 constexpr int cUTF32 = 1017;
 constexpr int cUTF32BE = 1018;
 constexpr int cUTF32LE = 1019;
@@ -75,8 +77,19 @@ bool narrow(const QString& text, char16_t limit, std::string& bytes) {
     return all < limit;
 }
 
+/// Sets of 16-bit units, which hold half a character as it is.
+constexpr bool isUTF16(int charSet) {
+    constexpr std::array cSets{1000, 1013, 1014, 1015};
+    return std::ranges::find(cSets, charSet) != cSets.end();
+}
+
+constexpr bool isUTF32(int charSet) {
+    constexpr std::array cSets{cUCS4, cUTF32, cUTF32BE, cUTF32LE};
+    return std::ranges::find(cSets, charSet) != cSets.end();
+}
+
 bool isBigEndian(int charSet) {
-    return charSet == cUTF32BE || (charSet == cUTF32 && Q_BYTE_ORDER == Q_BIG_ENDIAN);
+    return charSet == cUTF32BE || (charSet != cUTF32LE && Q_BYTE_ORDER == Q_BIG_ENDIAN);
 }
 
 void appendUTF32(std::string& bytes, char32_t character, bool isBigEndian) {
@@ -100,11 +113,12 @@ std::string encodeByCodec(const QString& text, int charSet) {
         return {};
     // With a header, every UTF text would begin with a byte-order mark.
     QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
-    QByteArray bytes = codec->fromUnicode(text.constData(), text.size(), &state);
-    // Half a character at the end waits for its other half.
-    if (state.remainingChars != 0)
+    // Codecs keep half a character at the end back for its other half, most of them in silence.
+    const bool endsInHalf = !text.isEmpty() && text.back().isHighSurrogate() && !isUTF16(charSet);
+    QByteArray bytes = codec->fromUnicode(text.constData(), text.size() - (endsInHalf ? 1 : 0), &state);
+    if (endsInHalf)
         bytes += codec->fromUnicode(QStringLiteral("?"));
-    if (state.invalidChars != 0 || state.remainingChars != 0)
+    if (state.invalidChars != 0 || endsInHalf)
         reportLostCharacters(charSet);
     return KyApplication::toKyString(bytes);
 }
@@ -162,7 +176,7 @@ std::string KyApplication::toKyString(const QString& text, int charSet) {
     std::string bytes;
     if (const char16_t limit = countPlainCharacters(chosen); limit != 0 && narrow(text, limit, bytes))
         return bytes;
-    if (chosen == cUTF32 || chosen == cUTF32BE || chosen == cUTF32LE)
+    if (isUTF32(chosen))
         return encodeUTF32(text, chosen);
     return encodeByCodec(text, chosen);
 }

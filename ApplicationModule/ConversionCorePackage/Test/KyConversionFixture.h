@@ -42,7 +42,3 @@ inline void PrintTo(const QString& text, std::ostream* stream) {
 inline void PrintTo(const KyField& field, std::ostream* stream) {
     *stream << field.getFieldType().getName() << ' ' << field.toString(17);
 }
-
-inline void PrintTo(const QVariant& variant, std::ostream* stream) {
-    *stream << variant.typeName() << ' ' << variant.toString().toStdString();
-}

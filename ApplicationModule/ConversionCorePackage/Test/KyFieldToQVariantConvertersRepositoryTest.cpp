@@ -2,7 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "KyConversionFixture.h"
 
-#include "KyTypeBuilder.h"
+#include "KyDynamicObject.h"
+#include "KyType.h"
 
 #include <QBuffer>
 
@@ -11,24 +12,6 @@ using namespace KyApplication;
 namespace {
 
 using Repository = KyFieldToQVariantConvertersRepository;
-
-template <int Level>
-class LevelObject : public LevelObject<Level - 1> {
-public:
-    static const KyType* getType() { return msType; }
-    const KyType* getObjectType() const override { return msType; }
-    static void initializeType() {
-        const std::string name = "ConversionLevel" + std::to_string(Level);
-        msType = KyTypeBuilder<LevelObject>(name.c_str(), LevelObject<Level - 1>::getType()).build();
-    }
-    static void finalizeType() { KyType::remove(msType); }
-
-private:
-    static inline const KyType* msType = nullptr;
-};
-
-template <>
-class LevelObject<0> : public KyObject {};
 
 /// Answers with its own number.
 class NumberConverter : public KyFieldToQVariantConverter, public QVariantToKyFieldConverter {
@@ -46,18 +29,8 @@ private:
 
 class KyConvertersRepositoryTest : public KyConversionFixture {
 protected:
-    KyConvertersRepositoryTest() {
-        LevelObject<1>::initializeType();
-        LevelObject<2>::initializeType();
-        LevelObject<3>::initializeType();
-        Repository::initializeSingleton();
-    }
-    ~KyConvertersRepositoryTest() override {
-        Repository::finalizeSingleton();
-        LevelObject<3>::finalizeType();
-        LevelObject<2>::finalizeType();
-        LevelObject<1>::finalizeType();
-    }
+    KyConvertersRepositoryTest() { Repository::initializeSingleton(); }
+    ~KyConvertersRepositoryTest() override { Repository::finalizeSingleton(); }
     static Repository& repository() { return *Repository::get(); }
 
     NumberConverter mFirst{1};
@@ -74,39 +47,30 @@ TEST_F(KyConvertersRepositoryTest, ItIsThereBetweenInitialiseAndFinalise) {
     EXPECT_EQ(repository().getConverter(QMetaType::QFont), nullptr);
 }
 
-TEST_F(KyConvertersRepositoryTest, AClassHasTheConverterOfItsNearestParent) {
-    repository().registerConverter(LevelObject<1>::getType(), &mFirst);
-    EXPECT_EQ(repository().getConverter(LevelObject<3>::getType(), true), &mFirst);
-    repository().registerConverter(LevelObject<2>::getType(), &mSecond);
-    EXPECT_EQ(repository().getConverter(LevelObject<3>::getType(), true), &mSecond);
-    EXPECT_EQ(repository().getConverter(LevelObject<3>::getType(), false), nullptr);
-    EXPECT_EQ(repository().getConverter(LevelObject<1>::getType(), true), &mFirst);
-    EXPECT_EQ(repository().getConverter(KyObject::getType(), true), nullptr);
+TEST_F(KyConvertersRepositoryTest, AClassHasTheConverterOfItsNearestParentUntilThatIsUnregistered) {
+    const KyType *const parent = KyObject::getType(), *const type = KyDynamicObject::getType();
+    KyDynamicObject object;
+    const KyField field(static_cast<KyObject*>(&object));
+    EXPECT_EQ(toQVariant(field).userType(), QMetaType::QString);
+    repository().registerConverter(parent, &mFirst);
+    EXPECT_EQ(repository().getConverter(type, true), &mFirst);
+    EXPECT_EQ(repository().getConverter(type, false), nullptr);
     EXPECT_EQ(repository().getConverter(static_cast<const KyType*>(nullptr), true), nullptr);
+    repository().registerConverter(type, &mSecond);
+    EXPECT_EQ(repository().getConverter(parent, true), &mFirst);
+    EXPECT_EQ(toQVariant(field), QVariant(2));
+    repository().unregisterKyFieldConverter(&mSecond);
+    EXPECT_EQ(toQVariant(field), QVariant(1));
 }
 
 TEST_F(KyConvertersRepositoryTest, UnregisteringRemovesEveryEntryThatStillIsTheConverters) {
-    repository().registerConverter(LevelObject<1>::getType(), &mFirst);
-    repository().registerConverter(LevelObject<2>::getType(), &mSecond);
-    repository().registerConverter(LevelObject<3>::getType(), &mFirst);
-    repository().registerConverter(QMetaType::QFont, &mFirst);
-    repository().registerConverter(QMetaType::QPen, &mFirst);
+    for (const QMetaType::Type type : {QMetaType::QFont, QMetaType::QBrush, QMetaType::QPen})
+        repository().registerConverter(type, &mFirst);
     repository().registerConverter(QMetaType::QPen, &mSecond);
-    repository().unregisterKyFieldConverter(&mFirst);
-    EXPECT_EQ(repository().getConverter(LevelObject<1>::getType(), true), nullptr);
-    EXPECT_EQ(repository().getConverter(LevelObject<3>::getType(), true), &mSecond);
-    EXPECT_EQ(repository().getConverter(QMetaType::QFont), &mFirst);
     repository().unregisterQVariantConverter(&mFirst);
     EXPECT_EQ(repository().getConverter(QMetaType::QFont), nullptr);
+    EXPECT_EQ(repository().getConverter(QMetaType::QBrush), nullptr);
     EXPECT_EQ(repository().getConverter(QMetaType::QPen), &mSecond);
-}
-
-TEST_F(KyConvertersRepositoryTest, FieldsOfObjectsGoThroughTheConverterOfTheirClass) {
-    LevelObject<3> object;
-    const KyField field(static_cast<KyObject*>(&object));
-    EXPECT_EQ(toQVariant(field).userType(), QMetaType::QString);
-    repository().registerConverter(LevelObject<2>::getType(), &mSecond);
-    EXPECT_EQ(toQVariant(field), QVariant(2));
 }
 
 TEST_F(KyConvertersRepositoryTest, RegisteredConvertersWinTowardFieldsAndBuiltInOnesTowardQt) {

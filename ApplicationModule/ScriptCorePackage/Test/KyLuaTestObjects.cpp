@@ -11,38 +11,46 @@ std::string LuaTestLamp::join(const std::vector<std::string>& texts) const {
     return joined;
 }
 
+namespace {
+
+template <class T, class Value>
+auto setter(Value T::*member) {
+    return [member](T& object, const Value& value) { object.*member = value; };
+}
+
+} // namespace
+
 const KyType* LuaTestLamp::describe() {
     return KyTypeBuilder<LuaTestLamp>("LuaTestLamp", KyObject::getType())
         .factory()
         .constructor([](double power) { return new LuaTestLamp(power); })
         .constructor([](const std::string& label) { return new LuaTestLamp(label); })
-        .attribute("Power", &LuaTestLamp::getPower, &LuaTestLamp::setPower)
-        .attribute("Count", &LuaTestLamp::getCount, &LuaTestLamp::setCount)
-        .attribute("Label", &LuaTestLamp::getLabel, &LuaTestLamp::setLabel)
-        .attribute("On", &LuaTestLamp::isOn, &LuaTestLamp::setOn)
-        .attribute("Position", &LuaTestLamp::getPosition, &LuaTestLamp::setPosition)
-        .attribute("Partner", &LuaTestLamp::getPartner, &LuaTestLamp::setPartner)
-        .attribute("Fixed", &LuaTestLamp::getFixed)
-        .attribute("Refusing", &LuaTestLamp::getPower, &LuaTestLamp::refuse)
+        .attribute("Power", &LuaTestLamp::mPower, setter(&LuaTestLamp::mPower))
+        .attribute("Count", &LuaTestLamp::mCount, setter(&LuaTestLamp::mCount))
+        .attribute("Label", &LuaTestLamp::mLabel, setter(&LuaTestLamp::mLabel))
+        .attribute("On", &LuaTestLamp::mIsOn, setter(&LuaTestLamp::mIsOn))
+        .attribute("Position", &LuaTestLamp::mPosition, setter(&LuaTestLamp::mPosition))
+        .attribute("Partner", &LuaTestLamp::mPartner, setter(&LuaTestLamp::mPartner))
+        .attribute("Fixed", &LuaTestLamp::mPower)
+        .attribute("Refusing", &LuaTestLamp::mPower, &LuaTestLamp::refuse)
         .attribute("Failing", &LuaTestLamp::fail)
-        .attribute("touched", &LuaTestLamp::getCount)
         .container("Targets", &LuaTestLamp::getNbTargets, &LuaTestLamp::getTarget, &LuaTestLamp::setTarget,
                    &LuaTestLamp::insertTarget, &LuaTestLamp::removeTarget)
         .component<&LuaTestLamp::getBulb>("bulb")
         .component<&LuaTestLamp::getBulb>("Label")
         .component<&LuaTestLamp::getBulb>("touch")
         .method("add", &LuaTestLamp::add)
-        .method("describe", &LuaTestLamp::describeNumber)
-        .method("describe", &LuaTestLamp::describeText)
-        .method("describe", &LuaTestLamp::describeLamp)
-        .method("describe", &LuaTestLamp::describeBoth)
+        .method("describe", [](const LuaTestLamp&, double) { return std::string("number"); })
+        .method("describe", [](const LuaTestLamp&, const std::string&) { return std::string("text"); })
+        .method("describe", [](const LuaTestLamp&, LuaTestLamp*) { return std::string("lamp"); })
+        .method("describe", [](const LuaTestLamp&, double, const std::string&) { return std::string("both"); })
         .method("join", &LuaTestLamp::join)
         .method("getPowers", &LuaTestLamp::getPowers)
-        .method("getNothing", &LuaTestLamp::getNothing)
+        .method("getNothing", [](const LuaTestLamp&) -> KyObject* { return nullptr; })
         .method("touch", &LuaTestLamp::touch)
         .method("breakDown", &LuaTestLamp::breakDown)
         .method("callHook", &LuaTestLamp::callHook)
-        .staticMethod("sum", &LuaTestLamp::sum)
+        .staticMethod("sum", [](double a, double b) { return a + b; })
         .enumeration({{"eOff", 0}, {"eDim", 3}, {"eBright", 7}})
         .build();
 }
@@ -50,7 +58,7 @@ const KyType* LuaTestLamp::describe() {
 const KyType* LuaTestSpot::describe() {
     return KyTypeBuilder<LuaTestSpot>("LuaTestSpot", LuaTestLamp::getType())
         .factory()
-        .attribute("Angle", &LuaTestSpot::getAngle, &LuaTestSpot::setAngle)
+        .attribute("Angle", &LuaTestSpot::mAngle, setter(&LuaTestSpot::mAngle))
         .method("widen", &LuaTestSpot::widen)
         .build();
 }
@@ -58,7 +66,7 @@ const KyType* LuaTestSpot::describe() {
 const KyType* LuaTestCounted::describe() {
     return KyTypeBuilder<LuaTestCounted>("LuaTestCounted", KyObject::getType())
         .factory()
-        .attribute("Value", &LuaTestCounted::getValue, &LuaTestCounted::setValue)
+        .attribute("Value", &LuaTestCounted::mValue, setter(&LuaTestCounted::mValue))
         .method("callHook", &LuaTestCounted::callHook)
         .build();
 }

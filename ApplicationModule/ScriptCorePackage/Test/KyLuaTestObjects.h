@@ -48,37 +48,18 @@ public:
 
     static const KyType* describe();
 
-    double getPower() const { return mPower; }
-    void setPower(double power) { mPower = power; }
-    int getCount() const { return mCount; }
-    void setCount(int count) { mCount = count; }
-    const std::string& getLabel() const { return mLabel; }
-    void setLabel(const std::string& label) { mLabel = label; }
-    bool isOn() const { return mIsOn; }
-    void setOn(bool on) { mIsOn = on; }
-    const KyVec3d& getPosition() const { return mPosition; }
-    void setPosition(const KyVec3d& position) { mPosition = position; }
-    KyObject* getPartner() const { return mPartner; }
-    void setPartner(KyObject* partner) { mPartner = partner; }
     bool refuse(double) { return false; }
     double fail() const { throw std::runtime_error("lamp is broken"); }
-    double getFixed() const { return 42; }
     unsigned getNbTargets() const { return static_cast<unsigned>(mTargets.size()); }
     double getTarget(unsigned index) const { return mTargets[index]; }
     void setTarget(unsigned index, double target) { mTargets[index] = target; }
     void insertTarget(unsigned index, double target) { mTargets.insert(mTargets.begin() + index, target); }
     void removeTarget(unsigned index) { mTargets.erase(mTargets.begin() + index); }
     KyObject* getBulb() const { return mBulb; }
-    void setBulb(KyObject* bulb) { mBulb = bulb; }
 
     double add(double a, double b) const { return a + b + mPower; }
-    std::string describeNumber(double) const { return "number"; }
-    std::string describeText(const std::string&) const { return "text"; }
-    std::string describeLamp(LuaTestLamp*) const { return "lamp"; }
-    std::string describeBoth(double, const std::string&) const { return "both"; }
     std::string join(const std::vector<std::string>& texts) const;
     std::vector<double> getPowers() const { return {mPower, mPower * 2}; }
-    KyObject* getNothing() const { return nullptr; }
     void touch() { ++mNbTouches; }
     void breakDown() { throw std::runtime_error("no light"); }
     /// Calls what the test has put in.
@@ -87,8 +68,6 @@ public:
             mHook();
         return mPower;
     }
-
-    static double sum(double a, double b) { return a + b; }
 
     static inline int msNbAlive = 0;
 
@@ -108,8 +87,6 @@ class LuaTestSpot : public LuaTestClass<LuaTestSpot, LuaTestLamp> {
 public:
     static const KyType* describe();
 
-    double getAngle() const { return mAngle; }
-    void setAngle(double angle) { mAngle = angle; }
     double widen() { return mAngle *= 2; }
 
     double mAngle = 30;
@@ -122,8 +99,6 @@ public:
 
     static const KyType* describe();
 
-    double getValue() const { return mValue; }
-    void setValue(double value) { mValue = value; }
     double callHook() {
         if (mHook)
             mHook();

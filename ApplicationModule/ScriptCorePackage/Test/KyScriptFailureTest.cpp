@@ -20,9 +20,7 @@ void PrintTo(const FailureCase& failure, std::ostream* stream) {
 
 constexpr FailureCase cFailures[] = {
     {"Text", "error('plain', 0)", "plain"},
-    {"Number", "error(12)", "12"},
     {"Table", "error({})", "(error object is not a string)"},
-    {"TableWithText", "error(setmetatable({}, {__tostring = function() return 'told' end}))", "told"},
     {"TableWithBadText", "error(setmetatable({}, {__tostring = function() error('x') end}))",
      "(error object is not a string)"},
     {"LuaStack", "local function f() return 1 + f() end f()", "stack overflow"},
@@ -38,7 +36,6 @@ constexpr FailureCase cFailures[] = {
     {"ManyResults", "local t = {} for i = 1, 1000000 do t[i] = i end return unpack(t)", "too many results to unpack"},
     {"TruncatedBytecode", "assert(loadstring(string.dump(function() end):sub(1, 20)))",
      "unexpected end in precompiled chunk"},
-    {"BadArguments", "bindClass()", "bad argument #1"},
     {"Endless", "local s = string.rep('x', 2^20) while true do s = s .. s end", ""},
 };
 
@@ -90,19 +87,6 @@ INSTANTIATE_TEST_SUITE_P(Kinds, KyScriptFailureTest, ::testing::ValuesIn(cFailur
 
 using KyHostileScriptTest = KyScriptEngineFixture;
 
-TEST_F(KyHostileScriptTest, ABinaryChunkWithZerosIsRefused) {
-    EXPECT_FALSE(engine().executeChunk(std::string("x = 1\0y = 2", 11)));
-    EXPECT_EQ(text("x"), "nil");
-}
-
-TEST_F(KyHostileScriptTest, ObjectsMayBeDestroyedTwiceAndUsedAfterwards) {
-    EXPECT_TRUE(engine().executeChunk("o = createKyObject('KyDynamicObject') p = o deleteKyObject(o) deleteKyObject(p)"
-                                      " x = o.Name o.Name = 3 tostring(o)"
-                                      " q = createKyObject('KyDynamicObject') q:destroy() y = q.Name"));
-    EXPECT_FALSE(engine().executeChunk("q:destroy() q:destroy() q.nothing.at = 1"));
-    EXPECT_EQ(msOutput.size(), 1u);
-}
-
 TEST_F(KyHostileScriptTest, TooManyArgumentsAreAnError) {
     engine().executeChunk("function count(...) return select('#', ...) end");
     std::vector<KyField> results;
@@ -119,15 +103,6 @@ TEST_F(KyHostileScriptTest, AnErrorInACollectorDoesNotEndTheHost) {
         engine().setLuaVariable("v" + std::to_string(i), KyField(std::string(10000, 'x')));
     engine().executeChunk("collectgarbage() local p = newproxy(true) getmetatable(p).__gc = error");
     EXPECT_EQ(text("#v49"), "10000");
-}
-
-TEST_F(KyHostileScriptTest, TheTablesOfTheGlobalsMayBeReplaced) {
-    EXPECT_TRUE(engine().executeChunk("getfenv(0).print = nil local g = {} setfenv(0, g)"));
-    KyDynamicObject object;
-    EXPECT_EQ(engine().bindInstance(&object, "car"), 1);
-    EXPECT_EQ(engine().unbindInstance("car"), 1);
-    engine().resetLuaState();
-    EXPECT_EQ(text("type(print)"), "function");
 }
 
 TEST_F(KyHostileScriptTest, RecursionThroughTheHostEndsInAnError) {

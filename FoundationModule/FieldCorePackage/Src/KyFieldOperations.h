@@ -137,9 +137,9 @@ KyFieldOperations kyMakeFieldOperations() {
     operations.copy = [](void* storage, const void* value) { put<T>(storage, *static_cast<const T*>(value)); };
     operations.move = [](void* storage, void* from) noexcept {
         if constexpr (cFieldIsInline<T>) {
-            T& value = const_cast<T&>(valueIn<T>(from));
-            new (storage) T(std::move(value));
-            value.~T();
+            T* value = &const_cast<T&>(valueIn<T>(from));
+            new (storage) T(std::move(*value));
+            std::destroy_at(value);
         } else {
             new (storage) T*(const_cast<T*>(&valueIn<T>(from)));
         }

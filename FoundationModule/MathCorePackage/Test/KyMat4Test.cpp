@@ -22,15 +22,6 @@ KyMat4d fromPlane(double m11, double m12, double m21, double m22) {
 
 } // namespace
 
-TEST(KyMat4Test, NumbersAreStoredColumnByColumn) {
-    const KyMat4d matrix = KyMat4d::fromRows({1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16});
-    EXPECT_EQ(matrix.data()[12], 4.0);
-    EXPECT_EQ(matrix.toString(), "1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16");
-    KyMat4d transposed = KyMat4d::fromColumns({1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16});
-    transposed.transpose();
-    EXPECT_EQ(transposed, matrix);
-}
-
 TEST(KyMat4Test, AccessOutsideReadsZeroAndWritesNothing) {
     KyMat4d matrix = cAnything;
     for (const int outside : {-1, 4, 1000000}) {
@@ -48,6 +39,7 @@ TEST(KyMat4Test, TheRightOperandActsFirst) {
     EXPECT_EQ((move * stretch) * KyVec3d(1, 1, 1), KyVec3d(3, 5, 7));
     EXPECT_EQ((move * stretch).transformVector(KyVec3d(1, 1, 1)), KyVec3d(2, 3, 4)) << "without the translation";
     EXPECT_EQ((cAnything * cProjective).toString(), "8 5 14 31 1 16 28 59 5 8 23 40 1 0 2 3");
+    EXPECT_EQ(move.data()[12], 1.0) << "stored column by column";
 }
 
 TEST(KyMat4Test, TheInverseUndoesTheMatrix) {
@@ -122,8 +114,6 @@ TEST(KyMat4Test, LookAtGivesTheFrameOfACameraWhereverItLooks) {
     EXPECT_TRUE(isNear(frame.getColumn(0), KyVec3d(0, 0, -1)));
     EXPECT_TRUE(isNear(frame.getColumn(1), KyVec3d(0, 1, 0)));
     EXPECT_EQ(frame.translation(), KyVec3d(5, 0, 0));
-    EXPECT_EQ(KyMat4d::lookAt(KyVec3d(1, 2, 3), KyVec3d(1, 2, 3), KyVec3d(0, 1, 0)),
-              KyMat4d::fromTranslation(KyVec3d(1, 2, 3)));
     for (const KyVec3d& up : {KyVec3d(0, 1, 0), KyVec3d()}) {
         const KyMat4d down = KyMat4d::lookAt(KyVec3d(0, 5, 0), KyVec3d(), up);
         EXPECT_TRUE(isNear(down.getColumn(2), KyVec3d(0, 1, 0)));

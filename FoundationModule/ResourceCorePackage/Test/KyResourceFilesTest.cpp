@@ -7,7 +7,25 @@
 namespace fs = std::filesystem;
 
 namespace {
-class KyResourceFilesTest : public KyTemporaryDirectory {};
+class KyResourceFilesTest : public KyTemporaryDirectory {
+protected:
+    void TearDown() override {
+        while (KyResource::popThreadDirectory())
+            continue;
+        KyTemporaryDirectory::TearDown();
+    }
+
+    // Works in "work" as a script would that lies in "script".
+    void goFromScriptToWork() const {
+        write("script/shared", "script");
+        write("script/only", "script");
+        write("work/shared", "work");
+        fs::create_directories(mRoot / "work" / "q" / "q");
+        fs::create_directories(mRoot / "script" / "q");
+        KyResource::pushThreadDirectory(getURL("script"));
+        KyResource::setCurrentDirectory(getURL("work"));
+    }
+};
 } // namespace
 
 TEST_F(KyResourceFilesTest, NothingHappensToURLsThatAreNotLocal) {
@@ -78,4 +96,46 @@ TEST_F(KyResourceFilesTest, ATreeIsDeletedWithoutFollowingLinks) {
     fs::create_directory_symlink(mRoot / "outside", mRoot / "link");
     EXPECT_TRUE(KyResource::deleteFile(getURL("link")));
     EXPECT_EQ(read("outside/keep"), "x");
+}
+
+TEST_F(KyResourceFilesTest, ChangesAreMadeInTheCurrentDirectoryAndNotInTheThreads) {
+    goFromScriptToWork();
+    EXPECT_TRUE(KyResource::createFile(KyURL("only")));
+    EXPECT_TRUE(KyResource::createDirectory(KyURL("directory")));
+    EXPECT_TRUE(KyResource::createDirectoryHierarchy(KyURL("a/b")));
+    EXPECT_TRUE(KyResource::copyFile(KyURL("shared"), KyURL("copy")));
+    EXPECT_TRUE(KyResource::renameFile(KyURL("only"), KyURL("renamed")));
+    EXPECT_TRUE(KyResource::deleteFile(KyURL("shared")));
+    EXPECT_FALSE(KyResource::deleteFile(KyURL("shared")));
+    EXPECT_TRUE(KyResource::existFile(KyURL("shared"))) << "beside the script";
+    KyResource written(KyURL("written"));
+    EXPECT_TRUE(written.openStreamBuffer(KyResource::eWrite));
+    EXPECT_EQ(read("work/copy"), "script") << "reading asks the thread's directory first";
+    for (const char* name : {"work/directory", "work/a/b", "work/renamed", "work/written", "script/only"})
+        EXPECT_TRUE(fs::exists(mRoot / name)) << name;
+    EXPECT_EQ(std::distance(fs::directory_iterator(mRoot / "script"), {}), 3);
+}
+
+TEST_F(KyResourceFilesTest, TheCurrentDirectoryChangesStepByStep) {
+    goFromScriptToWork();
+    EXPECT_TRUE(KyResource::setCurrentDirectory(KyURL("q")));
+    EXPECT_EQ(fs::current_path(), mRoot / "work" / "q");
+    EXPECT_TRUE(KyResource::pushCurrentDirectory("q"));
+    EXPECT_EQ(fs::current_path(), mRoot / "work" / "q" / "q");
+    EXPECT_TRUE(KyResource::popCurrentDirectory());
+}
+
+TEST_F(KyResourceFilesTest, DirectoriesInUseAreNotDeleted) {
+    goFromScriptToWork();
+    KyResource::pushThreadDirectory(getURL("script/q"));
+    fs::create_directory_symlink(mRoot, mRoot / "link");
+    const KyURL cases[] = {KyURL("."),        KyURL(".."),         getURL("work"),      getURL(""),
+                           getURL("script/"), getURL("script/q/"), getURL("link/work"), getURL("link/script/q/../q")};
+    for (const KyURL& url : cases)
+        EXPECT_FALSE(KyResource::deleteDirectory(url)) << url.toString();
+    EXPECT_EQ(read("script/only") + read("work/shared"), "scriptwork");
+    EXPECT_TRUE(KyResource::deleteDirectory(KyURL("q"))) << "below the current one";
+    EXPECT_TRUE(fs::exists(mRoot / "script" / "q"));
+    KyResource::popThreadDirectory();
+    EXPECT_TRUE(KyResource::deleteDirectory(getURL("script/q"))) << "no longer in use";
 }

@@ -40,12 +40,6 @@ TEST_F(KyResourceInformationTest, NothingIsSaidOfWhatIsNotThere) {
     }
 }
 
-TEST_F(KyResourceInformationTest, ALinkIsSeenEvenWhenItDangles) {
-    fs::create_symlink(mRoot / "nowhere", mRoot / "dangling");
-    EXPECT_TRUE(getInformation("dangling").isSymbolicLink());
-    EXPECT_TRUE(getInformation("dangling").isValid());
-}
-
 TEST_F(KyResourceInformationTest, DirectoryAndNameAreTakenFromLocalURLsAlone) {
     for (const char* text : {"http://h/a/b.lua", "qrc:/a/b.lua", "", "file:///a%00/b%00"}) {
         std::string part = "unchanged";

@@ -52,29 +52,19 @@ TEST(KyURLResolvingTest, RelativeReferencesLeadBack) {
         const char* expected;
     };
     constexpr Case cCases[] = {
-        {"http://h/a/b/c", "http://h/a/b/x", "c"},   {"http://h/a/b/c?q#f", "http://h/a/b/", "c?q#f"},
-        {"http://h/a/", "http://h/a/x", "./"},       {"http://h/a//b", "http://h/a/x", ".//b"},
-        {"http://h/a/b:c", "http://h/a/x", "./b:c"}, {"file:///C:/a/b", "file:///C:/x/y", "../a/b"},
+        {"http://h/a/b/c", "http://h/a/b/x", "c"},
+        {"http://h/a/b/c?q#f", "http://h/a/b/", "c?q#f"},
+        {"file:///C:/a", "file:///D:/a", "file:///C:/a"},
+        {"http://h/a", "http://h:81/a", "http://h/a"},
+        {"http://h/a/", "http://h/a/x", "./"},
+        {"http://h/a//b", "http://h/a/x", ".//b"},
+        {"http://h/a/b:c", "http://h/a/x", "./b:c"},
+        {"file:///C:/a/b", "file:///C:/x/y", "../a/b"},
     };
     for (const auto& [target, base, expected] : cCases) {
         const KyURL relative = KyURL(target).getRelativeURL(KyURL(base));
         EXPECT_EQ(relative.toString(), expected) << target << " from " << base;
         EXPECT_EQ(relative.getAbsoluteURL(KyURL(base)).toString(), target);
-    }
-}
-
-TEST(KyURLResolvingTest, WithoutACommonRootTheURLStays) {
-    constexpr std::pair<const char*, const char*> cCases[] = {
-        {"http://h/a", "http://h:81/a"},
-        {"http://u@h/a", "http://h/a"},
-        {"file:///C:/a", "file:///D:/a"},
-        {"http://h", "http://h/a"},
-        {"xx:a", "xx:/b"},
-    };
-    for (const auto& [target, base] : cCases) {
-        KyURL url(target);
-        url.setRelativeURL(KyURL(base));
-        EXPECT_EQ(url.toString(), target) << base;
     }
 }
 

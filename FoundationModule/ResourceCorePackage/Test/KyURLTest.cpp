@@ -47,8 +47,8 @@ TEST(KyURLTest, ATextTakesTheDefaultSchemeUnlessItHasOneOrIsADrivePath) {
 }
 
 TEST(KyURLTest, LocalPathsComeBackByteByByte) {
-    for (const std::string path : {"/a", "/", "a", "../a b", "/100%", "/a%20b", "/x?y#z", "/\xC3\xA9t\xC3\xA9",
-                                   "/bad\xFFutf", "a:b/c", "//two", "/C:/name", "x y:z", ".", "/a\nb", "\"<>|^`{}[]"}) {
+    for (const std::string path :
+         {"/", "../a b", "/100%", "/x?y#z", "/bad\xFFutf", "a:b/c", "//two", "/C:/name", "/a\nb", "\"<>|^`{}[]"}) {
         KyURL url;
         EXPECT_TRUE(url.fromLocalPath(path)) << path;
         EXPECT_EQ(url.getLocalPath(), path);

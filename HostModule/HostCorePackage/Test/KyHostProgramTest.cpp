@@ -68,14 +68,6 @@ TEST_F(KyHostProgramTest, ChunksScriptsAndFailuresKeepTheirOrderAndResultsArePri
     EXPECT_EQ("a\nb\t1\nd\nfrom\tscript\ne\n1\t2\n", runPlain(QStringList{"--print-results"} + items).output);
 }
 
-TEST_F(KyHostProgramTest, CoroutinesSeeTimeGoBy) {
-    const KyHostResult result = runPlain({"--frames", "31", "-e",
-                                          "sum = 0 return coroutine.create(function() while true do sum = sum + "
-                                          "coroutine.yield() if host.FrameCount == 30 then "
-                                          "print(sum > 0.35 and sum < 5 and host.FrameTime > 0.001) end end end)"});
-    EXPECT_EQ("true\n", result.output) << result;
-}
-
 TEST_F(KyHostProgramTest, WithoutAWindowItRunsUntilNoCoroutineWaitsOrItQuits) {
     const QString endless = "return coroutine.create(function() while true do print(host.FrameCount) "
                             "if host.FrameCount == %1 then %2 end coroutine.yield() end end)";
@@ -102,14 +94,6 @@ TEST_F(KyHostProgramTest, TheSandboxComesBeforeEveryScript) {
     write("a.lua", "print(io, os.execute, require, dofile, os.time ~= nil)");
     EXPECT_EQ("nil\tnil\tnil\tnil\ttrue\n", runPlain({"a.lua", "--sandbox"}).output);
     EXPECT_PRED2(lacks, runPlain({"a.lua"}).output, "nil");
-}
-
-TEST_F(KyHostProgramTest, TracebacksFollowTheUnchangedMessage) {
-    const char* const chunk = "local function inner() error('deep') end function outer() inner() end outer()";
-    EXPECT_EQ("(command line):1: deep\n", runPlain({"-e", chunk}).errors);
-    const std::string errors = runPlain({"--traceback", "-e", chunk}).errors;
-    EXPECT_PRED2(startsWith, errors, "(command line):1: deep\n");
-    EXPECT_PRED2(contains, errors, "'outer'");
 }
 
 TEST_F(KyHostProgramTest, ThePromptRunsTheLinesOfAPipe) {

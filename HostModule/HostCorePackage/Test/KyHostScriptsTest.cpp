@@ -1,14 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The KyApplication authors
 // SPDX-License-Identifier: MIT
-#include "KyHost.h"
+#include "KyHostSession.h"
+
 #include "KyHostCompletion.h"
 #include "KyHostErrors.h"
 #include "KyHostOptions.h"
 #include "KyHostScripts.h"
-#include "KyHostStage.h"
 
 #include "KyMainTaskManager.h"
-#include "KyModuleManager.h"
 #include "KyScriptEngine.h"
 
 #include <QCoreApplication>
@@ -24,19 +23,8 @@
 
 namespace {
 
-struct Modules {
-    Modules() {
-        KyModuleManager::get().initialize();
-        KyHost::initializeType();
-    }
-    ~Modules() {
-        KyModuleManager::get().finalize();
-        KyHost::finalizeType();
-    }
-};
-
 /// A session without a view, in this process. Errors go to standard error and are counted.
-class KyHostScriptsTest : public testing::Test {
+class KyHostScriptsTest : public KyHostSession<QCoreApplication> {
 protected:
     KyHostScriptsTest() {
         mOptions.items.push_back({KyHostOptions::Item::eFile, mFolder.filePath("a.lua").toStdString()});
@@ -60,16 +48,9 @@ protected:
     KyScene* getShownScene() const { return KyScenePass::cast(mStage.getView().getMainPass())->getScene(); }
     KyCamera* getShownCamera() const { return KyScenePass::cast(mStage.getView().getMainPass())->getCamera(); }
 
-    int mNbArguments = 1;
-    char mName[5] = "test";
-    char* mArguments[2] = {mName, nullptr};
-    QCoreApplication mApplication{mNbArguments, mArguments};
-    Modules mModules;
     QTemporaryDir mFolder;
     KyHostOptions mOptions;
     KyHostErrors mErrors{false};
-    KyHost mHost;
-    KyHostStage mStage{64, 48};
     KyHostScripts mScripts{mOptions, mErrors, mHost, mStage};
 };
 

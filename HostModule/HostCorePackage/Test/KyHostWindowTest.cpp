@@ -1,12 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The KyApplication authors
 // SPDX-License-Identifier: MIT
-#include "KyHost.h"
+#include "KyHostSession.h"
+
 #include "KyHostLoop.h"
-#include "KyHostStage.h"
 #include "KyHostWindow.h"
 
 #include "KyMeshNode.h"
-#include "KyModuleManager.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -18,17 +17,6 @@
 #include <string>
 
 namespace {
-
-struct Modules {
-    Modules() {
-        KyModuleManager::get().initialize();
-        KyHost::initializeType();
-    }
-    ~Modules() {
-        KyModuleManager::get().finalize();
-        KyHost::finalizeType();
-    }
-};
 
 /// Counts what it is asked to draw; a display that never takes a frame unless `answers`.
 class CountingSurface : public KyHostSurface {
@@ -49,7 +37,7 @@ public:
 };
 
 /// A stage with a red ball in this process.
-class KyHostWindowTest : public testing::Test {
+class KyHostWindowTest : public KyHostSession<QApplication> {
 protected:
     KyHostWindowTest() {
         auto* const ball = new KyMeshNode;
@@ -65,14 +53,6 @@ protected:
         limits.isOpenEnded = true;
         KyHostLoop(mHost, mStage, &surface, limits).run();
     }
-
-    int mNbArguments = 1;
-    char mName[5] = "test";
-    char* mArguments[2] = {mName, nullptr};
-    QApplication mApplication{mNbArguments, mArguments};
-    Modules mModules;
-    KyHost mHost;
-    KyHostStage mStage{200, 150};
 };
 
 bool isRed(const QImage& image, int x, int y) {

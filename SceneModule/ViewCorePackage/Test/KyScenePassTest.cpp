@@ -112,15 +112,6 @@ TEST_F(KyScenePassTest, ALightShinesOnTheSideThatFacesItAsFarAsItsRange) {
     EXPECT_LT(getRed(), endless - 0.2f);
 }
 
-TEST_F(KyScenePassTest, AnOrthographicCameraShowsItsExtent) {
-    addBox(KyColor(1, 0, 0));
-    mCamera->setOrthographic(true);
-    mCamera->setVerticalExtent(4.0);
-    const auto image = draw();
-    kyExpectColor(image->getPixel(80, 32), KyColor(1, 0, 0));
-    kyExpectColor(image->getPixel(80, 27), cBackground);
-}
-
 TEST_F(KyScenePassTest, AGridShowsLinesOnTheGround) {
     auto* grid = new KyMeshNode;
     grid->makeGrid(20, 20);
