@@ -83,7 +83,9 @@ private:
     template <class U>
     friend class KyMat4;
 
-    static constexpr std::size_t index(int row, int column) { return static_cast<std::size_t>(column * 4 + row); }
+    static constexpr std::size_t index(int row, int column) {
+        return static_cast<std::size_t>(column) * 4 + static_cast<std::size_t>(row);
+    }
     static constexpr bool isInside(int row, int column) { return row >= 0 && row < 4 && column >= 0 && column < 4; }
     T& at(int row, int column) { return mData[index(row, column)]; }
     T at(int row, int column) const { return mData[index(row, column)]; }

@@ -9,7 +9,8 @@
 
 /// An axis-aligned rectangle of the plane; T is int, float or double. A negative width or height spans the area to
 /// the left or below the origin. (0, 0, 0, 0) is the null rectangle, which contains nothing; every other rectangle
-/// without area is a line or a point and counts when merged. Edges belong to the rectangle.
+/// without area is a line or a point and counts when merged. Edges belong to the rectangle. Integers are limited to
+/// their range: an end beyond it lies at the limit, and so does a width between ends that are further apart.
 ///
 ///     KyRectd bound;                              // null
 ///     bound.merge(KyRectd(1.0, 1.0, 2.0, 0.0));   // the line alone, not stretched to (0, 0)
@@ -118,15 +119,17 @@ bool fromString(std::string_view text, KyRect<T>& rect) {
 template <class T>
 KyVec2<T> KyRect<T>::getMin() const {
     if (isInfinite())
-        return KyVec2<T>(-KyScalar::limit<T>(), -KyScalar::limit<T>());
-    return KyVec2<T>(std::min<T>(origin.x, origin.x + width), std::min<T>(origin.y, origin.y + height));
+        return KyVec2<T>(KyScalar::lowest<T>(), KyScalar::lowest<T>());
+    const KyVec2<T> end = origin + KyVec2<T>(width, height);
+    return KyVec2<T>(std::min(origin.x, end.x), std::min(origin.y, end.y));
 }
 
 template <class T>
 KyVec2<T> KyRect<T>::getMax() const {
     if (isInfinite())
         return KyVec2<T>(KyScalar::limit<T>(), KyScalar::limit<T>());
-    return KyVec2<T>(std::max<T>(origin.x, origin.x + width), std::max<T>(origin.y, origin.y + height));
+    const KyVec2<T> end = origin + KyVec2<T>(width, height);
+    return KyVec2<T>(std::max(origin.x, end.x), std::max(origin.y, end.y));
 }
 
 template <class T>
@@ -200,8 +203,8 @@ void KyRect<T>::setSize(const KyVec2<T>& size) {
 template <class T>
 void KyRect<T>::setMinMax(const KyVec2<T>& first, const KyVec2<T>& second) {
     origin = KyVec2<T>(std::min(first.x, second.x), std::min(first.y, second.y));
-    width = std::max(first.x, second.x) - origin.x;
-    height = std::max(first.y, second.y) - origin.y;
+    width = KyScalar::subtract(std::max(first.x, second.x), origin.x);
+    height = KyScalar::subtract(std::max(first.y, second.y), origin.y);
     state = KyBoundState::eFinite;
 }
 
@@ -217,7 +220,7 @@ template <class T>
 void KyRect<T>::scale(T factor) {
     if (!isFinite())
         return;
-    const KyVec2<T> size(width * factor, height * factor);
+    const KyVec2<T> size = KyVec2<T>(width, height) * factor;
     origin = getCenter() - size / T{2};
     setSize(size);
     state = KyBoundState::eFinite;

@@ -2,12 +2,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <limits>
 #include <type_traits>
 
 /// Arithmetic that the maths types share for element types int, float and double.
-/// Integers saturate where a plain cast or a division would be undefined.
+/// Integers saturate where a plain cast or operation would be undefined.
 struct KyScalar {
     /// The type in which lengths and angles of T are given: T itself, double for integers.
     template <class T>
@@ -31,6 +33,60 @@ struct KyScalar {
             return static_cast<T>(value);
     }
 
+    /// a + b; an integer is limited to its range.
+    template <class T>
+    static constexpr T add(T a, T b) {
+        if constexpr (std::is_integral_v<T>)
+            return saturate<T>(widen(a) + widen(b));
+        else
+            return a + b;
+    }
+
+    /// a - b; an integer is limited to its range.
+    template <class T>
+    static constexpr T subtract(T a, T b) {
+        if constexpr (std::is_integral_v<T>)
+            return saturate<T>(widen(a) - widen(b));
+        else
+            return a - b;
+    }
+
+    /// a * b; an integer is limited to its range.
+    template <class T>
+    static constexpr T multiply(T a, T b) {
+        if constexpr (std::is_integral_v<T>)
+            return saturate<T>(widen(a) * widen(b));
+        else
+            return a * b;
+    }
+
+    /// a * b - c * d; an integer is limited to its range at the end only.
+    template <class T>
+    static constexpr T determinant(T a, T b, T c, T d) {
+        if constexpr (std::is_integral_v<T>)
+            return saturate<T>(widen(a) * widen(b) - widen(c) * widen(d));
+        else
+            return a * b - c * d;
+    }
+
+    /// -a; the smallest integer gives the largest.
+    template <class T>
+    static constexpr T negate(T a) {
+        if constexpr (std::is_integral_v<T>)
+            return saturate<T>(-widen(a));
+        else
+            return -a;
+    }
+
+    /// `a` without sign; the smallest integer gives the largest.
+    template <class T>
+    static constexpr T absolute(T a) {
+        if constexpr (std::is_integral_v<T>)
+            return a < T{0} ? negate(a) : a;
+        else
+            return std::abs(a);
+    }
+
     /// a / b; an integer divided by 0 gives 0, floating point follows IEEE 754.
     template <class T>
     static constexpr T divide(T a, T b) {
@@ -47,6 +103,13 @@ struct KyScalar {
         return Limits::has_infinity ? Limits::infinity() : Limits::max();
     }
 
+    /// The smallest value of T: minus infinity where there is one.
+    template <class T>
+    static constexpr T lowest() {
+        using Limits = std::numeric_limits<T>;
+        return Limits::has_infinity ? -Limits::infinity() : Limits::lowest();
+    }
+
     /// Euclidean length, without overflow or underflow on the way.
     static double length(double x, double y, double z = 0.0) {
         const double squared = x * x + y * y + z * z;
@@ -55,6 +118,19 @@ struct KyScalar {
     }
 
 private:
+    // Any two values of T have their sum and their product in it.
+    template <class T>
+    static constexpr std::int64_t widen(T value) {
+        static_assert(sizeof(T) <= sizeof(std::int32_t) && std::is_signed_v<T>);
+        return value;
+    }
+
+    template <class T>
+    static constexpr T saturate(std::int64_t value) {
+        return static_cast<T>(
+            std::clamp(value, widen(std::numeric_limits<T>::min()), widen(std::numeric_limits<T>::max())));
+    }
+
     template <class T>
     static constexpr T saturate(double value) {
         constexpr double cMax = static_cast<double>(std::numeric_limits<T>::max());

@@ -9,7 +9,7 @@
 #include <array>
 #include <iosfwd>
 
-/// A vector or point of the plane; T is int, float or double.
+/// A vector or point of the plane; T is int, float or double. Integers are limited to their range.
 ///
 ///     KyVec2d step(3.0, 4.0);
 ///     step.length();      // 5
@@ -65,12 +65,20 @@ public:
     constexpr KyVec2& operator*=(T factor) { return *this = *this * factor; }
     constexpr KyVec2& operator/=(T divisor) { return *this = *this / divisor; }
 
-    constexpr KyVec2 operator-() const { return KyVec2(-x, -y); }
-    constexpr KyVec2 operator+(const KyVec2& other) const { return KyVec2(x + other.x, y + other.y); }
-    constexpr KyVec2 operator-(const KyVec2& other) const { return KyVec2(x - other.x, y - other.y); }
-    constexpr KyVec2 operator*(T factor) const { return KyVec2(x * factor, y * factor); }
+    constexpr KyVec2 operator-() const { return KyVec2(KyScalar::negate(x), KyScalar::negate(y)); }
+    constexpr KyVec2 operator+(const KyVec2& other) const {
+        return KyVec2(KyScalar::add(x, other.x), KyScalar::add(y, other.y));
+    }
+    constexpr KyVec2 operator-(const KyVec2& other) const {
+        return KyVec2(KyScalar::subtract(x, other.x), KyScalar::subtract(y, other.y));
+    }
+    constexpr KyVec2 operator*(T factor) const {
+        return KyVec2(KyScalar::multiply(x, factor), KyScalar::multiply(y, factor));
+    }
     /// Component by component.
-    constexpr KyVec2 operator*(const KyVec2& other) const { return KyVec2(x * other.x, y * other.y); }
+    constexpr KyVec2 operator*(const KyVec2& other) const {
+        return KyVec2(KyScalar::multiply(x, other.x), KyScalar::multiply(y, other.y));
+    }
     /// Integers: truncated, 0 when divided by 0.
     constexpr KyVec2 operator/(T divisor) const {
         return KyVec2(KyScalar::divide(x, divisor), KyScalar::divide(y, divisor));

@@ -9,7 +9,7 @@
 #include <array>
 #include <iosfwd>
 
-/// A vector or point of space; T is int, float or double.
+/// A vector or point of space; T is int, float or double. Integers are limited to their range.
 ///
 ///     const KyVec3d right(1, 0, 0), up(0, 1, 0);
 ///     right.cross(up);    // (0, 0, 1)
@@ -48,7 +48,8 @@ public:
     }
     /// Right-handed cross product, in T's own arithmetic.
     constexpr KyVec3 cross(const KyVec3& other) const {
-        return KyVec3(y * other.z - z * other.y, z * other.x - x * other.z, x * other.y - y * other.x);
+        return KyVec3(KyScalar::determinant(y, other.z, z, other.y), KyScalar::determinant(z, other.x, x, other.z),
+                      KyScalar::determinant(x, other.y, y, other.x));
     }
     /// All components are exactly 0.
     bool isNull() const { return x == T{} && y == T{} && z == T{}; }
@@ -74,12 +75,20 @@ public:
     constexpr KyVec3& operator*=(T factor) { return *this = *this * factor; }
     constexpr KyVec3& operator/=(T divisor) { return *this = *this / divisor; }
 
-    constexpr KyVec3 operator-() const { return KyVec3(-x, -y, -z); }
-    constexpr KyVec3 operator+(const KyVec3& other) const { return KyVec3(x + other.x, y + other.y, z + other.z); }
-    constexpr KyVec3 operator-(const KyVec3& other) const { return KyVec3(x - other.x, y - other.y, z - other.z); }
-    constexpr KyVec3 operator*(T factor) const { return KyVec3(x * factor, y * factor, z * factor); }
+    constexpr KyVec3 operator-() const { return KyVec3(KyScalar::negate(x), KyScalar::negate(y), KyScalar::negate(z)); }
+    constexpr KyVec3 operator+(const KyVec3& other) const {
+        return KyVec3(KyScalar::add(x, other.x), KyScalar::add(y, other.y), KyScalar::add(z, other.z));
+    }
+    constexpr KyVec3 operator-(const KyVec3& other) const {
+        return KyVec3(KyScalar::subtract(x, other.x), KyScalar::subtract(y, other.y), KyScalar::subtract(z, other.z));
+    }
+    constexpr KyVec3 operator*(T factor) const {
+        return KyVec3(KyScalar::multiply(x, factor), KyScalar::multiply(y, factor), KyScalar::multiply(z, factor));
+    }
     /// Component by component.
-    constexpr KyVec3 operator*(const KyVec3& other) const { return KyVec3(x * other.x, y * other.y, z * other.z); }
+    constexpr KyVec3 operator*(const KyVec3& other) const {
+        return KyVec3(KyScalar::multiply(x, other.x), KyScalar::multiply(y, other.y), KyScalar::multiply(z, other.z));
+    }
     /// Integers: truncated, 0 when divided by 0.
     constexpr KyVec3 operator/(T divisor) const {
         return KyVec3(KyScalar::divide(x, divisor), KyScalar::divide(y, divisor), KyScalar::divide(z, divisor));

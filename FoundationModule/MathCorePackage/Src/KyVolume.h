@@ -11,7 +11,7 @@
 
 /// An axis-aligned volume of space, the bound of what a scene shows; T is int, float or double. The default is null:
 /// it contains nothing and is neutral when merged. Width, height and length lie along x, y and z; the sides belong
-/// to the volume.
+/// to the volume. Integers are limited to their range.
 ///
 ///     KyVolumed bound;
 ///     bound.mergePoint(KyVec3d(1, 0, 0));
@@ -148,8 +148,8 @@ bool KyVolume<T>::isOrdered(const KyVec3<T>& low, const KyVec3<T>& high) {
 
 template <class T>
 KyVec3<T> KyVolume<T>::getMin() const {
-    constexpr T cLimit = KyScalar::limit<T>();
-    return isInfinite() ? KyVec3<T>(-cLimit, -cLimit, -cLimit) : mMin;
+    constexpr T cLowest = KyScalar::lowest<T>();
+    return isInfinite() ? KyVec3<T>(cLowest, cLowest, cLowest) : mMin;
 }
 
 template <class T>
@@ -170,7 +170,7 @@ KyVec3<T> KyVolume<T>::getSize() const {
 
 template <class T>
 double KyVolume<T>::getRadius() const {
-    return isInfinite() ? KyScalar::limit<double>() : getSize().length() / 2.0;
+    return isInfinite() ? KyScalar::limit<double>() : (KyVec3<double>(mMax) - KyVec3<double>(mMin)).length() / 2.0;
 }
 
 template <class T>
@@ -252,9 +252,11 @@ void KyVolume<T>::setInfinite() {
 
 template <class T>
 void KyVolume<T>::setCenter(const KyVec3<T>& center) {
-    const KyVec3<T> offset = center - getCenter();
+    // Both halves fit into T where the way between two centres may not.
+    const KyVec3<T> before = getCenter();
+    mMin = center - (before - mMin);
+    mMax = center + (mMax - before);
     setFinite();
-    translate(offset);
 }
 
 template <class T>
@@ -265,9 +267,10 @@ void KyVolume<T>::setSize(const KyVec3<T>& size) {
 
 template <class T>
 void KyVolume<T>::setExtent(int axis, T extent) {
-    const T size = static_cast<T>(std::abs(extent));
-    mMin[axis] = std::midpoint(mMin[axis], mMax[axis]) - size / T{2};
-    mMax[axis] = mMin[axis] + size;
+    const T size = KyScalar::absolute(extent), half = size / T{2};
+    const T center = std::midpoint(mMin[axis], mMax[axis]);
+    mMin[axis] = KyScalar::subtract(center, half);
+    mMax[axis] = KyScalar::add(center, KyScalar::subtract(size, half));
     setFinite();
 }
 
