@@ -3,13 +3,23 @@
 #include "KyLocalPath_p.h"
 
 #include "KyResource.h"
+#include "KyResourceDirectories_p.h"
 
 #include <exception>
 
-std::filesystem::path KyLocalPath::fromURL(const KyURL& url) {
-    auto path = fromText(KyResource::resolve(url).getLocalPath());
-    // With the "/" a link to a directory would be that directory itself.
+namespace {
+// With the "/" a link to a directory would be that directory itself.
+std::filesystem::path withoutFinalSlash(const std::filesystem::path& path) {
     return path.has_filename() || !path.has_relative_path() ? path : path.parent_path();
+}
+} // namespace
+
+std::filesystem::path KyLocalPath::fromURL(const KyURL& url) {
+    return withoutFinalSlash(fromText(KyResource::resolve(url).getLocalPath()));
+}
+
+std::filesystem::path KyLocalPath::fromTarget(const KyURL& url) {
+    return withoutFinalSlash(fromText(KyResourceDirectories::resolveInCurrent(url).getLocalPath()));
 }
 
 std::filesystem::path KyLocalPath::fromText(const std::string& text) {

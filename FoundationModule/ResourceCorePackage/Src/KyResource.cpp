@@ -3,7 +3,7 @@
 #include "KyResource.h"
 
 #include "KyBufferCreators_p.h"
-#include "KyLocalPath_p.h"
+#include "KyResourceDirectories_p.h"
 
 #include "KyException.h"
 
@@ -19,7 +19,7 @@ KyResource::~KyResource() {
 }
 
 bool KyResource::openStreamBuffer(int mode) {
-    mURL = resolve(mURL);
+    mURL = mode == eRead ? resolve(mURL) : KyResourceDirectories::resolveInCurrent(mURL);
     const auto entry = KyBufferCreators::get().find(mURL.getScheme());
     if (!entry.creator) {
         KyException::create("KyResource::openStreamBuffer(): cannot open \"" + mURL.toString() +

@@ -21,7 +21,12 @@
 /// The static part is the resource layer's view of the file system: the stack of current
 /// directories (the process has one directory: for the main thread), the directories of each
 /// thread (any thread), and operations on local files, which return false for URLs that are not
-/// local. A resource belongs to one thread at a time; creators may be registered on any.
+/// local. Relative names that are read or looked for are resolved as `resolve` says, the thread's
+/// directory first. What changes the file system never follows the thread's directory: what is
+/// created, written, deleted or renamed, the target of a copy and the directory that becomes the
+/// current one are taken from the current directory only. So a script that has gone elsewhere works
+/// there, and still finds what lies beside its own file. A resource belongs to one thread at a time; creators may be
+/// registered on any.
 class KYFOUNDATION_EXPORT KyResource {
 public:
     enum Mode : int {
@@ -49,7 +54,8 @@ public:
     /// Owned by the resource's creator, valid until closing; null when not opened.
     [[nodiscard]] std::streambuf* getStreamBuffer() const { return mBuffer; }
 
-    /// Opens with the creator of the URL's scheme; `mode` is a `Mode`. False when it gives none.
+    /// Opens with the creator of the URL's scheme; `mode` is a `Mode`. False when it gives none. To write, a relative
+    /// URL is taken from the current directory.
     bool openStreamBuffer(int mode);
     /// Closes with the destructor that belongs to the buffer, also when the scheme has been removed
     /// since; does nothing when not opened.
@@ -69,11 +75,11 @@ public:
     static bool readBytes(const KyURL& url, std::string& bytes);
 
     /// Changes the process's directory and remembers the one before; the text is a local path or a
-    /// URL. False when it is not possible.
+    /// URL, a relative one from the current directory. False when it is not possible.
     static bool pushCurrentDirectory(const std::string& directory);
     /// Goes back; false when nothing is on the stack or the directory is gone.
     static bool popCurrentDirectory();
-    /// Changes the process's directory without touching the stack.
+    /// Changes the process's directory without touching the stack; a relative one is taken from the current directory.
     static bool setCurrentDirectory(const KyURL& directory);
     /// The process's directory, with "/" at the end; empty when it is gone.
     static KyURL getCurrentDirectory();
@@ -94,11 +100,12 @@ public:
     /// With all parents; true when it exists already.
     static bool createDirectoryHierarchy(const KyURL& url);
     /// The whole tree; links in it are removed and not followed. False for a link, a file, a file
-    /// system's root, a URL without a path, and when anything is left.
+    /// system's root, a URL without a path, the current directory, one that a thread has pushed, what holds one of
+    /// these, and when anything is left.
     static bool deleteDirectory(const KyURL& url);
     /// An empty file; false when something is there.
     static bool createFile(const KyURL& url);
-    /// False when something is there.
+    /// `from` is read, the thread's directory first. False when something is there.
     static bool copyFile(const KyURL& from, const KyURL& to);
     /// False when something is there, and for directories.
     static bool renameFile(const KyURL& from, const KyURL& to);

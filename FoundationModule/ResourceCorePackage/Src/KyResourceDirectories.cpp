@@ -1,11 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The KyApplication authors
 // SPDX-License-Identifier: MIT
-#include "KyResource.h"
+#include "KyResourceDirectories_p.h"
 
 #include "KyLocalPath_p.h"
+#include "KyResource.h"
 
 #include "KyMutex.h"
 
+#include <algorithm>
 #include <map>
 #include <vector>
 
@@ -28,7 +30,7 @@ ThreadDirectories& getThreadDirectories() {
 }
 
 bool changeDirectory(const KyURL& directory) {
-    const auto path = KyLocalPath::fromURL(directory);
+    const auto path = KyLocalPath::fromTarget(directory);
     std::error_code error;
     if (path.empty())
         return false;
@@ -45,12 +47,43 @@ KyURL asDirectory(KyURL url) {
 bool isThere(const KyURL& url) {
     return KyLocalPath::exists(KyLocalPath::fromText(url.getLocalPath()));
 }
+
+// The directories that relative URLs are resolved against, of all threads.
+std::vector<fs::path> getUsedDirectories() {
+    std::vector<fs::path> result{KyLocalPath::fromText(KyResource::getCurrentDirectory().getLocalPath())};
+    auto& directories = getThreadDirectories();
+    const std::scoped_lock guard(directories.mutex);
+    for (const auto& [thread, stack] : directories.stacks)
+        for (const KyURL& directory : stack)
+            result.push_back(KyLocalPath::fromText(directory.getLocalPath()));
+    return result;
+}
+
+bool holds(const fs::path& outer, const fs::path& directory) {
+    std::error_code error;
+    fs::path inner = fs::weakly_canonical(directory, error);
+    while (!fs::equivalent(outer, inner, error)) {
+        if (inner == inner.parent_path())
+            return false;
+        inner = inner.parent_path();
+    }
+    return true;
+}
 } // namespace
+
+KyURL KyResourceDirectories::resolveInCurrent(const KyURL& url) {
+    return url.isRelative() && !url.isEmpty() ? url.getAbsoluteURL(KyResource::getCurrentDirectory()) : url;
+}
+
+bool KyResourceDirectories::isInUse(const fs::path& path) {
+    const auto used = getUsedDirectories();
+    return std::ranges::any_of(used, [&](const fs::path& directory) { return holds(path, directory); });
+}
 
 KyURL KyResource::resolve(const KyURL& url) {
     if (!url.isRelative() || url.isEmpty())
         return url;
-    KyURL inCurrent = url.getAbsoluteURL(getCurrentDirectory());
+    KyURL inCurrent = KyResourceDirectories::resolveInCurrent(url);
     const KyURL threadDirectory = getThreadDirectory();
     if (threadDirectory.isEmpty())
         return inCurrent;

@@ -3,8 +3,10 @@
 #include "KyResource.h"
 
 #include "KyLocalPath_p.h"
+#include "KyResourceDirectories_p.h"
 
 #include <fstream>
+#include <utility>
 
 namespace fs = std::filesystem;
 
@@ -25,15 +27,15 @@ bool isRoot(const fs::path& path) {
 fs::path getNamedDirectory(const KyURL& url) {
     if (url.getPath().empty())
         return {};
-    const auto path = KyLocalPath::fromURL(url).lexically_normal();
+    const auto path = KyLocalPath::fromTarget(url).lexically_normal();
     return path.has_filename() || !path.has_relative_path() ? path : path.parent_path();
 }
 
 // Both ends of a copy or a renaming, when there is something to move and room for it.
 struct Transfer {
-    Transfer(const KyURL& fromURL, const KyURL& toURL)
-        : from(KyLocalPath::fromURL(fromURL))
-        , to(KyLocalPath::fromURL(toURL)) {}
+    Transfer(fs::path fromPath, const KyURL& toURL)
+        : from(std::move(fromPath))
+        , to(KyLocalPath::fromTarget(toURL)) {}
 
     [[nodiscard]] bool isPossible() const {
         return !to.empty() && KyLocalPath::exists(from) && !isPlainDirectory(from) && !KyLocalPath::exists(to);
@@ -57,13 +59,13 @@ bool KyResource::existFile(const KyURL& url) {
 
 bool KyResource::createDirectory(const KyURL& url) {
     std::error_code error;
-    const auto path = KyLocalPath::fromURL(url);
+    const auto path = KyLocalPath::fromTarget(url);
     return !path.empty() && fs::create_directory(path, error) && !error;
 }
 
 bool KyResource::createDirectoryHierarchy(const KyURL& url) {
     std::error_code error;
-    const auto path = KyLocalPath::fromURL(url);
+    const auto path = KyLocalPath::fromTarget(url);
     if (path.empty())
         return false;
     fs::create_directories(path, error);
@@ -72,7 +74,7 @@ bool KyResource::createDirectoryHierarchy(const KyURL& url) {
 
 bool KyResource::deleteDirectory(const KyURL& url) {
     const auto path = getNamedDirectory(url);
-    if (path.empty() || !isPlainDirectory(path) || isRoot(path))
+    if (path.empty() || !isPlainDirectory(path) || isRoot(path) || KyResourceDirectories::isInUse(path))
         return false;
     std::error_code error;
     fs::remove_all(path, error);
@@ -80,20 +82,20 @@ bool KyResource::deleteDirectory(const KyURL& url) {
 }
 
 bool KyResource::createFile(const KyURL& url) {
-    const auto path = KyLocalPath::fromURL(url);
+    const auto path = KyLocalPath::fromTarget(url);
     if (path.empty() || KyLocalPath::exists(path))
         return false;
     return std::filebuf().open(path, std::ios_base::out | std::ios_base::binary) != nullptr;
 }
 
 bool KyResource::copyFile(const KyURL& from, const KyURL& to) {
-    const Transfer transfer(from, to);
+    const Transfer transfer(KyLocalPath::fromURL(from), to);
     std::error_code error;
     return transfer.isPossible() && fs::copy_file(transfer.from, transfer.to, error) && !error;
 }
 
 bool KyResource::renameFile(const KyURL& from, const KyURL& to) {
-    const Transfer transfer(from, to);
+    const Transfer transfer(KyLocalPath::fromTarget(from), to);
     if (!transfer.isPossible())
         return false;
     std::error_code error;
@@ -102,7 +104,7 @@ bool KyResource::renameFile(const KyURL& from, const KyURL& to) {
 }
 
 bool KyResource::deleteFile(const KyURL& url) {
-    const auto path = KyLocalPath::fromURL(url);
+    const auto path = KyLocalPath::fromTarget(url);
     if (path.empty() || isPlainDirectory(path))
         return false;
     std::error_code error;
