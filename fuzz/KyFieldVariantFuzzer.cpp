@@ -136,10 +136,11 @@ void note(const std::string&) {
     gHasReport = true;
 }
 
-/// Nothing is lost in silence, half characters included.
+/// Nothing is lost in silence, half characters included; but a byte-order mark in front is one to the reader.
 void crossUnits(const std::string& bytes, int charSet) {
     QString text(static_cast<int>(bytes.size() / 2), Qt::Uninitialized);
     std::memcpy(text.data(), bytes.data(), bytes.size() / 2 * 2);
+    text.prepend('x');
     gHasReport = false;
     require(KyApplication::toQString(KyApplication::toKyString(text, charSet), charSet) == text || gHasReport);
 }

@@ -107,18 +107,33 @@ std::string encodeUTF32(const QString& text, int charSet) {
     return bytes;
 }
 
+/// With "?" for what is half a character.
+QString replaceHalves(const QString& text) {
+    QString whole = text;
+    QChar* const characters = whole.data();
+    for (int i = 0; i < whole.size(); ++i) {
+        if (!characters[i].isSurrogate())
+            continue;
+        // The text ends with a zero, which is no half.
+        if (characters[i].isHighSurrogate() && characters[i + 1].isLowSurrogate())
+            ++i;
+        else
+            characters[i] = QLatin1Char('?');
+    }
+    return whole;
+}
+
 std::string encodeByCodec(const QString& text, int charSet) {
     const QTextCodec* codec = findCodec(charSet);
     if (!codec)
         return {};
     // With a header, every UTF text would begin with a byte-order mark.
     QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
-    // Codecs keep half a character at the end back for its other half, most of them in silence.
-    const bool endsInHalf = !text.isEmpty() && text.back().isHighSurrogate() && !isUTF16(charSet);
-    QByteArray bytes = codec->fromUnicode(text.constData(), text.size() - (endsInHalf ? 1 : 0), &state);
-    if (endsInHalf)
-        bytes += codec->fromUnicode(QStringLiteral("?"));
-    if (state.invalidChars != 0 || endsInHalf)
+    // Codecs lose some half characters in silence.
+    const bool isWhole = isUTF16(charSet) || text.isValidUtf16();
+    const QString whole = isWhole ? text : replaceHalves(text);
+    const QByteArray bytes = codec->fromUnicode(whole.constData(), whole.size(), &state);
+    if (!isWhole || state.invalidChars != 0)
         reportLostCharacters(charSet);
     return KyApplication::toKyString(bytes);
 }

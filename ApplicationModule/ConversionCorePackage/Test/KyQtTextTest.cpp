@@ -72,6 +72,7 @@ TEST_F(KyQtTextTest, CharactersThatTheSetLacksAreReplacedAndReportedOnce) {
         {2252, mixed, "\xe9\x80?"},
         {106, QString("a") + half + "b", "a?b"},
         {106, QString("a") + half, "a?"},
+        {106, QString("a") + QChar(0xDC00), "a?"},
         {111, QString("a") + half, "a?"},
         {2252, QString("a") + half, "a?"},
         {1018, half, std::string("\0\0\xff\xfd", 4)},
