@@ -19,6 +19,7 @@ corner.x = -corner.x
 print("components are read and written:", corner, corner.x, Vec2i(corner):isNull())
 local ok, message = pcall(function() return a + 1 end)
 print("what does not fit is an error:", ok, (message:gsub("\n.*", "")))
+print("a value joins a text: " .. a)
 
 title("Rays, way points, intersections")
 local ray = Ray(Vec3(0, 0, 5), Vec3(0, 0, -1))
@@ -95,7 +96,41 @@ print("contains its centre:", volume:contains(volume:getCenter()), "a point outs
 local box = Box(Vec3(1, 0, 0), quarter, Vec3(2, 2, 2))
 print("a turned box:", box:getCenter(), "its volume:", ("%.3f"):format(box:getVolume()), "axis", Box.eZ)
 local ground = Plane(Vec3(0, 1, 0), 0)
+print("where a ray meets it:", ground:intersectsRay(Ray(Vec3(1, 5, 1), Vec3(0, -1, 0))))
 print("height above the ground:", ground:getDistanceTo(Vec3(3, 2, 1)), "its foot:", ground:projectPoint(Vec3(3, 2, 1)))
+
+title("The other element types")
+-- Every class in its variants: made from the same numbers, each keeps what its element type can hold.
+local function variants(text, letters, make)
+    for letter in letters:gmatch(".") do
+        local function class(name) return _G[name .. letter] end
+        print(text .. letter .. ":", make(class("Vec3"), class("Vec2"), class))
+    end
+end
+variants("Vec2", "idf", function(_, Vec) return Vec(1.5, 2.5) + Vec(1, 1) end)
+variants("Vec3", "idf", function(Vec) return Vec(1.5, 0.1, 2) * 2, Vec(3, 4, 0):length() end)
+variants("Ray", "df", function(Vec, _, class) return class("Ray")(Vec(0, 0, 5), Vec(0, 0, -1)) end)
+variants("WayPoint", "df", function(Vec, _, class) return class("WayPoint")(Vec(1, 0, 0), 0.1) end)
+variants("IntersectionPoint", "df", function(_, _, class)
+    local point = class("IntersectionPoint")()
+    point.distance = 0.1
+    return point, point.distance
+end)
+variants("Quat", "df", function(Vec, _, class) return class("Quat")(Vec(0, 0, 1), math.pi):rotate(Vec(1, 0, 0)).x end)
+variants("Matrix", "df", function(Vec, _, class)
+    return class("Matrix")(class("Quat")(), Vec(1, 2, 3)) * Vec(1, 1, 1)
+end)
+variants("Plane", "idf", function(Vec, _, class)
+    return class("Plane")(Vec(0, 1, 0), 2.5), class("Plane")(Vec(0, 1, 0), 2.5):intersectsPlane(class("Plane")())
+end)
+variants("Rect", "idf", function(_, _, class)
+    return class("Rect")(0, 0, 2.5, 2.5):getIntersects(class("Rect")(1, 1, 5, 5))
+end)
+variants("Box", "df", function(Vec, _, class) return class("Box")(Vec(0, 0, 0), Vec(2.5, 2, 2)):getSize() end)
+variants("Volume", "idf", function(Vec, _, class)
+    local volume = class("Volume")(Vec(0, 0, 0), Vec(2.5, 2, 2))
+    return volume, volume:getVolume(), volume:getIntersects(class("Volume")())
+end)
 
 title("Types, resources, the system")
 local kind = Type.of(scene)

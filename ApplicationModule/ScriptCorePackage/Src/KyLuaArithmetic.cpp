@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "KyLuaArithmetic_p.h"
 
+#include "KyLuaOperators_p.h"
 #include "KyLuaValueHolder_p.h"
+#include "KyScriptError_p.h"
 
 #include <algorithm>
 #include <iterator>
@@ -24,15 +26,22 @@ struct KnownClasses {
     struct Entry {
         class_rep* luaClass;
         const KyLuaArithmetic* arithmetic;
+        const void* members;
     };
 
     const void* plainMetatable = nullptr;
     const void* owningMetatable = nullptr;
     std::array<Entry, cMaxClasses> entries{};
 
-    const KyLuaArithmetic* find(const class_rep* luaClass) const {
+    /// For the left operand; null also when it has members of its own: one may be the operator.
+    const KyLuaArithmetic* find(lua_State* state, const class_rep* luaClass) const {
         const auto found = std::ranges::find(entries, luaClass, &Entry::luaClass);
-        return found == entries.end() ? nullptr : found->arithmetic;
+        if (found == entries.end())
+            return nullptr;
+        lua_getuservalue(state, 1);
+        const void* members = lua_topointer(state, -1);
+        lua_pop(state, 1);
+        return members == found->members ? found->arithmetic : nullptr;
     }
 };
 
@@ -50,7 +59,7 @@ template <KyLuaArithmetic::Combine KyLuaArithmetic::*Operation>
 bool calculate(lua_State* state, const KnownClasses& known) {
     object_rep* a = toObject(state, 1, known);
     object_rep* b = toObject(state, 2, known);
-    const KyLuaArithmetic* arithmetic = a && b && a->crep() == b->crep() ? known.find(a->crep()) : nullptr;
+    const KyLuaArithmetic* arithmetic = a && b && a->crep() == b->crep() ? known.find(state, a->crep()) : nullptr;
     if (!arithmetic)
         return false;
     const void* first = a->get_instance(arithmetic->id).first;
@@ -66,7 +75,7 @@ bool calculate(lua_State* state, const KnownClasses& known) {
     if (lua_type(state, 2) != LUA_TNUMBER)
         return false;
     object_rep* object = toObject(state, 1, known);
-    const KyLuaArithmetic* arithmetic = object ? known.find(object->crep()) : nullptr;
+    const KyLuaArithmetic* arithmetic = object ? known.find(state, object->crep()) : nullptr;
     const void* value = arithmetic ? object->get_instance(arithmetic->id).first : nullptr;
     if (!value)
         return false;
@@ -134,6 +143,14 @@ const void* makeMetatable(lua_State* state, int known, const void* key, lua_CFun
     return metatable;
 }
 
+/// Whether the class is `wanted` or a class of a script that derives from it.
+bool isOfClass(const class_rep* luaClass, const class_rep* wanted) {
+    if (luaClass == wanted)
+        return true;
+    return luaClass->get_class_type() == class_rep::lua_class &&
+           std::ranges::any_of(luaClass->bases(), [wanted](const class_rep* base) { return isOfClass(base, wanted); });
+}
+
 KnownClasses* findKnownClasses(lua_State* state) {
     lua_rawgetp(state, LUA_REGISTRYINDEX, &gKnownKey);
     auto* known = static_cast<KnownClasses*>(lua_touserdata(state, -1));
@@ -146,6 +163,7 @@ KnownClasses* findKnownClasses(lua_State* state) {
 void kyOpenLuaValues(lua_State* state) {
     if (findKnownClasses(state))
         return;
+    kyOpenLuaOperators(state);
     auto* known = new (lua_newuserdata(state, sizeof(KnownClasses))) KnownClasses();
     const int index = lua_gettop(state);
     known->plainMetatable = makeMetatable(state, index, &gPlainKey, nullptr);
@@ -156,8 +174,12 @@ void kyOpenLuaValues(lua_State* state) {
 void kySetLuaArithmetic(lua_State* state, const KyLuaArithmetic& arithmetic) {
     KnownClasses& known = *findKnownClasses(state);
     const auto free = std::ranges::find(known.entries, nullptr, &KnownClasses::Entry::luaClass);
-    if (free != known.entries.end())
-        *free = {kyFindLuaClass(state, arithmetic.id), &arithmetic};
+    if (free == known.entries.end())
+        return;
+    class_rep* luaClass = kyFindLuaClass(state, arithmetic.id);
+    luaClass->get_table(state);
+    *free = {luaClass, &arithmetic, lua_topointer(state, -1)};
+    lua_pop(state, 1);
 }
 
 void kyLuaPushValueMetatable(lua_State* state, const class_rep& luaClass, bool ownsSomething) {
@@ -166,4 +188,13 @@ void kyLuaPushValueMetatable(lua_State* state, const class_rep& luaClass, bool o
         return;
     lua_pop(state, 1);
     lua_rawgeti(state, LUA_REGISTRYINDEX, luaClass.metatable_ref());
+}
+
+object_rep* kyLuaCheckNewValue(lua_State* state, int index, luabind::detail::class_id id) {
+    object_rep* object = luabind::detail::get_instance(state, index);
+    if (!object || !isOfClass(object->crep(), kyFindLuaClass(state, id)))
+        throw KyScriptError("constructor called without an object");
+    if (object->get_instance(id).first)
+        throw KyScriptError("constructor called twice");
+    return object;
 }

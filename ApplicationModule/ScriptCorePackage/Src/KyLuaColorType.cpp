@@ -22,6 +22,13 @@ void defineNames(luabind::class_<KyColor>& colorClass) {
                  value("eTeal", KyColor::eTeal), value("eWhite", KyColor::eWhite), value("eYellow", KyColor::eYellow))];
 }
 
+KyColor readColor(const std::string& htmlText) {
+    KyColor color;
+    if (!KyColor::fromHtml(htmlText, color))
+        throw KyScriptError('"' + htmlText + "\" is no html colour");
+    return color;
+}
+
 void defineConstructors(luabind::class_<KyColor>& colorClass) {
     colorClass
         .def("__init", kyLuaConstructor(+[](double red, double green, double blue) {
@@ -33,7 +40,7 @@ void defineConstructors(luabind::class_<KyColor>& colorClass) {
         .def("__init", kyLuaConstructor(+[](double name) {
                  return KyColor(kyCheckLuaEnum<KyColor::Name>(name, KyColor::eNbNames, "colour"));
              }))
-        .def("__init", kyLuaConstructor(+[](const std::string& htmlText) { return KyColor(htmlText); }));
+        .def("__init", kyLuaConstructor(&readColor));
 }
 
 void defineOperators(luabind::class_<KyColor>& colorClass) {

@@ -75,6 +75,12 @@ private:
 template <>
 struct default_converter<const LuaPlace&> : default_converter<LuaPlace> {};
 
+/// Candidates in errors show what scripts may give.
+template <>
+struct detail::type_to_string<const LuaPlace&> {
+    static void get(lua_State* state) { lua_pushliteral(state, "text or URL"); }
+};
+
 } // namespace luabind
 
 luabind::scope kyMakeLuaResourceScope() {

@@ -77,16 +77,21 @@ auto kyLuaConstructor(T (*make)(Arguments...)) {
         KyLuaDetail::ValueConstructor<T, Arguments...>{make});
 }
 
-/// The three comparisons of every value class: equal within the class, unequal to objects of all others.
+/// The three comparisons of every value class: `areEqual` within the class, unequal to objects of all others.
 template <class T, class... Options>
-void kyDefineLuaEquality(luabind::class_<T, Options...>& valueClass) {
+void kyDefineLuaEquality(luabind::class_<T, Options...>& valueClass, bool (*areEqual)(const T&, const T&)) {
     using luabind::argument;
-    valueClass.def(
-        "__eq", +[](const T& a, const T& b) { return a == b; });
+    valueClass.def("__eq", areEqual);
     valueClass.def(
         "__eq", +[](const T&, const argument&) { return false; });
     valueClass.def(
         "__eq", +[](const argument&, const T&) { return false; });
+}
+
+template <class T, class... Options>
+void kyDefineLuaEquality(luabind::class_<T, Options...>& valueClass) {
+    kyDefineLuaEquality(
+        valueClass, +[](const T& a, const T& b) { return a == b; });
 }
 
 template <class T, class... Options>
@@ -115,7 +120,11 @@ inline int kyCheckLuaIndex(double number, int count, const char* what = "index")
     if (number >= 0 && number < count && number == std::trunc(number))
         return static_cast<int>(number);
     std::ostringstream text;
-    text << what << " out of range, " << number << " given, valid is [0," << count - 1 << ']';
+    text << what << " out of range, " << number << " given, ";
+    if (count > 0)
+        text << "valid is [0," << count - 1 << ']';
+    else
+        text << "it is empty";
     throw KyScriptError(text.str());
 }
 

@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <new>
+#include <optional>
 #include <stdexcept>
 #include <type_traits>
 #include <utility>
@@ -120,6 +121,10 @@ void kyLuaPushValueObject(lua_State* state, const T& value) {
     kyLuaPushValueObject(state, *luaClass, value);
 }
 
+/// The object at the index when it waits for a value of the class: its own class is that class, or derives from it in a
+/// script, and it holds nothing. Throws for all else.
+luabind::detail::object_rep* kyLuaCheckNewValue(lua_State* state, int index, luabind::detail::class_id id);
+
 /// Gives an object that is being constructed its value; throws when it is no such object.
 template <class T>
 void kyLuaInitValue(const luabind::argument& self, T value) {
@@ -127,11 +132,7 @@ void kyLuaInitValue(const luabind::argument& self, T value) {
     lua_State* state = self.interpreter();
     self.push(state);
     const luabind::detail::stack_pop pop(state, 1);
-    auto* object = luabind::detail::get_instance(state, -1);
-    if (!object)
-        throw KyScriptError("constructor called without an object");
-    if (object->get_instance(luabind::detail::registered_class<T>::id).first)
-        throw KyScriptError("constructor called twice");
+    auto* object = kyLuaCheckNewValue(state, lua_gettop(state), luabind::detail::registered_class<T>::id);
     using Holder = KyLuaValueHolder<T>;
     auto* storage = static_cast<std::byte*>(object->allocate(sizeof(Holder) + sizeof(T)));
     if (!storage)
@@ -153,5 +154,20 @@ struct default_converter<T, std::enable_if_t<cIsLuaValue<T>>> : detail::value_co
 
     void apply(lua_State* state, const T& value) { kyLuaPushValueObject(state, value); }
 };
+
+/// A result that may be missing: nil then.
+template <class T>
+struct default_converter<std::optional<T>> : detail::value_converter {
+    using type = default_converter;
+    using detail::value_converter::apply;
+
+    void apply(lua_State* state, const std::optional<T>& value) {
+        value ? kyLuaPushValueObject(state, *value) : lua_pushnil(state);
+    }
+};
+
+/// Candidates in errors show the class alone.
+template <class T>
+struct detail::type_to_string<std::optional<T>> : detail::type_to_string<T> {};
 
 } // namespace luabind

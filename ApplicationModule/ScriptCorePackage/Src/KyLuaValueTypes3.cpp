@@ -40,8 +40,16 @@ double getCurrentUS() {
     return static_cast<double>(KyTimer::getCurrentUS());
 }
 
+/// Whether both have the same elapsed time now, as exactly as the clock can be read twice.
+bool showSameTime(const KyTimer& a, const KyTimer& b) {
+    const auto before = a.getPreciseElapsedTime();
+    const auto time = b.getPreciseElapsedTime();
+    return before <= time && time <= a.getPreciseElapsedTime();
+}
+
 scope makeTimer() {
     class_<KyTimer> timerClass("Timer");
+    kyDefineLuaEquality(timerClass, &showSameTime);
     timerClass.def("__init", kyLuaConstructor(+[] { return KyTimer(); }))
         .def("start", &KyTimer::start)
         .def("pause", &KyTimer::pause)
@@ -77,7 +85,11 @@ scope makeDate() {
                           double day) { return date.setYMD(toInt(year), toInt(month), toInt(day)); })
         .def("getYear", &KyDate::getYear)
         .def("getMonth", &KyDate::getMonth)
-        .def("getDay", &KyDate::getDay);
+        .def("getDay", &KyDate::getDay)
+        .def(
+            "__lt", +[](const KyDate& a, const KyDate& b) { return a < b; })
+        .def(
+            "__le", +[](const KyDate& a, const KyDate& b) { return a <= b; });
 }
 
 scope makeTime() {
@@ -92,7 +104,11 @@ scope makeTime() {
         .def("setToNow", &KyTime::setToNow)
         .def("toString", &KyTime::toString)
         .def(
-            "__sub", +[](const KyTime& a, const KyTime& b) { return a - b; });
+            "__sub", +[](const KyTime& a, const KyTime& b) { return a - b; })
+        .def(
+            "__lt", +[](const KyTime& a, const KyTime& b) { return a < b; })
+        .def(
+            "__le", +[](const KyTime& a, const KyTime& b) { return a <= b; });
 }
 
 scope makeDateTime() {

@@ -9,6 +9,8 @@
 #include "KyRect.h"
 #include "KyVolume.h"
 
+#include <optional>
+
 namespace {
 
 char gGroupKey = 0;
@@ -59,6 +61,12 @@ void defineRelations(class_<Bound>& boundClass) {
         .def("intersects", &Bound::intersects)
         .def("getIntersects", &Bound::getIntersects)
         .def(
+            "getIntersects",
+            +[](const Bound& bound, const Bound& other) {
+                Bound common;
+                return bound.getIntersects(other, common) ? std::optional(common) : std::nullopt;
+            })
+        .def(
             "contains", +[](const Bound& bound, const Point& point) { return bound.contains(point); });
 }
 
@@ -89,6 +97,7 @@ template <class T>
 scope makePlane(const char* name) {
     using Plane = KyPlane<T>;
     using Vec = KyVec3<T>;
+    using Real = typename Plane::Real;
     class_<Plane> planeClass(name);
     kyDefineLuaValue(planeClass);
     kyDefineLuaNumber<&Plane::distance>(planeClass, "distance");
@@ -101,7 +110,18 @@ scope makePlane(const char* name) {
         .def("getDistanceTo", &Plane::getDistanceTo)
         .def("projectPoint", &Plane::projectPoint)
         .def("intersectsRay", &Plane::intersectsRay)
-        .def("intersectsPlane", &Plane::intersectsPlane);
+        .def(
+            "intersectsRay",
+            +[](const Plane& plane, const KyRay<Real>& ray) {
+                KyVec3<Real> point;
+                return plane.intersectsRay(ray, point) ? std::optional(point) : std::nullopt;
+            })
+        .def("intersectsPlane", &Plane::intersectsPlane)
+        .def(
+            "intersectsPlane", +[](const Plane& plane, const Plane& other) {
+                KyRay<Real> line;
+                return plane.intersectsPlane(other, line) ? std::optional(line) : std::nullopt;
+            });
 }
 
 template <class T>

@@ -20,6 +20,6 @@ void kyBindColorType(lua_State* state);
 bool kyMarkLuaGroup(lua_State* state, const void* key);
 /// Makes the global `alias` mean what the global `name` means now.
 void kySetLuaAlias(lua_State* state, const char* alias, const char* name);
-/// Lets scripts call the constructors of all luabind classes by name, as classes that derive from them in Lua must. To
-/// be called at the end of a group.
+/// Completes all luabind classes: scripts may call the constructors by name, as classes that derive from them in Lua
+/// must; classes without constructor say so; errors about properties name them. To be called at the end of a group.
 void kyCompleteLuaClasses(lua_State* state);

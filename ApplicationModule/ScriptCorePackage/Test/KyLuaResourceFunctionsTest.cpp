@@ -159,6 +159,7 @@ TEST_F(KyLuaResourceFunctionsTest, OtherValuesAreNoPlaces) {
         EXPECT_TRUE(eval(std::string("Resource.copyFile(") + places + ")").starts_with("error: ")) << places;
         EXPECT_TRUE(eval(std::string("Resource.renameFile(") + places + ")").starts_with("error: ")) << places;
     }
+    EXPECT_NE(eval("Resource.existFile(1)").find("bool existFile(text or URL)"), std::string::npos);
     EXPECT_FALSE(exists("5"));
 }
 

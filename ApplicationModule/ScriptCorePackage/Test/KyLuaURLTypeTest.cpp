@@ -119,13 +119,13 @@ TEST_F(KyLuaColorTypeTest, IsMadeFromNumbersNamesAndText) {
                  {"Color(Color.eYellow):getHtmlName()", "#ffff00"},
                  {"Color('#102030'):getHtmlName()", "#102030"},
                  {"Color('lime') == Color(Color.eLime)", "true"},
-                 {"Color('no colour')", "0 0 0 1"},
                  {"Color(Color(0.5, 0, 0))", "0.5 0 0 1"},
                  {"Color.eAqua .. ' ' .. Color.eYellow", "0 16"}});
     expectErrors({{"return Color(17)", "colour out of range, 17 given, valid is [0,16]"},
                   {"return Color(-1)", "colour out of range"},
                   {"return Color(0/0)", "colour out of range"},
                   {"return Color(0.5)", "colour out of range"},
+                  {"return Color('nonsense')", "\"nonsense\" is no html colour"},
                   {"return Color(1, 2)", "No matching overload found"},
                   {"return Color(true)", "No matching overload found"}});
 }

@@ -68,7 +68,7 @@ TEST_F(KyLuaVectorTypesTest, ComponentsAreReadAndWritten) {
     EXPECT_EQ(eval("v"), "7 3 2");
     EXPECT_EQ(run("w = Vec2i(1, 2) w.x = 1e99 w.y = 0/0"), "");
     EXPECT_EQ(eval("w"), "2147483647 0");
-    expectErrors({{"v.x = 'a'", "No matching overload found"}, {"v.x = nil", "No matching overload found"}});
+    expectErrors({{"v.x = 'a'", "property 'x'(Vec3d&"}, {"v.x = nil", "No matching overload found"}});
 }
 
 TEST_F(KyLuaVectorTypesTest, ClassesCompareEqualWithinThemselvesOnly) {
@@ -107,9 +107,37 @@ TEST_F(KyLuaVectorTypesTest, WrongArgumentsAreErrorsThatNameTheCandidates) {
                   {"return Vec3().dot({}, Vec3())", "No matching overload found"}});
 }
 
+TEST_F(KyLuaVectorTypesTest, OperatorsWhoseLeftSideIsNoValueAreErrorsToo) {
+    expectErrors({{"return 2 * Plane()", "class Planed: no __mul operator defined."},
+                  {"return -1 * Date()", "class Date: no __mul operator defined."},
+                  {"return {} + Plane()", "class Planed: no __add operator defined."},
+                  {"return nil - URL()", "class URL: no __sub operator defined."},
+                  {"return 2 ^ Vec3()", "class Vec3d: no __pow operator defined."},
+                  {"return 2 % Vec3()", "class Vec3d: no __mod operator defined."},
+                  {"return 2 / Type.find('KyObject')", "const class Type: no __div operator defined."},
+                  {"return createKyObject('LuaTestCounted') + Plane()", "class Planed: no __add operator defined."},
+                  {"return {} .. URL()", "class URL: no __concat operator defined."},
+                  {"return 'a' .. Timer()", "class Timer: no __concat operator defined."},
+                  {"return Vec3() .. nil", "class Vec3d: no __concat operator defined."}});
+}
+
+TEST_F(KyLuaVectorTypesTest, ValuesJoinTexts) {
+    expectTexts({{"'at ' .. Vec3(1, 2, 3) .. ' of ' .. URL('a') .. 5", "at 1 2 3 of a5"},
+                 {"Vec3(1, 2, 3) .. Date(2024, 2, 29)", "1 2 32024-02-29"},
+                 {"4 .. Vec2(1, 2)", "41 2"},
+                 {"'type ' .. Type.find('KyObject')", "type KyObject"}});
+}
+
+TEST_F(KyLuaVectorTypesTest, AnOperatorOfTheObjectItselfGoesFirst) {
+    EXPECT_EQ(run("v = Vec3(1, 2, 3) + Vec3() v.__add = function() return 'own' end v.__div = v.__add"), "");
+    expectTexts({{"v + Vec3()", "own"}, {"v / 2", "own"}, {"Vec3() + v", "1 2 3"}, {"v - Vec3()", "1 2 3"}});
+}
+
 TEST_F(KyLuaVectorTypesTest, ConstructorsRefuseWhatTheyDidNotMake) {
     expectErrors({{"Vec3.__init({}, 1, 2, 3)", "constructor called without an object"},
                   {"Vec3.__init(io.stdout, 1, 2, 3)", "constructor called without an object"},
+                  {"Vec3.__init(Color(1, 0, 0), 1, 2, 3)", "constructor called without an object"},
+                  {"class 'Tint' (Color) function Tint:__init() Vec3.__init(self) end Tint()", "without an object"},
                   {"local v = Vec3(1, 2, 3) v:__init(4, 5, 6)", "constructor called twice"},
                   {"local v = Vec3(1, 2, 3) + Vec3() v:__init()", "constructor called twice"}});
 }
@@ -161,7 +189,7 @@ TEST_F(KyLuaVectorTypesTest, EasingHasItsKindsInOrderAndRefusesOthers) {
                   {"Easing.compute(0/0, 0.5)", "easing out of range"},
                   {"Easing.compute(4294967296, 0.5)", "easing out of range"},
                   {"Easing.compute('0', 0.5)", "No matching overload found"},
-                  {"Easing()", "nil value"}});
+                  {"Easing()", "Easing cannot be constructed"}});
 }
 
 TEST_F(KyLuaVectorTypesTest, IntVectorsCheckTheirIndices) {
@@ -173,6 +201,7 @@ TEST_F(KyLuaVectorTypesTest, IntVectorsCheckTheirIndices) {
                  {"IntVector({}):size()", "0"},
                  {"IntVector(v) == v", "true"}});
     expectErrors({{"v:get(4)", "index out of range, 4 given, valid is [0,3]"},
+                  {"IntVector():get(0)", "index out of range, 0 given, it is empty"},
                   {"v:get(-1)", "index out of range"},
                   {"v:set(4, 1)", "index out of range"},
                   {"v:set(0.5, 1)", "index out of range"},
