@@ -10,6 +10,7 @@
 #include <cerrno>
 #include <memory>
 #include <string_view>
+#include <tuple>
 
 namespace {
 
@@ -66,6 +67,15 @@ Stream openStream(int directory) {
     return stream;
 }
 
+bool isSame(const struct stat& a, const struct stat& b) {
+    return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
+}
+
+bool isLink(int directory, const char* name) {
+    struct stat entry = {};
+    return ::fstatat(directory, name, &entry, AT_SYMLINK_NOFOLLOW) == 0 && S_ISLNK(entry.st_mode);
+}
+
 } // namespace
 
 bool KyFileHandle::close() {
@@ -81,7 +91,6 @@ KyDirectory KyDirectory::openBelow(const Name& name) const {
     if (mDepth >= cMaxDepth)
         return below;
     below.mHandle = KyFileHandle(::openat(toDescriptor(mHandle.get()), name.c_str(), cDirectoryFlags | O_NOFOLLOW));
-    below.mPath = mPath / name;
     below.mDepth = mDepth + 1;
     return below;
 }
@@ -104,6 +113,22 @@ bool KyDirectory::list(std::vector<Entry>& entries) const {
     return errno == 0;
 }
 
+bool KyDirectory::isSameFile(const KyDirectory& a, const Name& nameA, const KyDirectory& b, const Name& nameB) {
+    const int directoryA = toDescriptor(a.mHandle.get());
+    const int directoryB = toDescriptor(b.mHandle.get());
+    struct stat first = {};
+    struct stat second = {};
+    if (::fstatat(directoryA, nameA.c_str(), &first, 0) != 0)
+        return true;
+    if (::fstatat(directoryB, nameB.c_str(), &second, 0) != 0 || !isSame(first, second))
+        return false;
+    // Which of the names a link leads to would be hard to tell.
+    if (first.st_nlink == 1 || isLink(directoryA, nameA.c_str()) || isLink(directoryB, nameB.c_str()))
+        return true;
+    return nameA == nameB && ::fstat(directoryA, &first) == 0 && ::fstat(directoryB, &second) == 0 &&
+           isSame(first, second);
+}
+
 bool KyDirectory::createDirectory(const Name& name) {
     return ::mkdirat(toDescriptor(mHandle.get()), name.c_str(), 0777) == 0;
 }
@@ -114,6 +139,15 @@ bool KyDirectory::removeFile(const Name& name) {
 
 bool KyDirectory::removeDirectory(const Name& name) {
     return ::unlinkat(toDescriptor(mHandle.get()), name.c_str(), AT_REMOVEDIR) == 0;
+}
+
+void KyDirectory::takePermissions(const KyDirectory& model, Stage stage) {
+    struct stat directory = {};
+    if (::fstat(toDescriptor(model.mHandle.get()), &directory) != 0)
+        return;
+    const mode_t permissions = (directory.st_mode & 0777) | (stage == Stage::eFilling ? S_IRWXU : 0);
+    // File systems without permissions refuse.
+    std::ignore = ::fchmodat(toDescriptor(mHandle.get()), ".", permissions, 0);
 }
 
 void KyDirectory::suspend() {

@@ -24,23 +24,24 @@ KyFileHandle openDirectory(const std::filesystem::path& path, DWORD flags) {
     return KyFileHandle(reinterpret_cast<std::intptr_t>(handle));
 }
 
-bool isPlainDirectory(const KyFileHandle& directory) {
-    BY_HANDLE_FILE_INFORMATION information = {};
-    if (!::GetFileInformationByHandle(reinterpret_cast<HANDLE>(directory.get()), &information))
-        return false;
-    constexpr DWORD cMask = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT;
-    return (information.dwFileAttributes & cMask) == FILE_ATTRIBUTE_DIRECTORY;
+// Other reparse points, of backup and cloud programs, are files and directories like any.
+bool isLink(DWORD attributes, DWORD tag) {
+    return (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 &&
+           (tag == IO_REPARSE_TAG_SYMLINK || tag == IO_REPARSE_TAG_MOUNT_POINT);
 }
 
-// Other reparse points, of backup and cloud programs, are files and directories like any.
-bool isLink(const WIN32_FIND_DATAW& data) {
-    return (data.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 &&
-           (data.dwReserved0 == IO_REPARSE_TAG_SYMLINK || data.dwReserved0 == IO_REPARSE_TAG_MOUNT_POINT);
+bool isPlainDirectory(const KyFileHandle& directory) {
+    FILE_ATTRIBUTE_TAG_INFO information = {};
+    if (!::GetFileInformationByHandleEx(reinterpret_cast<HANDLE>(directory.get()), FileAttributeTagInfo, &information,
+                                        sizeof information))
+        return false;
+    return (information.FileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0 &&
+           !isLink(information.FileAttributes, information.ReparseTag);
 }
 
 Kind getEntryKind(const std::filesystem::path& path, const WIN32_FIND_DATAW& data) {
     const bool isDirectory = (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-    if (!isLink(data))
+    if (!isLink(data.dwFileAttributes, data.dwReserved0))
         return isDirectory ? Kind::eDirectory : Kind::eFile;
     if (isDirectory)
         return Kind::eDirectoryLink;
@@ -103,6 +104,17 @@ bool KyDirectory::list(std::vector<Entry>& entries) const {
     return ::GetLastError() == ERROR_NO_MORE_FILES;
 }
 
+bool KyDirectory::isSameFile(const KyDirectory& a, const Name& nameA, const KyDirectory& b, const Name& nameB) {
+    const std::filesystem::path first = a.mPath / nameA;
+    const std::filesystem::path second = b.mPath / nameB;
+    std::error_code error;
+    if (!std::filesystem::equivalent(first, second, error))
+        return static_cast<bool>(error) && std::filesystem::exists(second, error);
+    if (std::filesystem::hard_link_count(first, error) == 1)
+        return true;
+    return std::filesystem::canonical(first, error) == std::filesystem::canonical(second, error);
+}
+
 bool KyDirectory::createDirectory(const Name& name) {
     return ::CreateDirectoryW((mPath / name).c_str(), nullptr) != 0;
 }
@@ -116,6 +128,9 @@ bool KyDirectory::removeFile(const Name& name) {
 bool KyDirectory::removeDirectory(const Name& name) {
     return ::RemoveDirectoryW((mPath / name).c_str()) != 0;
 }
+
+// New directories inherit theirs from the directory they are in.
+void KyDirectory::takePermissions(const KyDirectory&, Stage) {}
 
 // Handles are plenty, and keep the directories in their places.
 

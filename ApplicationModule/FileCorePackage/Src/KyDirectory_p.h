@@ -41,7 +41,7 @@ public:
     explicit KyDirectory(const std::filesystem::path& path);
 
     bool isOpened() const { return mHandle.isOpened(); }
-    /// Where it was when it was opened.
+    /// Where it was when it was opened. Not known below the first directory on Linux, where nothing needs it.
     const std::filesystem::path& getPath() const { return mPath; }
     std::intptr_t getHandle() const { return mHandle.get(); }
 
@@ -49,10 +49,17 @@ public:
     /// Without "." and "..". False when it could not be read to its end.
     bool list(std::vector<Entry>& entries) const;
 
+    /// Whether two names lead to the same file, so that replacing one would be replacing a file by itself. Two hard
+    /// links are two files: taking one name away leaves the content.
+    static bool isSameFile(const KyDirectory& a, const Name& nameA, const KyDirectory& b, const Name& nameB);
+
     bool createDirectory(const Name& name);
     /// Files and links; of links the link itself.
     bool removeFile(const Name& name);
     bool removeDirectory(const Name& name);
+    enum class Stage { eFilling, eFilled };
+    /// Makes this directory accessible to those who can access the model; while it is filled to its owner anyhow.
+    void takePermissions(const KyDirectory& model, Stage stage);
 
     /// Calls the function with the directory of that name, and returns its result. False when it is a link or can not
     /// be opened, and when this directory is no longer above it afterwards.

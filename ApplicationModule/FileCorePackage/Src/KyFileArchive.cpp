@@ -3,6 +3,7 @@
 #include "KyFileUtilities.h"
 
 #include "KyArchiveTool_p.h"
+#include "KyFilePath_p.h"
 #include "KyToolProcess_p.h"
 
 #include "KyTracker.h"
@@ -16,7 +17,7 @@ namespace {
 constexpr int cInterval = 50;
 
 // Nobody knows how far the tool is; the steps are so many only for the listener to be called.
-void waitForTool(QProcess& tool, KyTracker& tracker) {
+void waitForTool(KyToolProcess& tool, KyTracker& tracker) {
     tracker.beginSubTask();
     tracker.setNbSteps(std::numeric_limits<unsigned>::max());
     while (!tracker.isCanceled() && !tool.waitForFinished(cInterval) && tool.state() != QProcess::NotRunning)
@@ -24,8 +25,13 @@ void waitForTool(QProcess& tool, KyTracker& tracker) {
     tracker.endSubTask();
     if (tool.state() == QProcess::NotRunning)
         return;
-    tool.kill();
+    tool.killAll();
     tool.waitForFinished(-1);
+}
+
+// The tool expands wildcards in what it is given, and would take other archives or another directory.
+bool isTakenLiterally(const QString& path) {
+    return KyFilePath::isExact(path) && !path.contains('*') && !path.contains('?');
 }
 
 bool runTool(const QString& program, const QStringList& arguments, KyTracker& tracker) {
@@ -43,9 +49,10 @@ int KyApplication::extract7z(const QFileInfo& archive, KyTracker* tracker) {
     KyTracker none;
     KyTracker& progress = tracker ? *tracker : none;
     const QString program = KyArchiveTool::find();
-    if (program.isEmpty() || !archive.isFile() || progress.isCanceled())
-        return eArchiveToolFailed;
     const QString path = archive.absoluteFilePath();
+    // What the caller's information has stored may be old.
+    if (program.isEmpty() || !isTakenLiterally(path) || !QFileInfo(path).isFile() || progress.isCanceled())
+        return eArchiveToolFailed;
     const QStringList arguments = {"x", "-o" + archive.absolutePath(), "-y", path};
     progress.setNbSteps(1);
     if (!runTool(program, arguments, progress))

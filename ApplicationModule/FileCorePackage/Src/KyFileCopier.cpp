@@ -29,21 +29,13 @@ bool isCopied(const KyDirectory::Entry& entry) {
     return !entry.isHidden && entry.name.front() != '.' && entry.name.front() != '_';
 }
 
-// Two hard links are two files: taking one name away leaves the content.
-bool isSameFile(const std::filesystem::path& a, const std::filesystem::path& b) {
-    std::error_code error;
-    if (!std::filesystem::equivalent(a, b, error))
-        return static_cast<bool>(error) && std::filesystem::exists(b, error);
-    if (std::filesystem::hard_link_count(a, error) == 1)
-        return true;
-    return std::filesystem::canonical(a, error) == std::filesystem::canonical(b, error);
+bool isReplaceable(Kind kind) {
+    return kind == Kind::eFile || kind == Kind::eFileLink || kind == Kind::eOtherLink;
 }
 
-bool isReplaceable(const KyDirectory& directory, const KyDirectory::Name& name, const std::filesystem::path& source) {
-    const Kind kind = directory.getKind(name);
-    if (kind != Kind::eFile && kind != Kind::eFileLink && kind != Kind::eOtherLink)
-        return false;
-    return source.empty() || !isSameFile(source, directory.getPath() / name);
+// What is no file of the system is none that could be replaced.
+bool isAnyFile() {
+    return true;
 }
 
 bool writeAll(QFile& source, KyNewFile& target, const KyTracker& tracker) {
@@ -64,15 +56,13 @@ KyFileCopier::KyFileCopier(bool overwrites, KyTracker& tracker)
     , mTracker(tracker) {}
 
 bool KyFileCopier::make(const KyDirectory& to, const KyDirectory::Name& newName, const KySourceFile* model,
-                        const std::filesystem::path& source, const Writer& write) {
-    // Mostly nothing is there, and finding out would cost as much as trying.
-    KyNewFile target(to, newName, KyNewFile::Mode::eNew, model);
-    if (target.isOpened())
-        return write(target) && target.commit();
-    if (!mOverwrites || !isReplaceable(to, newName, source))
+                        const Check& isOther, const Writer& write) {
+    const Kind kind = to.getKind(newName);
+    const bool isNew = kind == Kind::eMissing;
+    if (!isNew && (!mOverwrites || !isReplaceable(kind) || !isOther()))
         return false;
-    KyNewFile replacement(to, newName, KyNewFile::Mode::eReplace, model);
-    return replacement.isOpened() && write(replacement) && replacement.commit();
+    KyNewFile target(to, newName, isNew ? KyNewFile::Mode::eNew : KyNewFile::Mode::eReplace, model);
+    return target.isOpened() && write(target) && target.commit();
 }
 
 bool KyFileCopier::copyFile(const KyDirectory& from, const KyDirectory::Name& name, const KyDirectory& to,
@@ -89,15 +79,25 @@ bool KyFileCopier::copyFile(const KyDirectory& from, const KyDirectory::Name& na
             mTracker.step();
         return !mTracker.isCanceled();
     };
-    return make(to, newName, &source, from.getPath() / name,
-                [&](KyNewFile& target) { return target.write(source, progress); });
+    return make(
+        to, newName, &source, [&] { return !KyDirectory::isSameFile(from, name, to, newName); },
+        [&](KyNewFile& target) { return target.write(source, progress); });
 }
 
 bool KyFileCopier::writeFile(std::string_view bytes, const KyDirectory& to, const KyDirectory::Name& newName) {
-    return make(to, newName, nullptr, {}, [&](KyNewFile& target) { return target.write(bytes); });
+    return make(to, newName, nullptr, &isAnyFile, [&](KyNewFile& target) { return target.write(bytes); });
 }
 
-bool KyFileCopier::copyTree(KyDirectory& from, KyDirectory& to) {
+bool KyFileCopier::copyTree(KyDirectory& from, KyDirectory& to, bool isNew) {
+    if (!isNew)
+        return copyEntries(from, to);
+    to.takePermissions(from, KyDirectory::Stage::eFilling);
+    const bool isComplete = copyEntries(from, to);
+    to.takePermissions(from, KyDirectory::Stage::eFilled);
+    return isComplete;
+}
+
+bool KyFileCopier::copyEntries(KyDirectory& from, KyDirectory& to) {
     std::vector<KyDirectory::Entry> entries;
     bool isComplete = from.list(entries);
     std::erase_if(entries, [](const KyDirectory::Entry& entry) { return !isCopied(entry); });
@@ -118,8 +118,8 @@ bool KyFileCopier::copyEntry(KyDirectory& from, const KyDirectory::Entry& entry,
     if (entry.kind != Kind::eDirectory)
         return true;
     return from.visit(entry.name, [&](KyDirectory& source) {
-        to.createDirectory(entry.name);
-        return to.visit(entry.name, [&](KyDirectory& target) { return copyTree(source, target); });
+        const bool isNew = to.createDirectory(entry.name);
+        return to.visit(entry.name, [&](KyDirectory& target) { return copyTree(source, target, isNew); });
     });
 }
 
@@ -127,7 +127,8 @@ bool KyFileCopier::copyResource(const QString& path, const KyDirectory& to, cons
     QFile source(path);
     if (!source.open(QIODevice::ReadOnly))
         return false;
-    return make(to, newName, nullptr, {}, [&](KyNewFile& target) { return writeAll(source, target, mTracker); });
+    return make(to, newName, nullptr, &isAnyFile,
+                [&](KyNewFile& target) { return writeAll(source, target, mTracker); });
 }
 
 bool KyFileCopier::copyResourceTree(const QString& path, KyDirectory& to) {

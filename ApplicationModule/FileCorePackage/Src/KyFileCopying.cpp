@@ -33,8 +33,10 @@ bool isWithin(const std::filesystem::path& destination, const std::filesystem::p
     return std::filesystem::equivalent(path, source, error);
 }
 
-// The place of a file to be, in a directory that is created where it is missing.
+// The place of a file to be, in a directory that is created where it is missing. No file has a "/" at its end.
 Place makePlace(const QString& path) {
+    if (QDir::fromNativeSeparators(path).endsWith('/'))
+        return {};
     Place place = KyFilePath::find(path);
     if (place.directory.isOpened() || place.name.empty())
         return place;
@@ -46,10 +48,14 @@ bool copyDirectory(const Place& place, const QString& destination, KyFileCopier&
     const auto target = KyFilePath::toNative(destination);
     const auto path = place.directory.getPath() / place.name;
     KyDirectory from(path);
-    if (target.empty() || !from.isOpened() || isWithin(target, path) || !createDirectories(target))
+    if (target.empty() || !from.isOpened() || isWithin(target, path))
+        return false;
+    std::error_code error;
+    const bool isNew = !std::filesystem::exists(target, error);
+    if (!createDirectories(target))
         return false;
     KyDirectory to(target);
-    return to.isOpened() && copier.copyTree(from, to);
+    return to.isOpened() && copier.copyTree(from, to, isNew);
 }
 
 bool copyNative(const QString& source, const QString& destination, KyFileCopier& copier) {
@@ -83,8 +89,6 @@ bool KyApplication::copyRecursively(const QString& source, const QString& destin
                                     KyTracker* tracker) {
     if (source.isEmpty() || destination.isEmpty())
         return false;
-    if (KyFilePath::isPrivate(KyFilePath::getName(source)))
-        return true;
     KyTracker none;
     KyTracker& progress = tracker ? *tracker : none;
     if (progress.isCanceled())
@@ -94,7 +98,8 @@ bool KyApplication::copyRecursively(const QString& source, const QString& destin
     progress.setNbSteps(1);
     progress.beginSubTask();
     const bool isComplete =
-        isNative ? copyNative(source, destination, copier) : copyResource(source, destination, copier);
+        KyFilePath::isPrivate(KyFilePath::getName(source)) ||
+        (isNative ? copyNative(source, destination, copier) : copyResource(source, destination, copier));
     progress.endSubTask();
     return isComplete && !progress.isCanceled();
 }

@@ -16,12 +16,16 @@ using Kind = KyDirectory::Kind;
 using Entries = std::vector<KyDirectory::Entry>;
 using KyFilePath::Place;
 
-bool isFile(Kind kind) {
-    return kind == Kind::eFile || kind == Kind::eFileLink || kind == Kind::eOtherLink;
+bool isLink(Kind kind) {
+    return kind == Kind::eFileLink || kind == Kind::eDirectoryLink || kind == Kind::eOtherLink;
 }
 
 bool isRemovedAlone(Kind kind) {
-    return isFile(kind) || kind == Kind::eDirectoryLink;
+    return kind == Kind::eFile || isLink(kind);
+}
+
+bool isFile(Kind kind) {
+    return isRemovedAlone(kind) && kind != Kind::eDirectoryLink;
 }
 
 bool isVisible(const KyDirectory::Entry& entry) {
@@ -108,6 +112,17 @@ bool visitDirectory(Place& place, const Function& function) {
     return place.kind == Kind::eDirectory && place.directory.visit(place.name, function);
 }
 
+bool removeDirectory(const QString& path, bool removeSelf, KyTracker& tracker) {
+    Place place = KyFilePath::find(path);
+    if (removeSelf && isLink(place.kind))
+        return place.directory.removeFile(place.name);
+    const bool isComplete =
+        visitDirectory(place, [&](KyDirectory& directory) { return removeContent(directory, tracker); });
+    if (!removeSelf || tracker.isCanceled())
+        return isComplete;
+    return place.kind == Kind::eDirectory && place.directory.removeDirectory(place.name) && isComplete;
+}
+
 } // namespace
 
 bool KyApplication::deleteDir(const QString& path, bool removeSelf, KyTracker* tracker) {
@@ -115,14 +130,11 @@ bool KyApplication::deleteDir(const QString& path, bool removeSelf, KyTracker* t
     KyTracker& progress = tracker ? *tracker : none;
     if (progress.isCanceled())
         return false;
-    Place place = KyFilePath::find(path);
-    if (removeSelf && (place.kind == Kind::eDirectoryLink || place.kind == Kind::eOtherLink))
-        return place.directory.removeFile(place.name);
-    const bool isComplete =
-        visitDirectory(place, [&](KyDirectory& directory) { return removeContent(directory, progress); });
-    if (!removeSelf || progress.isCanceled())
-        return isComplete;
-    return place.kind == Kind::eDirectory && place.directory.removeDirectory(place.name) && isComplete;
+    progress.setNbSteps(1);
+    progress.beginSubTask();
+    const bool isComplete = removeDirectory(path, removeSelf, progress);
+    progress.endSubTask();
+    return isComplete;
 }
 
 bool KyApplication::deleteEmptyDirs(const QString& path) {

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "KyFileUtilities.h"
 
+#include "KyFilePath_p.h"
 #include "KyNameFilter_p.h"
 
 namespace {
@@ -55,6 +56,8 @@ private:
 
 QList<QFileInfo> KyApplication::listEntriesInfo(const QString& path, bool recursive, const QStringList& nameFilters,
                                                 QDir::Filters filters, QDir::SortFlags sort) {
+    if (!path.isEmpty() && QFileInfo(path).isNativePath() && !KyFilePath::isExact(path))
+        return {};
     Listing listing(recursive, nameFilters, filters, sort);
     listing.add(QDir(path));
     return listing.getEntries();

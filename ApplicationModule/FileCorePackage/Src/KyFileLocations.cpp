@@ -27,6 +27,12 @@ QString makeFilesDirectory() {
     return isWritable(locations.first()) ? locations.first() : QString();
 }
 
+// Empty for bytes that are no text, so that no other file is meant.
+QString toText(const std::string& bytes) {
+    const QString text = QString::fromStdString(bytes);
+    return text.toStdString() == bytes ? text : QString();
+}
+
 // A decoded name may be anything, also a way out of the directory.
 bool isFileName(const QString& name) {
     return !name.isEmpty() && name != QLatin1String(".") && name != QLatin1String("..") && !name.contains('/') &&
@@ -38,7 +44,7 @@ bool copyAsset(const KyURL& asset, const KyDirectory& directory, const KyDirecto
     KyFileCopier copier(true, none);
     std::string path;
     if (asset.getLocalPath(path)) {
-        const Place place = KyFilePath::find(QString::fromStdString(path));
+        const Place place = KyFilePath::find(toText(path));
         return copier.copyFile(place.directory, place.name, directory, name);
     }
     std::string bytes;
@@ -54,7 +60,7 @@ bool KyApplication::getExternalFilesDir(QString& path) {
 }
 
 bool KyApplication::copyAssetToExternalFilesDir(const KyURL& asset, KyURL& copied) {
-    const QString name = QString::fromStdString(asset.getFileName());
+    const QString name = toText(asset.getFileName());
     if (!isFileName(name))
         return false;
     const QString directory = makeFilesDirectory();

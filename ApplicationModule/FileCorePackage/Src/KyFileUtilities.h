@@ -55,12 +55,13 @@ enum FileResult : int {
 
 /// Copies a file, or a directory with all that is in it, to the path `destination`, creating the directories on the
 /// way. Sources may be in Qt's resources. Files and directories whose names begin with "." or "_" are private: they are
-/// skipped, with success. Pipes, sockets and devices in a tree are skipped too. Permissions are taken over, times not.
+/// skipped, with success. Pipes, sockets and devices in a tree are skipped too. Permissions of files and, on Linux, of
+/// new directories are taken over, times not.
 ///
 /// What exists is replaced only with `overwrite`, and only when its replacement is complete; a file never replaces a
 /// directory, nor a directory a file or a link. False, and nothing touched, for a source that can not be opened, a file
-/// onto itself, a directory into itself, and an empty path. When an entry of a directory fails the others are copied
-/// all the same, and the result is false.
+/// onto itself or to a path with "/" at its end, a directory into itself, and an empty path. When an entry of a
+/// directory fails the others are copied all the same, and the result is false.
 ///
 /// Progress runs over the entries, in files of many megabytes over their content; the tracker can be canceled from its
 /// listener any time. Then the result is false and no file is there in part.
@@ -105,12 +106,13 @@ KYAPPLICATION_EXPORT QList<QFileInfo> listEntriesInfo(const QString& path, bool 
 
 /// Changes the path of something that exists, were it a link to nothing, so that nothing is there: "report.tar.gz"
 /// becomes "report_1.tar.gz" or the first higher number that is free; without "." in the name, or with one at its
-/// beginning, the number goes to the end. False, and the path unchanged, when there is none.
+/// beginning, the number goes to the end. False, and the path unchanged, when there is none, also because the name gets
+/// too long.
 KYAPPLICATION_EXPORT bool setUniqueFilename(QString& path);
 
 /// Writes a new file in the system's temporary directory and returns its path; it stays until somebody removes it. Its
-/// name ends with the file name of `nameHint`, at most 100 characters of it. Empty when not every byte could be
-/// written.
+/// name is six random letters and the file name of `nameHint`, at most the last 100 characters of it. Empty when not
+/// every byte could be written.
 KYAPPLICATION_EXPORT QString saveToTemp(const QByteArray& data, const QString& nameHint = {});
 
 /// Writes the content of a file, typically one in Qt's resources, as saveToTemp() does. Empty when it can not be read.
@@ -123,11 +125,13 @@ KYAPPLICATION_EXPORT QString unembed(const QString& path);
 /// The tracker, when given, is one step. Its listener is called many times a second while the tool works, so that it
 /// can cancel; that ends the tool, and what it unpacked stays.
 ///
-/// eArchiveToolFailed when the tool is missing, fails or is ended; eArchiveNotRemoved when only the removal failed.
+/// eArchiveToolFailed when the tool is missing, fails or is ended, and for a path with "*" or "?" in it;
+/// eArchiveNotRemoved when only the removal failed.
 KYAPPLICATION_EXPORT int extract7z(const QFileInfo& archive, KyTracker* tracker = nullptr);
 
 /// Opens a file for writing, empty, creating its directories. With eSuccess the caller owns `*file`; with
-/// eFileNotOpened it is null (nothing is done when `file` is), with eDirectoryNotCreated as it was.
+/// eFileNotOpened it is null (nothing is done when `file` is), with eDirectoryNotCreated, also for a path that can not
+/// be expressed, as it was.
 KYAPPLICATION_EXPORT int openFile(const QString& path, QFile** file);
 
 /// The last of the application's data directories, on Linux mostly one of the system that an ordinary user can not

@@ -6,14 +6,19 @@
 
 namespace {
 constexpr int cNbAttempts = 16;
+// Small files are written in no time, while renaming them would more than double the time of a tree.
+constexpr std::uint64_t cMinSizeHidden = 256 * 1024;
+// Of eight digits.
+constexpr int cNbWords = 3;
 constexpr std::string_view cDigits = "0123456789abcdef";
 } // namespace
 
 KyNewFile::KyNewFile(const KyDirectory& directory, const KyDirectory::Name& name, Mode mode, const KySourceFile* model)
     : mDirectory(directory)
     , mName(name)
-    , mFirstName(name) {
-    if (mode == Mode::eNew) {
+    , mMode(mode) {
+    if (mode == Mode::eNew && model && model->getSize() < cMinSizeHidden) {
+        mFirstName = name;
         mIsPending = create(model);
         return;
     }
@@ -26,7 +31,17 @@ KyNewFile::KyNewFile(const KyDirectory& directory, const KyDirectory::Name& name
 KyDirectory::Name KyNewFile::makeTemporaryName() {
     std::random_device random;
     KyDirectory::Name name(1, '.');
-    for (int i = 0; i < 24; ++i)
-        name += static_cast<KyDirectory::Name::value_type>(cDigits[random() % cDigits.size()]);
+    for (int i = 0; i < cNbWords; ++i)
+        for (std::uint32_t word = random(), digit = 0; digit < 8; ++digit, word >>= 4)
+            name += static_cast<KyDirectory::Name::value_type>(cDigits[word % cDigits.size()]);
     return name;
+}
+
+bool KyNewFile::commit() {
+    if (!mHandle.close())
+        return false;
+    if (mFirstName != mName)
+        return rename();
+    mIsPending = false;
+    return true;
 }

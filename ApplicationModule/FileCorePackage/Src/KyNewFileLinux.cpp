@@ -8,6 +8,7 @@
 
 #include <array>
 #include <cerrno>
+#include <cstdio>
 #include <tuple>
 
 namespace {
@@ -43,6 +44,16 @@ ssize_t readSome(int descriptor, char* bytes, std::size_t size) {
     return count;
 }
 
+// Of a file closed already nobody can tell.
+bool isNameOf(int file, int directory, const KyDirectory::Name& name) {
+    struct stat opened = {};
+    struct stat named = {};
+    if (::fstat(file, &opened) != 0)
+        return true;
+    return ::fstatat(directory, name.c_str(), &named, AT_SYMLINK_NOFOLLOW) == 0 && opened.st_dev == named.st_dev &&
+           opened.st_ino == named.st_ino;
+}
+
 } // namespace
 
 KySourceFile::KySourceFile(const KyDirectory& directory, const KyDirectory::Name& name)
@@ -58,12 +69,13 @@ KySourceFile::KySourceFile(const KyDirectory& directory, const KyDirectory::Name
 }
 
 KyNewFile::~KyNewFile() {
-    if (mIsPending)
-        ::unlinkat(toDescriptor(mDirectory.getHandle()), mFirstName.c_str(), 0);
+    const int directory = toDescriptor(mDirectory.getHandle());
+    if (mIsPending && isNameOf(toDescriptor(mHandle.get()), directory, mFirstName))
+        ::unlinkat(directory, mFirstName.c_str(), 0);
 }
 
 bool KyNewFile::create(const KySourceFile* model) {
-    const mode_t permissions = model ? model->getPermissions() : 0666;
+    const mode_t permissions = model ? model->getPermissions() : mMode == Mode::ePrivate ? 0600 : 0666;
     mHandle = KyFileHandle(::openat(toDescriptor(mDirectory.getHandle()), mFirstName.c_str(),
                                     O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, permissions));
     // What the process's mask took away comes back; file systems without permissions refuse.
@@ -100,12 +112,13 @@ bool KyNewFile::write(const KySourceFile& source, const Progress& progress) {
     return count == 0;
 }
 
-bool KyNewFile::commit() {
+bool KyNewFile::rename() {
     const int directory = toDescriptor(mDirectory.getHandle());
-    if (!mHandle.close())
-        return false;
-    if (mFirstName != mName && ::renameat(directory, mFirstName.c_str(), directory, mName.c_str()) != 0)
-        return false;
-    mIsPending = false;
-    return true;
+    const unsigned flags = mMode == Mode::eReplace ? 0 : RENAME_NOREPLACE;
+    mIsPending = ::renameat2(directory, mFirstName.c_str(), directory, mName.c_str(), flags) != 0;
+    if (!mIsPending)
+        return true;
+    // Some file systems do not know the flag. The destructor takes the first name away.
+    return (errno == EINVAL || errno == ENOSYS) && mMode != Mode::eReplace &&
+           ::linkat(directory, mFirstName.c_str(), directory, mName.c_str(), 0) == 0;
 }

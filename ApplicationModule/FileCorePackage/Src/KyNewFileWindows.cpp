@@ -21,6 +21,13 @@ KyFileHandle open(const std::filesystem::path& path, DWORD access, DWORD sharing
     return KyFileHandle(reinterpret_cast<std::intptr_t>(handle));
 }
 
+// Such a file would not be replaced.
+void clearReadOnly(const std::filesystem::path& path) {
+    const DWORD attributes = ::GetFileAttributesW(path.c_str());
+    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0)
+        ::SetFileAttributesW(path.c_str(), attributes & ~static_cast<DWORD>(FILE_ATTRIBUTE_READONLY));
+}
+
 } // namespace
 
 KySourceFile::KySourceFile(const KyDirectory& directory, const KyDirectory::Name& name) {
@@ -39,19 +46,21 @@ KyNewFile::~KyNewFile() {
     mHandle.close();
     if (mIsPending)
         ::DeleteFileW((mDirectory.getPath() / mFirstName).c_str());
+    else if (mIsReadOnly)
+        ::SetFileAttributesW((mDirectory.getPath() / mName).c_str(), FILE_ATTRIBUTE_READONLY);
 }
 
 bool KyNewFile::create(const KySourceFile* model) {
-    mIsReadOnly = model && model->getPermissions() != 0;
     if (mDirectory.isOpened())
         mHandle = open(mDirectory.getPath() / mFirstName, GENERIC_WRITE, 0, CREATE_NEW);
+    mIsReadOnly = isOpened() && model && model->getPermissions() != 0;
     return isOpened();
 }
 
 bool KyNewFile::write(std::string_view bytes) {
     while (!bytes.empty()) {
         DWORD count = 0;
-        const auto size = static_cast<DWORD>(std::min(bytes.size(), cChunk));
+        const auto size = static_cast<DWORD>((std::min)(bytes.size(), cChunk));
         if (!::WriteFile(toHandle(mHandle.get()), bytes.data(), size, &count, nullptr) || count == 0)
             return false;
         bytes.remove_prefix(count);
@@ -73,15 +82,12 @@ bool KyNewFile::write(const KySourceFile& source, const Progress& progress) {
     }
 }
 
-bool KyNewFile::commit() {
-    const std::filesystem::path first = mDirectory.getPath() / mFirstName;
+bool KyNewFile::rename() {
     const std::filesystem::path last = mDirectory.getPath() / mName;
-    if (!mHandle.close())
-        return false;
-    if (first != last && !::MoveFileExW(first.c_str(), last.c_str(), MOVEFILE_REPLACE_EXISTING))
-        return false;
-    mIsPending = false;
-    if (mIsReadOnly)
-        ::SetFileAttributesW(last.c_str(), FILE_ATTRIBUTE_READONLY);
-    return true;
+    const bool isReplacing = mMode == Mode::eReplace;
+    if (isReplacing)
+        clearReadOnly(last);
+    mIsPending = !::MoveFileExW((mDirectory.getPath() / mFirstName).c_str(), last.c_str(),
+                                isReplacing ? MOVEFILE_REPLACE_EXISTING : 0);
+    return !mIsPending;
 }

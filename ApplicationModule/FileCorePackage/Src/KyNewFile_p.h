@@ -7,12 +7,15 @@
 #include <functional>
 #include <string_view>
 
-/// A file in the making: until commit() it is given up in the destructor.
+/// A file in the making: until commit() it has a hidden name that nobody else uses, so that nobody sees it in part;
+/// small copies alone have their own name from the start. Without commit() it is given up in the destructor, but not
+/// what somebody else put under its name meanwhile.
 class KyNewFile {
 public:
     enum class Mode {
-        eNew,    ///< not opened when something has that name
-        eReplace ///< what has that name stays until commit(), and for good if that is never reached
+        eNew,     ///< not opened, or commit() fails, when something has that name
+        ePrivate, ///< the same, for the user alone
+        eReplace  ///< what has that name stays until commit(), and for good if that is never reached
     };
 
     /// The permissions are those of the model when there is one.
@@ -34,9 +37,11 @@ private:
     static KyDirectory::Name makeTemporaryName();
 
     bool create(const KySourceFile* model);
+    bool rename();
 
     const KyDirectory& mDirectory;
     KyDirectory::Name mName;
+    Mode mMode;
     /// The file's name until commit().
     KyDirectory::Name mFirstName;
     KyFileHandle mHandle;

@@ -2,18 +2,25 @@
 // SPDX-License-Identifier: MIT
 #include "KyFileUtilities.h"
 
+#include "KyFileName_p.h"
 #include "KyFilePath_p.h"
+#include "KyNewFile_p.h"
 
 #include <QFile>
-#include <QTemporaryFile>
+#include <QRandomGenerator>
 
 #include <memory>
+#include <string_view>
 
 namespace {
 
 constexpr int cMaxHintLength = 100;
 // Most file systems take names of 255 bytes.
 constexpr int cMaxHintSize = 240;
+constexpr std::size_t cMaxNameSize = 255;
+
+constexpr int cNbRandomLetters = 6;
+constexpr std::string_view cLetters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
 
 // The end of the hint's name, where the extension is.
 QString getHintName(const QString& hint) {
@@ -26,6 +33,14 @@ QString getHintName(const QString& hint) {
 bool isTaken(const QString& path) {
     const QFileInfo entry(path);
     return entry.exists() || entry.isSymLink();
+}
+
+QString makeTemporaryPath(const QString& hintName) {
+    QString letters;
+    for (int i = 0; i < cNbRandomLetters; ++i)
+        letters += QLatin1Char(cLetters[QRandomGenerator::system()->bounded(static_cast<quint32>(cLetters.size()))]);
+    const QString path = QDir::temp().filePath(letters + hintName);
+    return isTaken(path) ? makeTemporaryPath(hintName) : path;
 }
 
 int findCounterPosition(const QString& name) {
@@ -47,6 +62,8 @@ bool KyApplication::setUniqueFilename(QString& path) {
         return false;
     for (quint32 counter = 1; counter != 0; ++counter) {
         const QString candidate = plain.left(position) + '_' + QString::number(counter) + plain.mid(position);
+        if (KyFileName::fromText(candidate.mid(nameStart)).size() > cMaxNameSize)
+            return false;
         if (isTaken(candidate))
             continue;
         path = candidate;
@@ -56,13 +73,13 @@ bool KyApplication::setUniqueFilename(QString& path) {
 }
 
 QString KyApplication::saveToTemp(const QByteArray& data, const QString& nameHint) {
-    QTemporaryFile file(QDir::temp().filePath(QStringLiteral("XXXXXX") + getHintName(nameHint)));
-    file.setAutoRemove(false);
-    if (!file.open())
+    const QString path = makeTemporaryPath(getHintName(nameHint));
+    const KyFilePath::Place place = KyFilePath::find(path);
+    if (!place.directory.isOpened())
         return {};
-    // A full disk shows only when the buffer is written out.
-    const bool isComplete = file.write(data) == data.size() && file.flush();
-    return isComplete ? file.fileName() : QString();
+    KyNewFile file(place.directory, place.name, KyNewFile::Mode::ePrivate);
+    const std::string_view bytes(data.constData(), static_cast<std::size_t>(data.size()));
+    return file.isOpened() && file.write(bytes) && file.commit() ? path : QString();
 }
 
 QString KyApplication::unembed(const QString& path) {
@@ -77,10 +94,10 @@ int KyApplication::openFile(const QString& path, QFile** file) {
     if (!file)
         return eFileNotOpened;
     const QFileInfo info(path);
-    if (path.isEmpty() || !QDir().mkpath(info.absolutePath()))
+    if (!KyFilePath::isExact(path) || !QDir().mkpath(info.absolutePath()))
         return eDirectoryNotCreated;
     auto opened = std::make_unique<QFile>(info.absoluteFilePath());
-    const bool isOpened = KyFilePath::isExact(path) && opened->open(QIODevice::WriteOnly);
+    const bool isOpened = opened->open(QIODevice::WriteOnly);
     *file = isOpened ? opened.release() : nullptr;
     return isOpened ? eSuccess : eFileNotOpened;
 }

@@ -9,6 +9,9 @@ class KyToolProcess : public QProcess {
 public:
     KyToolProcess();
 
+    /// Ends the running program at once, on Linux with all the programs it started.
+    void killAll();
+
 protected:
     void setupChildProcess() override;
 };

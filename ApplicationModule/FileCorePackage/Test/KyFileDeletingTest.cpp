@@ -45,12 +45,14 @@ TEST_F(KyFileDeletingTest, HiddenEntriesStayAndTheDirectoryWithThem) {
 
 TEST_F(KyFileDeletingTest, ALinkGivenAsPathIsTheLink) {
     write("outside/keep.txt");
-    for (const char* path : {"link", "link/"}) {
+    for (const char* path : {"link", "link/", "file"}) {
         link(at("outside"), "link");
+        link(at("outside/keep.txt"), "file");
         EXPECT_FALSE(deleteDir(at(path), false));
         EXPECT_FALSE(deleteFiles(at(path)));
         EXPECT_FALSE(deleteEmptyDirs(at(path)));
         EXPECT_TRUE(deleteDir(at(path), true));
+        EXPECT_TRUE(deleteFile(at(QByteArray(path) == "file" ? "link" : "file")));
         EXPECT_EQ(list("."), "outside outside/keep.txt");
     }
 }
@@ -80,7 +82,7 @@ TEST_F(KyFileDeletingTest, EachLevelAnnouncesItsFilesAndDirectories) {
     std::vector<double> progress;
     tracker.setListener([&](double value) { progress.push_back(value); });
     EXPECT_TRUE(deleteDir(at("tree"), false, &tracker));
-    ASSERT_EQ(progress.size(), 6U);
+    ASSERT_EQ(progress.size(), 7U) << "four files, two directories, the whole";
     EXPECT_EQ(progress[0], 0.25);
     EXPECT_EQ(progress[1], 0.5);
     EXPECT_EQ(progress[5], 1);

@@ -55,9 +55,16 @@ TEST_F(KyFileUtilitiesLinuxTest, NamesThatAreNoTextAreCopiedAsTheyAre) {
     write("from/a");
     ASSERT_EQ(::mkdir(nativeAt("from/sub\xfe").constData(), 0755), 0);
     writeNative("from/sub\xfe/" + mBadName);
+    ASSERT_EQ(::chmod(nativeAt("from").constData(), 0700), 0);
+    ASSERT_EQ(::chmod(nativeAt("from/sub\xfe").constData(), 0777), 0);
     EXPECT_TRUE(KyApplication::copyRecursively(at("from"), at("to"), true));
     EXPECT_TRUE(KyApplication::copyRecursively(at("from"), at("to"), true)) << "onto what is there";
     EXPECT_TRUE(exists("to/sub\xfe/" + mBadName));
+    for (const auto& [name, mode] : {std::pair("to", 0700U), std::pair("to/sub\xfe", 0777U)}) {
+        struct stat directory = {};
+        ASSERT_EQ(::stat(nativeAt(name).constData(), &directory), 0);
+        EXPECT_EQ(directory.st_mode & 0777, mode) << name;
+    }
     EXPECT_TRUE(KyApplication::deleteDir(at("from")) && KyApplication::deleteDir(at("to")));
 }
 
@@ -79,7 +86,8 @@ TEST_F(KyFileUtilitiesLinuxTest, PipesAreNeitherReadNorDeleted) {
     EXPECT_TRUE(KyApplication::copyRecursively(at("from"), at("to"), false));
     EXPECT_EQ(list("to"), "a");
     EXPECT_FALSE(KyApplication::copyRecursively(at("from/pipe"), at("copy"), false));
-    EXPECT_FALSE(KyApplication::copyRecursively(at("to/a"), "/dev/full", true)) << "a device is not replaced";
+    EXPECT_FALSE(KyApplication::copyRecursively(at("to/a"), at("from/pipe"), true)) << "it is not replaced";
+    EXPECT_FALSE(QFileInfo(at("from/pipe")).isFile());
     EXPECT_FALSE(KyApplication::deleteDir(at("from"), true));
     EXPECT_EQ(list("from"), "pipe");
 }

@@ -32,6 +32,8 @@ void KyTracker::step() {
 }
 
 void KyTracker::publish() {
+    if (isCanceled())
+        return;
     const Level& level = mLevels.back();
     mProgress = std::max(mProgress, level.begin + level.size * level.nbDone / level.nbSteps);
     if (mListener)

@@ -4,11 +4,12 @@
 
 #include "KyFoundationExport.h"
 
+#include <atomic>
 #include <functional>
 #include <vector>
 
 /// Progress and cancellation of a long operation. Sub-tasks nest: each takes the share of one step of the task around
-/// it.
+/// it. One thread works and reports; any may cancel.
 ///
 /// ```
 /// tracker.setNbSteps(files.size());
@@ -25,8 +26,9 @@ public:
 
     KyTracker();
 
-    bool isCanceled() const { return mIsCanceled; }
-    void cancel() { mIsCanceled = true; }
+    bool isCanceled() const { return mIsCanceled.value; }
+    /// From then on progress stays where it is, and the listener is not called any more.
+    void cancel() { mIsCanceled.value = true; }
 
     /// The steps begun with setNbSteps are counted within the innermost sub-task.
     void beginSubTask();
@@ -48,10 +50,23 @@ private:
         unsigned nbDone;
     };
 
+    /// Can be copied, unlike what it holds.
+    struct Flag {
+        Flag() = default;
+        Flag(const Flag& other)
+            : value(other.value.load()) {}
+        Flag& operator=(const Flag& other) {
+            value = other.value.load();
+            return *this;
+        }
+
+        std::atomic<bool> value = false;
+    };
+
     void publish();
 
     std::vector<Level> mLevels;
     double mProgress = 0;
-    bool mIsCanceled = false;
+    Flag mIsCanceled;
     Listener mListener;
 };
