@@ -16,14 +16,13 @@ namespace {
 class KyFileArchiveTest : public KyFileTest {
 protected:
     /// Packs a new file "packed.txt" into "unpack/here.7z".
-    bool pack() const {
+    bool pack(const QStringList& options = {}) const {
         QString tool;
         for (const char* name : {"7za", "7zz", "7z", "7zr"})
             tool = tool.isEmpty() ? QStandardPaths::findExecutable(name) : tool;
         write("packed.txt");
-        const QStringList arguments = {"a", at("unpack/here.7z"), at("packed.txt")};
         QProcess process;
-        process.start(tool, arguments);
+        process.start(tool, QStringList{"a", at("unpack/here.7z"), at("packed.txt")} + options);
         return !tool.isEmpty() && process.waitForFinished(-1) && process.exitCode() == 0;
     }
     /// A program found instead of the real tool.
@@ -45,6 +44,13 @@ TEST_F(KyFileArchiveTest, AnArchiveIsUnpackedBesideItselfAndRemoved) {
     EXPECT_EQ(extract7z(QFileInfo(at("unpack/here.7z"))), 0);
     EXPECT_EQ(list("unpack"), "packed.txt");
     EXPECT_EQ(read("unpack/packed.txt"), "content");
+}
+
+TEST_F(KyFileArchiveTest, APasswordFailsInsteadOfWaiting) {
+    if (!pack({"-mhe=on", "-psecret"}))
+        GTEST_SKIP() << "no 7-Zip tool";
+    EXPECT_EQ(extract7z(QFileInfo(at("unpack/here.7z"))), -1015);
+    EXPECT_EQ(list("unpack"), "here.7z");
 }
 
 TEST_F(KyFileArchiveTest, TheToolGetsItsArgumentsAndNothingToRead) {
@@ -141,10 +147,11 @@ TEST_F(KyFileLocationsTest, TheFirstLocationServesWhereTheLastCanNotBeMade) {
 }
 
 TEST_F(KyFileLocationsTest, AnythingButAFileIsRefused) {
-    write({"directory/inner", "escaped"});
+    write({"directory/inner", "escaped", QString("bad") + QChar(QChar::ReplacementCharacter)});
     const KyURL before("keep:me");
     for (const KyURL& url : {KyURL(), getURL("missing"), getURL("directory"), getURL("directory/"),
-                             KyURL(getURL("directory").toString() + "/..%2F..%2Fescaped"), KyURL("unknown:/a")}) {
+                             KyURL(getURL("directory").toString() + "/..%2F..%2Fescaped"), KyURL("unknown:/a"),
+                             KyURL(getURL("bad").toString() + "%FF")}) {
         KyURL copied = before;
         EXPECT_FALSE(copyAssetToExternalFilesDir(url, copied)) << url.toString();
         EXPECT_EQ(copied, before);
