@@ -24,7 +24,9 @@ void KyObjectConverterEntry::enter() {
 
 void KyObjectConverterEntry::withdraw() {
     KyFieldToQVariantConvertersRepository* repository = KyFieldToQVariantConvertersRepository::get();
-    repository->unregisterKyFieldConverter(gObjectConverter.get());
-    repository->unregisterQVariantConverter(gObjectConverter.get());
+    if (repository) {
+        repository->unregisterKyFieldConverter(gObjectConverter.get());
+        repository->unregisterQVariantConverter(gObjectConverter.get());
+    }
     gObjectConverter.reset();
 }

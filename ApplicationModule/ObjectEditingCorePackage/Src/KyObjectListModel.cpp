@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "KyObjectListModel.h"
 
+#include "KyObjectQmlBinding.h"
 #include "KyQmlFailure_p.h"
+#include "KyQmlUse_p.h"
 #include "KyQmlValues_p.h"
 
 #include "KyAttributeInterface.h"
@@ -78,13 +80,17 @@ QVariant KyObjectListModel::get(int index) const {
     return value;
 }
 
+// Taking the value out of JavaScript may run scripts, which may end the object and the model.
 bool KyObjectListModel::put(int index, const QVariant& value, Put operation) {
+    const QPointer<KyObjectListModel> self(this);
     const KyAttributeInterface* attribute = findAttribute();
     bool isDone = false;
     guard([&] {
         KyField field;
-        isDone = attribute && index >= 0 && KyQmlValues::toField(value, attribute->getValueKind(), field) &&
-                 operation(*attribute, *mObject, static_cast<unsigned>(index), field);
+        if (!attribute || index < 0 || !KyQmlValues::toField(value, attribute->getValueKind(), field) || !self)
+            return;
+        attribute = findAttribute();
+        isDone = attribute && operation(*attribute, *mObject, static_cast<unsigned>(index), field);
     });
     return isDone;
 }
@@ -143,11 +149,10 @@ bool KyObjectListModel::moveValue(const KyAttributeInterface& attribute, unsigne
 void KyObjectListModel::onModified(KyObject*, KyObjectModificationType kind, const std::string& name, int index) {
     if (kind == eObjectEnding || kind == eObjectEnded)
         return onObjectEnding();
-    if (name != mAttribute && !name.empty())
-        return;
-    const int count = readCount();
-    if (name.empty() || !follow(kind, index, count))
-        reset(count);
+    if (name == mAttribute)
+        tell([this, kind, index] { return follow(kind, index); });
+    else if (name.empty())
+        tell([] { return false; });
 }
 
 void KyObjectListModel::onObjectEnding() {
@@ -155,22 +160,45 @@ void KyObjectListModel::onObjectEnding() {
         return;
     mObject = nullptr;
     disconnectAll();
-    reset(0);
+    tell([] { return false; });
 }
 
-bool KyObjectListModel::follow(KyObjectModificationType kind, int index, int count) {
+// The views' handlers run in here: they may change the container again, and end the object or the model.
+template <class Tell>
+void KyObjectListModel::tell(Tell&& tellRows) {
+    if (mIsTelling) {
+        mIsDirty = true;
+        return;
+    }
+    const KyQmlUse use(qobject_cast<KyObjectQmlBinding*>(parent()));
+    const QPointer<KyObjectListModel> self(this);
+    const int before = mCount;
+    mIsTelling = true;
+    const bool isTold = tellRows();
+    if (self && (!isTold || mIsDirty))
+        reset();
+    if (!self)
+        return;
+    mIsTelling = false;
+    if (mCount != before)
+        countChanged();
+}
+
+bool KyObjectListModel::follow(KyObjectModificationType kind, int index) {
+    const QPointer<KyObjectListModel> self(this);
+    const int count = readCount();
+    if (!self || mIsDirty)
+        return false;
     if (kind == eElementInserted && count == mCount + 1 && index >= 0 && index <= mCount) {
         beginInsertRows({}, index, index);
         mCount = count;
         endInsertRows();
-        countChanged();
         return true;
     }
     if (kind == eElementRemoved && count == mCount - 1 && isRow(index)) {
         beginRemoveRows({}, index, index);
         mCount = count;
         endRemoveRows();
-        countChanged();
         return true;
     }
     if (kind == eElementChanged && count == mCount && isRow(index)) {
@@ -180,11 +208,16 @@ bool KyObjectListModel::follow(KyObjectModificationType kind, int index, int cou
     return false;
 }
 
-void KyObjectListModel::reset(int count) {
-    const bool isOtherCount = count != mCount;
+// Counted when all know that a reset comes, so that what they do at that is in it. What they do when told that it is
+// done is told as ever: a handler that changes the container at each reset would never see the last.
+void KyObjectListModel::reset() {
+    const QPointer<KyObjectListModel> self(this);
     beginResetModel();
+    const int count = self ? readCount() : 0;
+    if (!self)
+        return;
     mCount = count;
+    mIsDirty = false;
+    mIsTelling = false;
     endResetModel();
-    if (isOtherCount)
-        countChanged();
 }

@@ -19,8 +19,8 @@ class KyObject;
 /// its value under the role "value" (QML also has it as `modelData`).
 ///
 /// Rows come, go and change as the object tells it, element by element; where what it tells does not agree with what
-/// the container holds, the model is reset. Values are read when they are asked for. The object is not owned: when it
-/// ends, the model is empty. One thread, Qt's.
+/// the container holds, or where a handler of its signals changes the container, the model is reset. Values are read
+/// when they are asked for. The object is not owned: when it ends, the model is empty. One thread, Qt's.
 ///
 /// ```
 /// KyObjectListModel tags(*node, "Tags");
@@ -53,7 +53,7 @@ public:
     Q_INVOKABLE bool set(int index, const QVariant& value);
     /// Before the element at `index`; at the end when that is the count.
     Q_INVOKABLE bool insert(int index, const QVariant& value);
-    Q_INVOKABLE bool append(const QVariant& value) { return insert(mCount, value); }
+    Q_INVOKABLE bool append(const QVariant& value) { return insert(readCount(), value); }
     Q_INVOKABLE bool remove(int index, int count = 1);
     /// Takes the element out and puts it in where it then has the index `to`.
     Q_INVOKABLE bool move(int from, int to);
@@ -73,11 +73,16 @@ private:
     bool moveValue(const KyAttributeInterface& attribute, unsigned from, unsigned to);
     void onModified(KyObject* object, KyObjectModificationType kind, const std::string& name, int index);
     void onObjectEnding();
-    bool follow(KyObjectModificationType kind, int index, int count);
-    void reset(int count);
+    template <class Tell>
+    void tell(Tell&& tellRows);
+    bool follow(KyObjectModificationType kind, int index);
+    void reset();
 
     KyObject* mObject;
     std::string mAttribute;
     /// What the views know; the container is ahead of it while a change is being told.
     int mCount = 0;
+    /// While rows are being told, what comes in between waits: views take one change at a time.
+    bool mIsTelling = false;
+    bool mIsDirty = false;
 };

@@ -4,9 +4,12 @@
 
 #include "KyApplicationExport.h"
 
+#include "KyObjectModificationType.h"
 #include "KySignal.h"
 
 #include <QObject>
+
+#include <string>
 
 class KyObject;
 
@@ -20,7 +23,8 @@ class KyObject;
 /// script, or is reported through KyException when none is running.
 ///
 /// The object is not owned and not kept: once it announces its end, properties read as undefined (typed ones as their
-/// type's default), writing does nothing and calling is an error. A binding belongs to C++, never to JavaScript's
+/// type's default), writing does nothing and calling is an error; so is writing or calling when the object ends while
+/// the values are being taken out of JavaScript. A binding belongs to C++, never to JavaScript's
 /// collector. One thread, Qt's.
 ///
 /// The meta-object is made at run time and shared by all objects of a class: QML caches what it learns about a
@@ -45,8 +49,19 @@ public:
 
 protected:
     KyObjectQmlBinding(KyObject& object, QObject* parent);
-    void forgetObject() { mObject = nullptr; }
+
+    /// What the object tells, but for its end.
+    virtual void onObjectModified(KyObjectModificationType kind, const std::string& name, int index);
+    /// Once, when the object has announced its end: getObject() is null from here on.
+    virtual void onObjectEnded();
 
 private:
+    friend class KyObjectToQVariantConverter;
+    friend class KyQmlUse;
+
+    void forgetObject();
+    void onModified(KyObject* object, KyObjectModificationType kind, const std::string& name, int index);
+
     KyObject* mObject;
+    unsigned mNbUses = 0;
 };

@@ -3,6 +3,7 @@
 #include "KyObjectToQVariantConverter.h"
 
 #include "KyObjectQmlBinding.h"
+#include "KyQmlFailure_p.h"
 
 #include "KyField.h"
 #include "KyObject.h"
@@ -12,18 +13,32 @@
 
 KyObjectToQVariantConverter::KyObjectToQVariantConverter() = default;
 
-KyObjectToQVariantConverter::~KyObjectToQVariantConverter() = default;
+// Bindings end here as children, but for those that are at work further up the stack: these must not go under their
+// own feet and wait for the event loop instead, without their object.
+KyObjectToQVariantConverter::~KyObjectToQVariantConverter() {
+    for (auto* binding : findChildren<KyObjectQmlBinding*>(QString(), Qt::FindDirectChildrenOnly)) {
+        if (binding->mNbUses == 0)
+            continue;
+        disconnect(binding, nullptr, this, nullptr);
+        binding->setParent(nullptr);
+        if (binding->getObject())
+            binding->forgetObject();
+        binding->deleteLater();
+    }
+}
 
 QVariant KyObjectToQVariantConverter::toQVariant(const KyField& field) {
     KyObject* object = field.toKyObject();
     const auto known = mBindings.find(object);
-    KyObjectQmlBinding* binding = known == mBindings.end() ? addBinding(object) : known->second;
+    KyObjectQmlBinding* binding = known == mBindings.end() ? tryToAddBinding(object) : known->second;
     return QVariant::fromValue<QObject*>(binding);
 }
 
 KyField KyObjectToQVariantConverter::toKyField(const QVariant& variant) {
-    // By address: the variant may be older than its Qt object, and only bindings are known.
-    const auto known = mObjects.find(variant.value<QObject*>());
+    // By address, and without a look at what is there: the variant may be older than its Qt object.
+    const bool isPointer = QMetaType::typeFlags(variant.userType()).testFlag(QMetaType::PointerToQObject);
+    const auto known =
+        mObjects.find(isPointer ? *static_cast<QObject* const*>(variant.constData()) : variant.value<QObject*>());
     return KyField(known == mObjects.end() ? nullptr : known->second);
 }
 
@@ -39,6 +54,13 @@ bool KyObjectToQVariantConverter::canConvert(KyObject* object) {
 
 KyObjectQmlBinding* KyObjectToQVariantConverter::createBinding(KyObject* object) {
     return KyObjectQmlBinding::create(*object);
+}
+
+KyObjectQmlBinding* KyObjectToQVariantConverter::tryToAddBinding(KyObject* object) {
+    KyObjectQmlBinding* binding = nullptr;
+    const std::string className = object ? object->getObjectType()->getName() : std::string("null");
+    kyQmlGuard(*this, className, "toQVariant", [&] { binding = addBinding(object); });
+    return binding;
 }
 
 // An object that has told its end would not tell it again.

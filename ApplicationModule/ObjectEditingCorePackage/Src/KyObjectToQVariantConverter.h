@@ -20,7 +20,8 @@ class KyObjectQmlBinding;
 /// Converts references to objects into Qt objects and back: each object that asks for it has one KyObjectQmlBinding, as
 /// long as both live. An object asks by its attribute "QmlBinding" or by its class's metadata "qmlBinding".
 ///
-/// The converter owns the bindings: they end with it, or after their object. The library enters one for all classes;
+/// The converter owns the bindings: they end with it (one that is just telling or being asked is deleted later), or
+/// after their object. The library enters one for all classes;
 /// another may be registered for a class of its own. One thread, Qt's.
 ///
 /// ```
@@ -37,7 +38,8 @@ public:
     KyObjectToQVariantConverter();
     ~KyObjectToQVariantConverter() override;
 
-    /// A QObject*: the object's binding, null for no object and for one that may not be converted.
+    /// A QObject*: the object's binding, null for no object and for one that may not be converted. Exceptions of
+    /// canConvert and createBinding are reported through KyException and give null.
     QVariant toQVariant(const KyField& field) override;
     /// The object of one of this converter's bindings; a null object for anything else.
     KyField toKyField(const QVariant& variant) override;
@@ -48,7 +50,8 @@ protected:
     /// True when the attribute "QmlBinding" is a number other than 0, else what the class's metadata says; false for
     /// null.
     virtual bool canConvert(KyObject* object);
-    /// A new binding, bound to the object.
+    /// A new binding, bound to the object; null makes none. An override calls this one or KyObjectQmlBinding::create,
+    /// whose bindings show the object's attributes; one of a class of its own shows what that class adds.
     virtual KyObjectQmlBinding* createBinding(KyObject* object);
 
     void objectModifiedSlot(const KyObject* object, KyObjectModificationType type, const std::string& name,
@@ -58,6 +61,7 @@ protected Q_SLOTS:
     void onQmlBindingDestroyed(QObject* binding);
 
 private:
+    KyObjectQmlBinding* tryToAddBinding(KyObject* object);
     KyObjectQmlBinding* addBinding(KyObject* object);
 
     std::map<const KyObject*, KyObjectQmlBinding*> mBindings;

@@ -70,7 +70,8 @@ QVariant kyQmlCall(KyObjectQmlBinding& binding, const std::string& name, std::sp
         KyField result;
         const KyFunction* function =
             toFields(overloads, arguments, fields) ? kySelectFunction(overloads, fields) : nullptr;
-        if (function && function->invoke(object, fields, result))
+        object = self ? binding.getObject() : nullptr;
+        if (object && function && function->invoke(object, fields, result))
             value = KyQmlValues::toQml(result);
         else
             kyQmlFail(self.data(),

@@ -67,8 +67,7 @@ KyQmlLayout::KyQmlLayout(const KyType& type)
 
 KyQmlLayout::KyQmlLayout(const KyObject& object)
     : mClassName(object.getObjectType()->getName()) {
-    for (unsigned i = 0; i < object.getNbAttributes(); ++i)
-        addMember(*object.getAttribute(i));
+    addAttributes(object);
     addComponents(*object.getObjectType());
     addMethods(*object.getObjectType());
     addAliases(0);
@@ -78,12 +77,19 @@ KyQmlLayout::KyQmlLayout(const KyObject& object)
 
 bool KyQmlLayout::addNewAttributes(const KyObject& object) {
     const std::size_t nbKnown = mMembers.size();
-    for (unsigned i = 0; i < object.getNbAttributes(); ++i)
-        addMember(*object.getAttribute(i));
+    addAttributes(object);
     addAliases(nbKnown);
     for (std::size_t i = nbKnown; i < mMembers.size(); ++i)
         mMembers[i].signal = getNbSignals() - 1;
     return mMembers.size() > nbKnown;
+}
+
+void KyQmlLayout::addAttributes(const KyObject& object) {
+    const unsigned nbOfClass = object.getObjectType()->getNbAttributes();
+    for (unsigned i = 0; i < nbOfClass; ++i)
+        addMember(*object.getAttribute(i));
+    for (unsigned i = nbOfClass; i < object.getNbAttributes(); ++i)
+        addMember({object.getAttribute(i)->getName(), KyQmlMember::Role::eValue, QMetaType::QVariant, false, 0});
 }
 
 void KyQmlLayout::addMember(const KyAttributeInterface& attribute) {

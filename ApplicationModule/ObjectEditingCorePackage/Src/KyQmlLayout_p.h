@@ -42,6 +42,7 @@ using KyQmlMetaObjectPtr = std::unique_ptr<QMetaObject, KyQmlMetaObjectDeleter>;
 /// invokable ones. Names are found in the order attributes, components, methods; what begins with an upper-case letter
 /// has a second name with a lower-case one where that is free.
 ///
+/// An object's own attributes show no type, since they may go and come back with another.
 /// Properties added later only append, so that indices which QML has kept stay right; they share one notifier.
 class KyQmlLayout {
 public:
@@ -72,6 +73,7 @@ public:
 
 private:
     void addMember(const KyAttributeInterface& attribute);
+    void addAttributes(const KyObject& object);
     void addMember(KyQmlMember member);
     void addComponents(const KyType& type);
     void addMethods(const KyType& type);

@@ -7,6 +7,7 @@
 #include "KyQmlClass_p.h"
 #include "KyQmlFailure_p.h"
 #include "KyQmlOwnAttributes_p.h"
+#include "KyQmlUse_p.h"
 #include "KyQmlValues_p.h"
 
 #include "KyObject.h"
@@ -26,7 +27,6 @@ KyQmlTypedBinding::KyQmlTypedBinding(KyObject& object, QObject* parent)
     } else {
         mClass = &KyQmlClass::get(*object.getObjectType());
     }
-    object.connectModified(this, &KyQmlTypedBinding::onModified);
     QQmlEngine::setObjectOwnership(this, QQmlEngine::CppOwnership);
 }
 
@@ -42,6 +42,7 @@ int KyQmlTypedBinding::qt_metacall(QMetaObject::Call call, int id, void** argume
     id = KyObjectQmlBinding::qt_metacall(call, id, arguments);
     if (id < 0)
         return id;
+    const KyQmlUse use(this);
     // Counted first: a method may end the binding.
     const int nbMethods = getLayout().getNbSignals() + getLayout().getNbMethods();
     const int nbProperties = getLayout().getNbProperties();
@@ -94,6 +95,9 @@ QVariant KyQmlTypedBinding::read(const KyQmlMember& member) {
 
 QVariant KyQmlTypedBinding::readValue(const KyQmlMember& member) {
     const KyAttributeInterface* attribute = getObject()->getAttribute(member.name);
+    // An own attribute may have come back as another kind than it had.
+    if (attribute && attribute->getKind() == KyAttributeInterface::eContainer)
+        return QVariant::fromValue(getListModel(member.name));
     KyField field;
     return attribute && attribute->getValue(*getObject(), field) ? KyQmlValues::toQml(field) : QVariant();
 }
@@ -108,18 +112,33 @@ QObject* KyQmlTypedBinding::getListModel(const std::string& attribute) {
 }
 
 void KyQmlTypedBinding::write(const KyQmlMember& member, const QVariant& value) {
-    KyObject* object = getObject();
-    const KyAttributeInterface* attribute = object ? object->getAttribute(member.name) : nullptr;
-    if (!attribute)
+    if (!getObject())
         return;
-    const std::string& className = object->getObjectType()->getName();
+    const std::string className = getObject()->getObjectType()->getName();
     const QPointer<QObject> self(this);
     kyQmlGuard(*this, className, member.name, [&] {
-        KyField field;
-        if (!KyQmlValues::toField(value, attribute->getValueKind(), field) || !attribute->setValue(*object, field))
-            kyQmlFail(self.data(),
-                      className + "." + member.name + " does not take " + KyQmlValues::describe(value) + ".");
+        const std::string failure = tryToWrite(member, value);
+        if (!failure.empty())
+            kyQmlFail(self.data(), className + "." + member.name + failure);
     });
+}
+
+// Taking the value out of JavaScript runs getters of arrays and objects, after which nothing is as it was.
+std::string KyQmlTypedBinding::tryToWrite(const KyQmlMember& member, const QVariant& value) {
+    const QPointer<KyQmlTypedBinding> self(this);
+    const KyAttributeInterface* attribute = getObject()->getAttribute(member.name);
+    KyField field;
+    const bool isField = KyQmlValues::toField(value, attribute ? attribute->getValueKind() : cFieldKindInvalid, field);
+    KyObject* object = self ? getObject() : nullptr;
+    if (!object)
+        return ": the object is gone.";
+    attribute = object->getAttribute(member.name);
+    if (!attribute)
+        return ": the attribute is gone.";
+    const bool isSingle = attribute->getKind() != KyAttributeInterface::eContainer;
+    if (isField && isSingle && attribute->setValue(*object, field))
+        return {};
+    return " does not take " + KyQmlValues::describe(value) + ".";
 }
 
 void KyQmlTypedBinding::invoke(int method, void** arguments) {
@@ -130,35 +149,34 @@ void KyQmlTypedBinding::invoke(int method, void** arguments) {
         call(method - nbSignals, arguments);
 }
 
+// Taking an argument out of JavaScript may run scripts, which may end the binding.
 void KyQmlTypedBinding::call(int method, void** arguments) {
+    const QPointer<KyQmlTypedBinding> self(this);
     const int nbArguments = getLayout().getNbArguments(method);
     const std::string name = getLayout().getMethod(method);
     std::vector<QVariant> values;
     for (int i = 0; i < nbArguments; ++i)
         values.push_back(static_cast<const QJSValue*>(arguments[i + 1])->toVariant());
+    if (!self)
+        return kyQmlFail(nullptr, name + ": the object is gone.");
     const QVariant result = kyQmlCall(*this, name, values);
     if (arguments[0])
         *static_cast<QVariant*>(arguments[0]) = result;
 }
 
-void KyQmlTypedBinding::onModified(KyObject*, KyObjectModificationType kind, const std::string& name, int) {
-    if (kind == eObjectEnding || kind == eObjectEnded)
-        return onObjectEnding();
+void KyQmlTypedBinding::onObjectModified(KyObjectModificationType, const std::string& name, int) {
     if (name.empty())
         return notifyAll();
     if (const KyQmlMember* member = getLayout().findMember(name))
         notify(member->signal);
 }
 
-void KyQmlTypedBinding::onObjectEnding() {
-    if (!getObject())
-        return;
-    forgetObject();
-    disconnectAll();
+void KyQmlTypedBinding::onObjectEnded() {
     notifyAll();
 }
 
 void KyQmlTypedBinding::notify(int signal) {
+    const KyQmlUse use(this);
     void* arguments[] = {nullptr};
     QMetaObject::activate(this, metaObject(), signal, arguments);
 }

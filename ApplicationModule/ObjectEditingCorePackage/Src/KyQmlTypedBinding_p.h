@@ -5,8 +5,6 @@
 #include "KyObjectQmlBinding.h"
 #include "KyQmlLayout_p.h"
 
-#include "KyObjectModificationType.h"
-
 #include <map>
 #include <string>
 
@@ -30,11 +28,12 @@ private:
     QVariant readValue(const KyQmlMember& member);
     QObject* getListModel(const std::string& attribute);
     void write(const KyQmlMember& member, const QVariant& value);
+    std::string tryToWrite(const KyQmlMember& member, const QVariant& value);
     void invoke(int method, void** arguments);
     void call(int method, void** arguments);
 
-    void onModified(KyObject* object, KyObjectModificationType kind, const std::string& name, int index);
-    void onObjectEnding();
+    void onObjectModified(KyObjectModificationType kind, const std::string& name, int index) override;
+    void onObjectEnded() override;
     void notify(int signal);
     void notifyAll();
 

@@ -5,6 +5,7 @@
 #include "KyObjectQmlBinding.h"
 
 #include "KyFieldToQVariantConvertersRepository.h"
+#include "KyQtValues.h"
 #include "KyQtVariant.h"
 
 #include "KyColor.h"
@@ -15,24 +16,25 @@
 #include "KyTime.h"
 #include "KyVec2.h"
 
+#include <QDateTime>
 #include <QJSValue>
 #include <QObject>
 
 #include <algorithm>
 #include <array>
+#include <cmath>
+#include <limits>
 #include <utility>
 #include <vector>
 
 namespace {
 
-constexpr std::array<std::pair<KyFieldKind, int>, 10> cMetaTypes{{
-    {cFieldKindOf<double>, QMetaType::Double},
-    {cFieldKindOf<float>, QMetaType::Double},
+constexpr std::array<std::pair<KyFieldKind, int>, 8> cMetaTypes{{
     {cFieldKindOf<std::string>, QMetaType::QString},
     {cFieldKindOf<KyColor>, QMetaType::QColor},
     {cFieldKindOf<KyVec2<double>>, QMetaType::QPointF},
     {cFieldKindOf<KyRect<double>>, QMetaType::QRectF},
-    {cFieldKindOf<KyDate>, QMetaType::QDate},
+    {cFieldKindOf<KyDate>, QMetaType::QDateTime},
     {cFieldKindOf<KyTime>, QMetaType::QTime},
     {cFieldKindOf<KyDateTime>, QMetaType::QDateTime},
     {cFieldKindOf<KyObjectReference>, QMetaType::QObjectStar},
@@ -50,6 +52,10 @@ bool isQObject(const QVariant& variant) {
     return QMetaType::typeFlags(variant.userType()).testFlag(QMetaType::PointerToQObject);
 }
 
+QVariant toMoment(const KyField& field) {
+    return KyApplication::toQDate(field.unchecked<KyDate>()).startOfDay();
+}
+
 QVariant toList(const KyField& field) {
     const KyFieldOperations& operations = field.getFieldType().getOperations();
     QVariantList list;
@@ -59,12 +65,13 @@ QVariant toList(const KyField& field) {
     return list;
 }
 
-bool toAnyField(const QVariant& value, KyField& field);
+bool toAnyField(const QVariant& variant, KyFieldKind wanted, KyField& field);
 
 bool fromList(const QVariantList& list, KyField& field) {
     std::vector<KyField> elements(static_cast<std::size_t>(list.size()));
-    const bool isWhole = std::equal(list.begin(), list.end(), elements.begin(),
-                                    [](const QVariant& from, KyField& to) { return toAnyField(from, to); });
+    const bool isWhole = std::equal(list.begin(), list.end(), elements.begin(), [](const QVariant& from, KyField& to) {
+        return toAnyField(from, cFieldKindInvalid, to);
+    });
     if (isWhole)
         field = KyField(std::move(elements));
     return isWhole;
@@ -89,8 +96,16 @@ bool fromValue(const QVariant& variant, KyField& field) {
     return true;
 }
 
-bool toAnyField(const QVariant& variant, KyField& field) {
+bool fromMoment(const QDateTime& moment, KyField& field) {
+    if (moment.isValid())
+        field = KyField(KyApplication::toKyDate(moment.toLocalTime().date()));
+    return moment.isValid();
+}
+
+bool toAnyField(const QVariant& variant, KyFieldKind wanted, KyField& field) {
     const QVariant value = plainValue(variant);
+    if (wanted == cFieldKindOf<KyDate> && value.userType() == QMetaType::QDateTime)
+        return fromMoment(value.toDateTime(), field);
     if (isQObject(value))
         return fromQObject(value, field);
     if (value.userType() == QMetaType::QVariantList)
@@ -108,6 +123,12 @@ void parse(KyFieldKind wanted, KyField& text) {
         text = std::move(parsed);
 }
 
+bool isBeyondFloat(const KyField& field) {
+    KyField number;
+    return field.convert(cFieldKindOf<double>, number) &&
+           std::abs(number.unchecked<double>()) > std::numeric_limits<float>::max();
+}
+
 } // namespace
 
 QVariant KyQmlValues::toQml(KyObject* object) {
@@ -120,15 +141,19 @@ QVariant KyQmlValues::toQml(KyObject* object) {
 QVariant KyQmlValues::toQml(const KyField& field) {
     if (field.getKind() == cFieldKindOf<KyObjectReference>)
         return toQml(field.toKyObject());
+    if (field.getKind() == cFieldKindOf<KyDate>)
+        return toMoment(field);
     return field.getFieldType().isList() ? toList(field) : KyApplication::toQVariant(field);
 }
 
 bool KyQmlValues::toField(const QVariant& variant, KyFieldKind wanted, KyField& field) {
     KyField converted;
-    if (!toAnyField(variant, converted))
+    if (!toAnyField(variant, wanted, converted))
         return false;
     if (wanted != cFieldKindInvalid && converted.isText())
         parse(wanted, converted);
+    if (wanted == cFieldKindOf<float> && isBeyondFloat(converted))
+        return false;
     field = std::move(converted);
     return true;
 }

@@ -10,18 +10,23 @@ namespace {
 
 using KyObjectToQVariantConverterTest = KyQmlFixture;
 
-/// Counts what it makes and shows what is asked.
-class CountingConverter : public KyObjectToQVariantConverter {
+/// Shows what is asked; makes bindings of a class of its own, or throws.
+class OwnConverter : public KyObjectToQVariantConverter {
 public:
     using KyObjectToQVariantConverter::canConvert;
     using KyObjectToQVariantConverter::objectModifiedSlot;
+    struct Binding : KyObjectQmlBinding {
+        explicit Binding(KyObject& object)
+            : KyObjectQmlBinding(object, nullptr) {}
+    };
 
-    int mNbMade = 0;
+    bool mIsFailing = false;
 
 protected:
     KyObjectQmlBinding* createBinding(KyObject* object) override {
-        ++mNbMade;
-        return KyObjectToQVariantConverter::createBinding(object);
+        if (mIsFailing)
+            throw std::runtime_error("no binding");
+        return new Binding(*object);
     }
 };
 
@@ -36,58 +41,73 @@ TEST_F(KyObjectToQVariantConverterTest, ConvertsThroughTheFreeFunctions) {
 }
 
 TEST_F(KyObjectToQVariantConverterTest, AsksTheAttributeThenTheClass) {
-    CountingConverter converter;
+    OwnConverter converter;
     QmlTestLamp lamp;
     QmlTestSpot spot;
-    KyDynamicObject plain;
     KyDynamicObject willing;
     KyDynamicObject unwilling;
     willing.addAttribute("QmlBinding", KyField("1"));
     unwilling.addAttribute("QmlBinding", KyField(0));
-    EXPECT_FALSE(converter.canConvert(nullptr));
-    EXPECT_TRUE(converter.canConvert(&lamp));
+    EXPECT_TRUE(converter.canConvert(&lamp) && converter.canConvert(&willing));
     EXPECT_FALSE(converter.canConvert(&spot)) << "the class itself says it, not its parent";
-    EXPECT_FALSE(converter.canConvert(&plain));
-    EXPECT_TRUE(converter.canConvert(&willing));
-    EXPECT_FALSE(converter.canConvert(&unwilling));
+    EXPECT_FALSE(converter.canConvert(nullptr) || converter.canConvert(&unwilling));
 }
 
 TEST_F(KyObjectToQVariantConverterTest, GivesNullForWhatMayNotBeConverted) {
     QmlTestSpot spot;
-    for (const KyField& field : {KyField(&spot), KyField(static_cast<KyObject*>(nullptr)), KyField(5), KyField()}) {
-        const QVariant variant = mConverter->toQVariant(field);
-        EXPECT_EQ(variant.userType(), QMetaType::QObjectStar);
-        EXPECT_EQ(variant.value<QObject*>(), nullptr);
-    }
+    for (const KyField& field : {KyField(&spot), KyField(static_cast<KyObject*>(nullptr)), KyField(5), KyField()})
+        EXPECT_EQ(mConverter->toQVariant(field), QVariant::fromValue<QObject*>(nullptr));
     QObject foreign;
-    for (const QVariant& variant : {QVariant(), QVariant(5), QVariant::fromValue<QObject*>(nullptr),
-                                    QVariant::fromValue(&foreign), QVariant::fromValue(&mEngine)}) {
-        const KyField field = mConverter->toKyField(variant);
-        EXPECT_EQ(field.getKind(), cFieldKindOf<KyObjectReference>);
-        EXPECT_EQ(field.toKyObject(), nullptr);
-    }
-}
-
-TEST_F(KyObjectToQVariantConverterTest, KnowsItsOwnBindingsOnly) {
-    QmlTestLamp lamp;
-    const std::unique_ptr<KyObjectQmlBinding> foreign(KyObjectQmlBinding::create(lamp));
-    EXPECT_EQ(mConverter->toKyField(QVariant::fromValue(foreign.get())).toKyObject(), nullptr);
-    EXPECT_NE(bind(lamp), foreign.get());
+    const std::unique_ptr<KyObjectQmlBinding> other(KyObjectQmlBinding::create(spot));
+    for (const QVariant& variant :
+         {QVariant(), QVariant(5), QVariant::fromValue<QObject*>(nullptr), QVariant::fromValue(&foreign),
+          QVariant::fromValue(&mEngine), QVariant::fromValue(other.get())})
+        EXPECT_EQ(mConverter->toKyField(variant), KyField(static_cast<KyObject*>(nullptr)));
 }
 
 TEST_F(KyObjectToQVariantConverterTest, ForgetsAnObjectThatIsDeleted) {
     auto* lamp = new QmlTestLamp;
     QPointer<QObject> binding = bind(*lamp);
+    const QVariant variant = KyApplication::toQVariant(KyField(lamp));
+    QObject* atTheEnd = binding.data();
+    lamp->modifiedSignal().connect(
+        [&](KyObject* object, KyObjectModificationType, const std::string&, int) { atTheEnd = bind(*object); });
     delete lamp;
+    EXPECT_EQ(atTheEnd, nullptr) << "no new one once it has ended";
     EXPECT_EQ(mConverter->getNbBindings(), 0u);
     EXPECT_TRUE(binding);
-    EXPECT_EQ(mConverter->toKyField(QVariant::fromValue(binding.data())).toKyObject(), nullptr);
+    EXPECT_EQ(KyApplication::toKyField(variant).toKyObject(), nullptr);
+    deleteLater();
+    EXPECT_FALSE(binding);
+    EXPECT_EQ(KyApplication::toKyField(variant).toKyObject(), nullptr) << "older than its Qt object";
+}
+
+TEST_F(KyObjectToQVariantConverterTest, TakesWhatAnotherClassMakes) {
+    OwnConverter converter;
+    converter.mIsFailing = true;
+    auto lamp = std::make_unique<QmlTestLamp>();
+    EXPECT_EQ(converter.toQVariant(KyField(lamp.get())).value<QObject*>(), nullptr);
+    EXPECT_EQ(msReports, std::vector<std::string>{"QmlTestLamp.toQVariant: no binding"});
+    converter.mIsFailing = false;
+    const auto* binding = converter.toQVariant(KyField(lamp.get())).value<KyObjectQmlBinding*>();
+    EXPECT_EQ(binding->getObject(), lamp.get());
+    lamp.reset();
+    EXPECT_EQ(binding->getObject(), nullptr) << "which does not listen itself";
+}
+
+TEST_F(KyObjectToQVariantConverterTest, LeavesABindingThatIsAtWorkToTheEventLoop) {
+    QmlTestLamp lamp;
+    publish("lamp", lamp);
+    const QPointer<QObject> binding = bind(lamp);
+    lamp.mHook = [this] { withdraw(); };
+    EXPECT_EQ(evaluate("lamp.callHook(); lamp.Count"), "undefined");
+    EXPECT_TRUE(binding);
     deleteLater();
     EXPECT_FALSE(binding);
 }
 
 TEST_F(KyObjectToQVariantConverterTest, ActsOnTheSecondEndOnly) {
-    CountingConverter converter;
+    OwnConverter converter;
     QmlTestLamp lamp;
     const QVariant variant = converter.toQVariant(KyField(&lamp));
     for (int kind = 0; kind < eNbObjectModificationTypes; ++kind)
@@ -96,62 +116,27 @@ TEST_F(KyObjectToQVariantConverterTest, ActsOnTheSecondEndOnly) {
     EXPECT_EQ(converter.toQVariant(KyField(&lamp)), variant);
     converter.objectModifiedSlot(&lamp, eObjectEnded, "", 0);
     EXPECT_EQ(converter.getNbBindings(), 0u);
-    EXPECT_EQ(converter.mNbMade, 1);
-}
-
-TEST_F(KyObjectToQVariantConverterTest, MakesNoBindingForAnObjectThatHasEnded) {
-    auto lamp = std::make_unique<QmlTestLamp>();
-    QVariant atTheEnd(5);
-    lamp->modifiedSignal().connect([&](KyObject* object, KyObjectModificationType kind, const std::string&, int) {
-        if (kind == eObjectEnded)
-            atTheEnd = mConverter->toQVariant(KyField(object));
-    });
-    lamp.reset();
-    EXPECT_EQ(atTheEnd.value<QObject*>(), nullptr);
-    EXPECT_EQ(mConverter->getNbBindings(), 0u);
 }
 
 TEST_F(KyObjectToQVariantConverterTest, ForgetsABindingThatIsDeleted) {
     QmlTestLamp lamp;
     const unsigned nbBefore = lamp.modifiedSignal().getNbConnections();
-    for (int round = 0; round < 3; ++round) {
-        delete bind(lamp);
-        EXPECT_EQ(mConverter->getNbBindings(), 0u);
-    }
+    delete bind(lamp);
+    EXPECT_EQ(mConverter->getNbBindings(), 0u);
     EXPECT_EQ(lamp.modifiedSignal().getNbConnections(), nbBefore);
     EXPECT_NE(bind(lamp), nullptr);
-}
-
-TEST_F(KyObjectToQVariantConverterTest, ABindingWorksOnWithoutTheRegistration) {
-    QmlTestLamp lamp;
-    QmlTestLamp other;
-    lamp.mPartner = &lamp;
-    publish("lamp", lamp);
-    publish("mine", other);
-    repository().unregisterKyFieldConverter(mConverter.get());
-    repository().unregisterQVariantConverter(mConverter.get());
-    EXPECT_EQ(evaluate("lamp.Label = 'alone'; lamp.Label"), "alone");
-    EXPECT_EQ(evaluate("lamp.Partner"), "null");
-    EXPECT_EQ(evaluate("lamp.Partner = mine; lamp.Partner"), "null") << "a binding tells its object all the same";
-    EXPECT_EQ(lamp.mPartner, &other);
 }
 
 TEST_F(KyObjectToQVariantConverterTest, EndsItsBindingsWithItself) {
     QmlTestLamp lamp;
     auto* brief = new QmlTestLamp;
-    QPointer<QObject> binding = bind(lamp);
-    QPointer<QObject> ending = bind(*brief);
-    publish("lamp", lamp);
-    load("QtObject { property var text: lamp ? lamp.Label : 'none' }");
+    const QPointer<QObject> binding = bind(lamp);
+    const QPointer<QObject> ending = bind(*brief);
     delete brief;
-    repository().unregisterKyFieldConverter(mConverter.get());
-    repository().unregisterQVariantConverter(mConverter.get());
-    mConverter.reset();
+    withdraw();
     EXPECT_FALSE(binding);
     EXPECT_FALSE(ending) << "without the event loop";
     EXPECT_EQ(lamp.modifiedSignal().getNbConnections(), 0u);
-    lamp.notifyModified("Label");
-    EXPECT_EQ(evaluate("lamp.Label"), "undefined");
 }
 
 } // namespace

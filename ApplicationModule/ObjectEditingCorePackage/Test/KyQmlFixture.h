@@ -43,6 +43,11 @@ protected:
     }
 
     static KyFieldToQVariantConvertersRepository& repository() { return *KyFieldToQVariantConvertersRepository::get(); }
+    void withdraw() {
+        repository().unregisterKyFieldConverter(mConverter.get());
+        repository().unregisterQVariantConverter(mConverter.get());
+        mConverter.reset();
+    }
     QObject* bind(KyObject& object) { return mConverter->toQVariant(KyField(&object)).value<QObject*>(); }
     void publish(const QString& name, QObject* object, QQmlEngine& engine) {
         engine.rootContext()->setContextProperty(name, object);
