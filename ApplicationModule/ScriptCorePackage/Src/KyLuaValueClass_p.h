@@ -79,19 +79,14 @@ auto kyLuaConstructor(T (*make)(Arguments...)) {
 
 /// The three comparisons of every value class: `areEqual` within the class, unequal to objects of all others.
 template <class T, class... Options>
-void kyDefineLuaEquality(luabind::class_<T, Options...>& valueClass, bool (*areEqual)(const T&, const T&)) {
+void kyDefineLuaEquality(luabind::class_<T, Options...>& valueClass) {
     using luabind::argument;
-    valueClass.def("__eq", areEqual);
+    valueClass.def(
+        "__eq", +[](const T& a, const T& b) { return a == b; });
     valueClass.def(
         "__eq", +[](const T&, const argument&) { return false; });
     valueClass.def(
         "__eq", +[](const argument&, const T&) { return false; });
-}
-
-template <class T, class... Options>
-void kyDefineLuaEquality(luabind::class_<T, Options...>& valueClass) {
-    kyDefineLuaEquality(
-        valueClass, +[](const T& a, const T& b) { return a == b; });
 }
 
 template <class T, class... Options>

@@ -40,16 +40,9 @@ double getCurrentUS() {
     return static_cast<double>(KyTimer::getCurrentUS());
 }
 
-/// Whether both have the same elapsed time now, as exactly as the clock can be read twice.
-bool showSameTime(const KyTimer& a, const KyTimer& b) {
-    const auto before = a.getPreciseElapsedTime();
-    const auto time = b.getPreciseElapsedTime();
-    return before <= time && time <= a.getPreciseElapsedTime();
-}
-
 scope makeTimer() {
     class_<KyTimer> timerClass("Timer");
-    kyDefineLuaEquality(timerClass, &showSameTime);
+    kyDefineLuaEquality(timerClass);
     timerClass.def("__init", kyLuaConstructor(+[] { return KyTimer(); }))
         .def("start", &KyTimer::start)
         .def("pause", &KyTimer::pause)

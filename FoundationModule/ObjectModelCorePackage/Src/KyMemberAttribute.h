@@ -82,6 +82,7 @@ private:
 };
 
 /// An enumerated value: kept as an enumeration or int by the class, seen as a field of a registered enumerated type.
+/// Numbers and texts that are none of its values are refused.
 template <class T, class Getter, class Setter>
 class KyEnumAttribute final : public KyAttributeInterface {
 public:
@@ -122,10 +123,13 @@ public:
 private:
     bool readNumber(const KyField& value, std::int32_t& number) const {
         const KyFieldType* type = KyFieldManager::get().findFieldType(mFieldType);
-        if (!value.isText() || !type)
+        if (!type)
             return value.to(number);
-        number = type->findValue(value.unchecked<std::string>());
-        return number >= 0;
+        if (value.isText())
+            number = type->findValue(value.unchecked<std::string>());
+        else if (!value.to(number))
+            return false;
+        return number >= 0 && static_cast<unsigned>(number) < type->getNbValueNames();
     }
 
     std::string mFieldType;

@@ -38,6 +38,9 @@ public:
     /// Microseconds since the last call; -1 when there is no reference.
     std::int64_t getPreciseDeltaTime();
 
+    /// Whether both were started, paused and asked for their last difference at the same times.
+    bool operator==(const KyTimer& other) const = default;
+
 private:
     enum State : std::int32_t { eIdle, eRunning, ePaused, eNbStates };
 
