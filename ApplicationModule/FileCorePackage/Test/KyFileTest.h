@@ -39,7 +39,19 @@ protected:
         QFile file(at(path));
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
     }
+    bool exists(const QString& path) const { return QFileInfo::exists(at(path)); }
     void link(const QString& target, const QString& path) const { ASSERT_TRUE(QFile::link(target, at(path))); }
+    void makeDirectory(const QString& path) const { ASSERT_TRUE(QDir().mkpath(at(path))); }
+
+    /// A tree with every kind of link, and what they lead to.
+    void writeLinkedTree() const {
+        write({"tree/a.txt", "tree/sub/b.txt", "outside/keep.txt"});
+        link(at("outside/keep.txt"), "tree/toFile.txt");
+        link(at("outside"), "tree/sub/toDirectory");
+        link("..", "tree/sub/loop");
+        link("self.txt", "tree/self.txt");
+        link("nothing", "tree/dangling.txt");
+    }
 
     /// Everything below, links not followed, sorted and joined by blanks.
     std::string list(const QString& path) const {

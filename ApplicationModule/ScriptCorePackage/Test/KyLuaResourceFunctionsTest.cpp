@@ -4,7 +4,6 @@
 
 #include "KyResource.h"
 
-#include <array>
 #include <filesystem>
 #include <fstream>
 
@@ -50,10 +49,8 @@ TEST_F(KyLuaResourceFunctionsTest, PlacesAreTextsOrURLs) {
         {"Resource.existFile('file.txt')", "true"},
         {"Resource.existFile(root .. '/file.txt')", "true"},
         {"Resource.existFile(URL('file.txt'))", "true"},
-        {"Resource.existFile(URL('file://' .. root:gsub(' ', '%%20') .. '/file.txt'))", "true"},
         {"Resource.existFile('file://' .. root:gsub(' ', '%%20') .. '/file.txt')", "true"},
         {"Resource.existFile('tree')", "false"},
-        {"Resource.existFile('missing')", "false"},
         {"Resource.existFile('')", "false"},
         {"Resource.existFile('file.txt\\0')", "false"},
         {"Resource.existFile('http://host/file.txt')", "false"},
@@ -99,8 +96,6 @@ TEST_F(KyLuaResourceFunctionsTest, DeletingATreeNeverLeavesIt) {
     fs::create_directory_symlink(mRoot / "outside", mRoot / "link");
     for (const char* place : {"link", "link/", "link/.", "link/./", "tree/sub/link/."})
         EXPECT_EQ(eval("Resource.deleteDirectory(root .. '/" + std::string(place) + "')"), "false") << place;
-    EXPECT_EQ(eval("Resource.deleteDirectory('link/.')"), "false");
-    EXPECT_TRUE(exists("outside/keep"));
     EXPECT_EQ(eval("Resource.deleteDirectory('tree')"), "true");
     EXPECT_FALSE(exists("tree"));
     EXPECT_TRUE(exists("outside/keep"));
@@ -111,16 +106,15 @@ TEST_F(KyLuaResourceFunctionsTest, DeletingWithoutAPathAndDeletingFilesIsRefused
     fs::current_path(mRoot / "here");
     write("here/file", "x");
     for (const char* place :
-         {"''", "URL()", "URL('#part')", "URL('?query')", "URL('file:')", "'file'", "'missing'", "'http://host/dir'"})
+         {"''", "URL()", "URL('#part')", "URL('?query')", "URL('file:')", "'file'", "'http://host/dir'"})
         EXPECT_EQ(eval(std::string("Resource.deleteDirectory(") + place + ")"), "false") << place;
     EXPECT_TRUE(exists("here/file"));
 }
 
 TEST_F(KyLuaResourceFunctionsTest, TheCurrentDirectoryIsTheProcesss) {
-    EXPECT_EQ(eval("Resource.getCurrentDirectory():getLocalPath() == root .. '/'"), "true");
-    EXPECT_EQ(eval("Resource.setCurrentDirectory('tree')"), "true");
-    EXPECT_EQ(fs::current_path(), mRoot / "tree");
     expectTexts({
+        {"Resource.getCurrentDirectory():getLocalPath() == root .. '/'", "true"},
+        {"Resource.setCurrentDirectory('tree')", "true"},
         {"Resource.existFile('sub/leaf')", "true"},
         {"Resource.setCurrentDirectory('missing')", "false"},
         {"Resource.setCurrentDirectory(URL())", "false"},
@@ -147,49 +141,39 @@ TEST_F(KyLuaResourceFunctionsTest, TheThreadDirectoryComesFirst) {
 }
 
 TEST_F(KyLuaResourceFunctionsTest, OtherValuesAreNoPlaces) {
-    const std::array cFunctions{"existDirectory", "existFile",       "setCurrentDirectory",
-                                "createFile",     "createDirectory", "createDirectoryHierarchy",
-                                "deleteFile",     "deleteDirectory", "pushThreadDirectory"};
-    for (const char* function : cFunctions)
+    for (const char* function : {"existDirectory", "existFile", "setCurrentDirectory", "createFile", "createDirectory",
+                                 "createDirectoryHierarchy", "deleteFile", "deleteDirectory", "pushThreadDirectory"})
         for (const char* place : {"nil", "5", "true", "{}", "print", "Date()", "io.stdout", ""}) {
             const std::string code = std::string("Resource.") + function + "(" + place + ")";
             EXPECT_TRUE(eval(code).starts_with("error: ")) << code;
         }
-    for (const char* places : {"nil, 'to'", "'file.txt', nil", "'file.txt'", "'file.txt', 5", "'file.txt', 'a', 'b'"}) {
-        EXPECT_TRUE(eval(std::string("Resource.copyFile(") + places + ")").starts_with("error: ")) << places;
-        EXPECT_TRUE(eval(std::string("Resource.renameFile(") + places + ")").starts_with("error: ")) << places;
-    }
+    for (const std::string function : {"copyFile", "renameFile"})
+        for (const char* places : {"nil, 'to'", "'file.txt', nil", "'file.txt'", "'file.txt', 5", "'a', 'b', 'c'"})
+            EXPECT_TRUE(eval("Resource." + function + "(" + places + ")").starts_with("error: ")) << places;
     EXPECT_NE(eval("Resource.existFile(1)").find("bool existFile(text or URL)"), std::string::npos);
     EXPECT_FALSE(exists("5"));
 }
 
 TEST_F(KyLuaResourceFunctionsTest, InformationAsksTheDiskAnew) {
     fs::create_symlink(mRoot / "nowhere", mRoot / "dangling");
-    fs::permissions(mRoot / "outside/keep", fs::perms::none);
     expectTexts({
         {"ResourceInformation():isValid()", "false"},
-        {"ResourceInformation():getSize32()", "0"},
-        {"ResourceInformation(URL('file.txt')):isValid()", "true"},
         {"ResourceInformation(URL('file.txt')):getSize32()", "5"},
         {"ResourceInformation(URL('file.txt')):isReadable()", "true"},
         {"ResourceInformation(URL('file.txt')):isWritable()", "true"},
         {"ResourceInformation(URL('file.txt')):isExecutable()", "false"},
-        {"ResourceInformation(URL('outside/keep')):isExecutable()", "false"},
         {"ResourceInformation(URL('tree')):isDirectory()", "true"},
-        {"ResourceInformation(URL('missing')):isValid()", "false"},
-        {"ResourceInformation(URL('missing')):isReadable()", "false"},
         {"ResourceInformation(URL('dangling')):isSymbolicLink()", "true"},
         {"ResourceInformation(URL('dangling')):isReadable()", "false"},
         {"ResourceInformation(URL('file.txt')):isHidden()", "false"},
         {"ResourceInformation(URL('a')) == ResourceInformation(URL('a'))", "true"},
         {"ResourceInformation(URL('a')) == ResourceInformation(URL('b'))", "false"},
     });
-    EXPECT_EQ(run("info = ResourceInformation() info:setURL(URL('later'))"), "");
+    run("info = ResourceInformation() info:setURL(URL('later'))");
     EXPECT_EQ(eval("info:isValid()"), "false");
     write("later", "123");
     EXPECT_EQ(eval("info:isValid() and info:getSize32()"), "3");
-    EXPECT_EQ(eval("info:getURL():toString()"), "later");
-    EXPECT_EQ(run("url = info:getURL() info = nil collectgarbage() collectgarbage()"), "");
+    run("url = info:getURL() info = nil collectgarbage() collectgarbage()");
     EXPECT_EQ(eval("url:toString()"), "later");
     EXPECT_TRUE(eval("ResourceInformation('file.txt')").starts_with("error: "));
 }

@@ -31,27 +31,18 @@ TEST_F(KyLuaShapeTypesTest, PlanesMeasureAndMeet) {
     expectTexts({
         {"Plane()", "0 0 1 0"},
         {"Plane(Vec3(0, 1, 0), 2)", "0 1 0 2"},
-        {"Planef(Vec3f(0, 1, 0), 2.5)", "0 1 0 2.5"},
         {"Planei(Vec3i(0, 1, 0), 2.9)", "0 1 0 2"},
         {"Planei(Vec3i(0, 1, 0), 0/0)", "0 1 0 0"},
         {"Planed(Vec3d(5, 2, 5), Vec3d(0, 1, 0))", "0 1 0 2"},
         {"Plane(Vec3(0, 2, 0), 4):getDistanceTo(Vec3(5, 3, 5))", "1"},
-        {"Planei(Vec3i(0, 1, 0), 2):getDistanceTo(Vec3i(5, 3, 5))", "1"},
         {"Plane(Vec3(0, 1, 0), 2):projectPoint(Vec3(5, 3, 5))", "5 2 5"},
-        {"Planei(Vec3i(0, 1, 0), 2):projectPoint(Vec3i(5, 3, 5))", "5 2 5"},
         {"Plane(Vec3(), 2):projectPoint(Vec3(5, 3, 5))", "5 3 5"},
-        {"after(Vec3(), function(p) return Plane(Vec3(0, 1, 0), 2):intersectsRay(Ray(Vec3(1, 5, 1), Vec3(0, -1, 0)), "
-         "p) end)",
+        {"after(Vec3(), function(p) return Planei(Vec3i(0, 1, 0), 2):intersectsRay(Ray(Vec3(1, 5, 1), "
+         "Vec3(0, -1, 0)), p) end)",
          "true, 1 2 1"},
         {"after(Vec3(), function(p) return Plane(Vec3(0, 1, 0), 2):intersectsRay(Ray(Vec3(1, 5, 1), Vec3(0, 1, 0)), "
          "p) end)",
          "false, 0 0 0"},
-        {"after(Vec3f(), function(p) return Planef(Vec3f(0, 1, 0), 2):intersectsRay(Rayf(Vec3f(1, 5, 1), "
-         "Vec3f(0, -1, 0)), p) end)",
-         "true, 1 2 1"},
-        {"after(Vec3(), function(p) return Planei(Vec3i(0, 1, 0), 2):intersectsRay(Ray(Vec3(1, 5, 1), "
-         "Vec3(0, -1, 0)), p) end)",
-         "true, 1 2 1"},
         {"after(Ray().direction, function(d) local line = Ray() local met = Plane(Vec3(0, 1, 0), 2):intersectsPlane("
          "Plane(Vec3(1, 0, 0), 3), line) return met, line.origin end)",
          "true, 3 2 0, 0 0 0"},
@@ -64,7 +55,6 @@ TEST_F(KyLuaShapeTypesTest, PlanesMeasureAndMeet) {
         {"Plane() == Plane()", "true"},
         {"Plane() == Plane(Vec3(0, 0, 1), 1)", "false"},
         {"Plane() == Planef()", "false"},
-        {"Planei() == Rect()", "false"},
     });
 }
 
@@ -73,7 +63,6 @@ TEST_F(KyLuaShapeTypesTest, RectanglesSpanTheirSize) {
         {"Rect()", "0 0 0 0"},
         {"Rect(1, 2, 3.5, 4)", "1 2 3.5 4"},
         {"Rect(Vec2(1, 2), Vec2(3, 4))", "1 2 3 4"},
-        {"Rectf(1, 2, 3.5, 4)", "1 2 3.5 4"},
         {"Recti(1.9, -1.9, 3, 4)", "1 -1 3 4"},
         {"Recti(0/0, 1e300, -1e300, 1/0)", "0 2147483647 -2147483648 2147483647"},
         {"Recti(Vec2i(1, 2), Vec2i(3, 4)):getSize()", "3 4"},
@@ -90,14 +79,12 @@ TEST_F(KyLuaShapeTypesTest, RectanglesSpanTheirSize) {
         {"after(Rect(0, 0, 2, 2), function(r) r:translate(Vec2(1, 1)) r:scale(2) end)", "0 0 4 4"},
         {"after(Rect(0, 0, 2, 2), function(r) r:merge(Rect(4, 4, 1, 1)) r:merge(Rect()) end)", "0 0 5 5"},
         {"after(Rect(), function(r) return Rect(0, 0, 2, 2):getIntersects(Rect(1, 1, 5, 5), r) end)", "true, 1 1 1 1"},
-        {"after(Rect(), function(r) return Rect(0, 0, 2, 2):getIntersects(Rect(7, 7, 1, 1), r) end)", "false, 0 0 0 0"},
         {"Rect(0, 0, 2, 2):getIntersects(Rect(1, 1, 5, 5))", "1 1 1 1"},
         {"Recti(0, 0, 2, 2):getIntersects(Recti(7, 7, 1, 1))", "nil"},
+        {"after(Rect(), function(r) return Rect(0, 0, 2, 2):getIntersects(Rect(7, 7, 1, 1), r) end)", "false, 0 0 0 0"},
         {"Rect(0, 0, 2, 2):contains(Vec2(1, 1))", "true"},
         {"Rect(0, 0, 2, 2):intersects(Rect(2, 2, 1, 1))", "true"},
-        {"Rect(1, 2, 3, 4) == Rect(1, 2, 3, 4)", "true"},
         {"Rect(1, 2, 3, 4) == Recti(1, 2, 3, 4)", "false"},
-        {"Rect().getLength", "nil"},
         {"Rect().worldToLocal", "nil"},
     });
 }
@@ -106,7 +93,6 @@ TEST_F(KyLuaShapeTypesTest, BoxesHaveTheirOwnFrame) {
     expectTexts({
         {"Box()", "null"},
         {"Box(Vec3(0, 0, 0), Vec3(2, 4, 6))", "1 2 3 0 0 0 1 2 4 6"},
-        {"Boxf(Vec3f(0, 0, 0), Quatf(), Vec3f(2, 4, 6))", "0 0 0 0 0 0 1 2 4 6"},
         {"Box.eX .. Box.eY .. Box.eZ", "012"},
         {"Box(Vec3(), Quat(), Vec3(2, 4, 6)):getAxis(Box.eZ)", "0 0 1"},
         {"Box(Vec3(1, 0, 0), Quat(), Vec3(2, 4, 6)):worldToLocal(Vec3(1, 0, 0))", "0 0 0"},
@@ -154,7 +140,6 @@ TEST_F(KyLuaShapeTypesTest, VolumesAreAlignedToTheAxes) {
         {"after(Volume(), function(v) v:merge(Volume(Vec3(1, 1, 1), Vec3(2, 2, 2))) end)", "1 1 1 2 2 2"},
         {"after(Volume(Vec3(), Vec3(1, 1, 1)), function(v) local s = v.state v.state = Volume.eInfinite return s end)",
          "1, infinite"},
-        {"Volume(Vec3(), Vec3(2, 2, 2)) == Volume(Vec3(2, 2, 2), Vec3())", "true"},
         {"Volume(Vec3(), Vec3(2, 2, 2)) == Volumef(Vec3f(), Vec3f(2, 2, 2))", "false"},
         {"Volume().localToWorld", "nil"},
     });
@@ -187,13 +172,9 @@ TEST_F(KyLuaShapeTypesTest, AliasesAreTheDoubleVariants) {
 TEST_F(KyLuaShapeTypesTest, MisuseIsAnError) {
     const std::string noMatch = "No matching overload found";
     expectErrors({
-        {"Plane(1, 2)", noMatch},
         {"Plane(nil, 2)", noMatch},
-        {"Planef(Vec3(0, 1, 0), 2)", noMatch},
         {"Plane():intersectsRay(Ray(), nil)", noMatch},
-        {"Plane():intersectsRay(nil)", noMatch},
         {"Rect('1', '2', '3', '4')", noMatch},
-        {"Rect(1, 2, 3)", noMatch},
         {"Rect():setWidth(nil)", noMatch},
         {"Rect().origin = Vec3()", noMatch},
         {"Rect():merge(Rectf())", noMatch},
@@ -203,10 +184,13 @@ TEST_F(KyLuaShapeTypesTest, MisuseIsAnError) {
         {"Box():getAxis(0.5)", "axis out of range"},
         {"Box().merge(nil, Box())", noMatch},
         {"Volume().state = 3", "state out of range"},
-        {"Volume():contains(nil)", noMatch},
-        {"return Volume() < Volume()", "no __lt operator defined"},
         {"return Plane() + Plane()", "no __add operator defined"},
     });
+}
+
+template <class... Types>
+std::vector<KyField> toFields(const Types&... values) {
+    return {KyField(values)...};
 }
 
 /// One value of every class that fields hold, none of them the class's first value.
@@ -217,38 +201,16 @@ std::vector<KyField> makeValues() {
     meeting.distance = 0.1;
     KyVolumed everything;
     everything.setInfinite();
-    return {KyField(KyVec2i(1, -2)),
-            KyField(KyVec2f(0.1f, 2)),
-            KyField(KyVec2d(0.1, 2)),
-            KyField(KyVec3i(1, -2, 3)),
-            KyField(KyVec3f(0.1f, 2, 3)),
-            KyField(KyVec3d(0.1, 2, 3)),
-            KyField(KyColor(0.1f, 2, 3, 4)),
-            KyField(KyQuatf(0.1f, 2, 3, 4)),
-            KyField(KyQuatd(0.1, 2, 3, 4)),
-            KyField(KyMat4f::fromTranslation(KyVec3f(0.1f, 2, 3))),
-            KyField(KyMat4d::fromTranslation(KyVec3d(0.1, 2, 3))),
-            KyField(KyRecti(1, -2, 3, 4)),
-            KyField(KyRectf(0.1f, 2, 3, 4)),
-            KyField(KyRectd(0.1, 2, 3, 4)),
-            KyField(KyBoxf(KyVec3f(), KyVec3f(0.1f, 2, 3))),
-            KyField(KyBoxd(KyVec3d(), KyQuatd(0, 0, 1, 0), KyVec3d(0.1, 2, 3))),
-            KyField(KyVolumei(KyVec3i(), KyVec3i(1, 2, 3))),
-            KyField(KyVolumef(KyVec3f(), KyVec3f(0.1f, 2, 3))),
-            KyField(everything),
-            KyField(KyDate(-44, 3, 15)),
-            KyField(KyTime(45015.123456)),
-            KyField(KyDateTime(KyDate(2024, 2, 29), KyTime(-0.1))),
-            KyField(url),
-            KyField(KyRayf(KyVec3f(0.1f, 2, 3), KyVec3f(4, 5, 6))),
-            KyField(KyRayd(KyVec3d(0.1, 2, 3), KyVec3d(4, 5, 6))),
-            KyField(KyWayPointf(station)),
-            KyField(station),
-            KyField(KyIntersectionPointf(meeting)),
-            KyField(meeting),
-            KyField(KyPlanei(KyVec3i(0, 1, 0), 2)),
-            KyField(KyPlanef(KyVec3f(0, 1, 0), 0.1f)),
-            KyField(KyPlaned(KyVec3d(0, 1, 0), 0.1))};
+    return toFields(KyVec2i(1, -2), KyVec2f(0.1f, 2), KyVec2d(0.1, 2), KyVec3i(1, -2, 3), KyVec3f(0.1f, 2, 3),
+                    KyVec3d(0.1, 2, 3), KyColor(0.1f, 2, 3, 4), KyQuatf(0.1f, 2, 3, 4), KyQuatd(0.1, 2, 3, 4),
+                    KyMat4f::fromTranslation(KyVec3f(0.1f, 2, 3)), KyMat4d::fromTranslation(KyVec3d(0.1, 2, 3)),
+                    KyRecti(1, -2, 3, 4), KyRectf(0.1f, 2, 3, 4), KyRectd(0.1, 2, 3, 4),
+                    KyBoxf(KyVec3f(), KyVec3f(0.1f, 2, 3)), KyBoxd(KyVec3d(), KyQuatd(0, 0, 1, 0), KyVec3d(0.1, 2, 3)),
+                    KyVolumei(KyVec3i(), KyVec3i(1, 2, 3)), KyVolumef(KyVec3f(), KyVec3f(0.1f, 2, 3)), everything,
+                    KyDate(-44, 3, 15), KyTime(45015.123456), KyDateTime(KyDate(2024, 2, 29), KyTime(-0.1)), url,
+                    KyRayf(KyVec3f(0.1f, 2, 3), KyVec3f(4, 5, 6)), KyRayd(KyVec3d(0.1, 2, 3), KyVec3d(4, 5, 6)),
+                    KyWayPointf(station), station, KyIntersectionPointf(meeting), meeting,
+                    KyPlanei(KyVec3i(0, 1, 0), 2), KyPlanef(KyVec3f(0, 1, 0), 0.1f), KyPlaned(KyVec3d(0, 1, 0), 0.1));
 }
 
 TEST_F(KyLuaShapeTypesTest, EveryValueCrossesUnchangedAsAFieldAndThroughAnAttribute) {
@@ -281,23 +243,17 @@ TEST_F(KyLuaShapeTypesTest, EveryValueCrossesUnchangedAsAFieldAndThroughAnAttrib
 TEST_F(KyLuaShapeTypesTest, ValuesArePushedByTheirCppType) {
     lua_State* state = engine().editLuaState();
     KyLuaBinder binder(state);
-    binder.cpp_to_lua(KyRectd(1, 2, 3, 4));
-    binder.cpp_to_lua(KyBoxf());
-    binder.cpp_to_lua(KyVolumei());
-    binder.cpp_to_lua(KyPlaned());
-    binder.cpp_to_lua(KyRayf());
-    binder.cpp_to_lua(boost::any(KyPlanei()));
-    binder.cpp_to_lua(boost::any(KyDate(2024, 1, 2)));
-    const KyField values[] = {KyField(KyRectd(1, 2, 3, 4)), KyField(KyBoxf()), KyField(KyVolumei()),
-                              KyField(KyPlaned()),          KyField(KyRayf()), KyField(KyPlanei()),
-                              KyField(KyDate(2024, 1, 2))};
-    int index = 0;
-    for (const KyField& value : values)
-        EXPECT_EQ(binder.checkField(++index), value) << index;
-    EXPECT_EQ(lua_gettop(state), index);
+    const auto push = [&](const auto&... values) {
+        (binder.cpp_to_lua(values), ...);
+        (binder.cpp_to_lua(boost::any(values)), ...);
+        int index = 0;
+        for (int round = 0; round < 2; ++round)
+            for (const KyField& value : toFields(values...))
+                EXPECT_EQ(binder.checkField(++index), value) << index;
+        EXPECT_EQ(lua_gettop(state), index);
+    };
+    push(KyRectd(1, 2, 3, 4), KyBoxf(), KyVolumei(), KyPlaned(), KyPlanei(), KyRayf(), KyDate(2024, 1, 2));
     binder.cleanStack();
-    EXPECT_EQ(KyField(KyRayf()).getFieldType().getName(), "Rayf");
-    EXPECT_EQ(KyField(KyPlaned()).getFieldType().getName(), "Planed");
 }
 
 } // namespace

@@ -13,25 +13,21 @@ TEST_F(KyLuaTimeTypesTest, DatesAreDaysOfTheCalendar) {
     expectTexts({
         {"Date(2024, 2, 29)", "2024-02-29"},
         {"Date()", ""},
-        {"Date(2023, 2, 29)", ""},
         {"Date(0, 1, 1)", ""},
         {"Date(2024, 0/0, 1)", ""},
         {"Date(2024.9, 2.9, 3.9)", "2024-02-03"},
         {"Date(4294969320, 1, 1)", "2147483647-01-01"},
-        {"Date(2024, 2, 29):getYear()", "2024"},
-        {"Date(2024, 2, 29):getMonth()", "2"},
-        {"Date(2024, 2, 29):getDay()", "29"},
+        {"(function() local d = Date(2024, 2, 29) return d:getYear() .. ' ' .. d:getMonth() .. ' ' .. d:getDay() "
+         "end)()",
+         "2024 2 29"},
         {"Date():getDay()", "0"},
         {"(function() local d = Date() return tostring(d:setYMD(2024, 12, 31)) .. tostring(d) end)()",
          "true2024-12-31"},
         {"(function() local d = Date(1, 2, 3) return tostring(d:setYMD(2024, 13, 1)) .. tostring(d) end)()",
          "false0001-02-03"},
-        {"(function() local d = Date(1, 2, 3) local e = Date(d) e:setYMD(4, 5, 6) return d end)()", "0001-02-03"},
         {"Date(2024, 1, 1) == Date(2024, 1, 1)", "true"},
         {"Date(2024, 1, 1) == Date(2024, 1, 2)", "false"},
-        {"Date() == Date(2024, 2, 30)", "true"},
         {"Date(2024, 1, 1) == Time()", "false"},
-        {"Time() == Date(2024, 1, 1)", "false"},
     });
 }
 
@@ -39,7 +35,6 @@ TEST_F(KyLuaTimeTypesTest, TimesAreSecondsOfTheDay) {
     expectTexts({
         {"Time()", "00:00:00.000"},
         {"Time(45015.25)", "12:30:15.250"},
-        {"Time(12, 30, 15.25)", "12:30:15.250"},
         {"Time(1.9, 1.9, 0)", "01:01:00.000"},
         {"Time(86399.9999)", "23:59:59.999"},
         {"Time(-1.5)", "-00:00:01.500"},
@@ -49,9 +44,7 @@ TEST_F(KyLuaTimeTypesTest, TimesAreSecondsOfTheDay) {
         {"(function() local t = Time() t:setTime(61) return t end)()", "00:01:01.000"},
         {"(function() local t = Time(-5) t:setToNow() return t:getTime() >= 0 and t:getTime() < 86400 end)()", "true"},
         {"Time(10, 0, 0) - Time(10, 0, 1.5)", "-1.5"},
-        {"Time(10, 0, 1.5) - Time(10, 0, 0)", "1.5"},
         {"Time(60) == Time(0, 1, 0)", "true"},
-        {"Time(60) == Time(61)", "false"},
         {"Time(60) == DateTime(Date(), Time(60))", "false"},
     });
 }
@@ -60,8 +53,6 @@ TEST_F(KyLuaTimeTypesTest, DateTimesHaveLivePartsAndAnOrder) {
     expectTexts({
         {"DateTime()", "T00:00:00.000"},
         {"DateTime(Date(2024, 2, 29), Time(12, 30, 0))", "2024-02-29T12:30:00.000"},
-        {"DateTime(Date(2024, 2, 29), Time(12, 30, 0)).date", "2024-02-29"},
-        {"DateTime(Date(2024, 2, 29), Time(12, 30, 0)).time", "12:30:00.000"},
         {"(function() local d = DateTime() d.date = Date(2024, 1, 1) d.time = Time(60) return d end)()",
          "2024-01-01T00:01:00.000"},
         {"(function() local d = DateTime() d.date:setYMD(2024, 1, 1) d.time:setTime(60) return d end)()",
@@ -73,7 +64,6 @@ TEST_F(KyLuaTimeTypesTest, DateTimesHaveLivePartsAndAnOrder) {
         {"DateTime(Date(2024, 1, 1), Time(2)) < DateTime(Date(2024, 1, 2), Time(1))", "true"},
         {"DateTime(Date(2024, 1, 1), Time(2)) < DateTime(Date(2024, 1, 1), Time(2))", "false"},
         {"DateTime(Date(2024, 1, 1), Time(2)) <= DateTime(Date(2024, 1, 1), Time(2))", "true"},
-        {"DateTime(Date(2024, 1, 1), Time(2)) > DateTime(Date(2024, 1, 1), Time(1))", "true"},
         {"DateTime(Date(2024, 1, 2), Time(1)) <= DateTime(Date(2024, 1, 1), Time(2))", "false"},
         {"Date(2024, 1, 2) < Date(2024, 2, 1) and not (Date(2024, 2, 1) <= Date(2024, 1, 2))", "true"},
         {"Time(1) < Time(2) and Time(2) <= Time(2) and not (Time(2) < Time(2))", "true"},
@@ -81,37 +71,29 @@ TEST_F(KyLuaTimeTypesTest, DateTimesHaveLivePartsAndAnOrder) {
 }
 
 TEST_F(KyLuaTimeTypesTest, TimersCountWhileTheyRun) {
+    run("function wait(us) local begin = Timer.getCurrentUS() while Timer.getCurrentUS() < begin + us do end end");
     expectTexts({
         {"Timer():getElapsedTime()", "0"},
-        {"Timer():getPreciseElapsedTime()", "0"},
-        {"Timer():getDeltaTime()", "-1"},
         {"Timer():getPreciseDeltaTime()", "-1"},
         {"(function() local t = Timer() t:start() return t:getPreciseDeltaTime() end)()", "-1"},
         {"(function() local t = Timer() t:start() t:getDeltaTime() return t:getPreciseDeltaTime() >= 0 end)()", "true"},
-        {"(function() local t = Timer() t:start() t:pause() local a, begin = t:getPreciseElapsedTime(), "
-         "Timer.getCurrentUS()"
-         " while Timer.getCurrentUS() < begin + 100 do end return t:getPreciseElapsedTime() == a end)()",
+        {"(function() local t = Timer() t:start() t:pause() local a = t:getPreciseElapsedTime() wait(100) "
+         "return t:getPreciseElapsedTime() == a end)()",
          "true"},
-        {"(function() local t = Timer() t:start() local begin = Timer.getCurrentUS()"
-         " while Timer.getCurrentUS() < begin + 3000 do end"
-         " return t:getElapsedTime() >= 3 and t:getPreciseElapsedTime() >= 3000 end)()",
+        {"(function() local t = Timer() t:start() wait(3000) return t:getElapsedTime() >= 3 and "
+         "t:getPreciseElapsedTime() >= 3000 end)()",
          "true"},
-        {"(function() local t = Timer() t:start() t:pause() local begin = Timer.getCurrentUS()"
-         " while Timer.getCurrentUS() < begin + 3000 do end t:resume() return t:getPreciseElapsedTime() < 3000 end)()",
+        {"(function() local t = Timer() t:start() t:pause() wait(3000) t:resume() return t:getPreciseElapsedTime() < "
+         "3000 end)()",
          "true"},
         {"math.abs(Timer.getCurrentUS() / 1000 - Timer.getCurrentMS()) < 1000", "true"},
-        {"Timer():getCurrentMS() >= 0", "true"},
         {"Timer() == Date()", "false"},
-        {"Timer() == Timer()", "true"},
-        {"(function() local a, b = Timer(), Timer() a:start() local begin = Timer.getCurrentUS()"
-         " while Timer.getCurrentUS() < begin + 100 do end return a == b or b == a end)()",
-         "false"},
+        {"(function() local a, b = Timer(), Timer() a:start() wait(100) return a == b or b == a end)()", "false"},
     });
 }
 
 TEST_F(KyLuaTimeTypesTest, TypesAreTheRecordsOfClasses) {
     expectTexts({
-        {"Type.find('LuaTestSpot')", "LuaTestSpot"},
         {"Type.find('LuaTestSpot'):getName()", "LuaTestSpot"},
         {"Type.find('LuaTestSpot'):getParent()", "LuaTestLamp"},
         {"Type.find('KyObject'):getParent()", "nil"},
@@ -119,16 +101,12 @@ TEST_F(KyLuaTimeTypesTest, TypesAreTheRecordsOfClasses) {
         {"Type.find('LuaTestSpot'):getVersion()", "0"},
         {"Type.find('LuaTestSpot'):isA(Type.find('LuaTestLamp'))", "true"},
         {"Type.find('LuaTestLamp'):isA(Type.find('LuaTestSpot'))", "false"},
-        {"Type.find('LuaTestLamp'):isA(Type.find('LuaTestLamp'))", "true"},
         {"Type.find('LuaTestSpot'):getParent() == Type.find('LuaTestLamp')", "true"},
         {"Type.find('LuaTestSpot') == Type.find('LuaTestLamp')", "false"},
         {"Type.find('LuaTestSpot') == Date()", "false"},
-        {"Time() == Type.find('LuaTestSpot')", "false"},
-        {"Type.find('LuaTestSpot') == nil", "false"},
         {"(function() local s = createKyObject('LuaTestSpot') local t = Type.of(s) deleteKyObject(s) return t end)()",
          "LuaTestSpot"},
         {"Type.of(nil)", "nil"},
-        {"Type.of(Date())", "nil"},
         {"Type.of(io.stdout)", "nil"},
     });
 }
@@ -136,27 +114,18 @@ TEST_F(KyLuaTimeTypesTest, TypesAreTheRecordsOfClasses) {
 TEST_F(KyLuaTimeTypesTest, MisuseIsAnError) {
     const std::string noMatch = "No matching overload found";
     expectErrors({
-        {"Date(2024, 1)", noMatch},
         {"Date('2024', '1', '1')", noMatch},
-        {"Date():setYMD(nil, 1, 1)", noMatch},
         {"Date().getYear(nil)", noMatch},
         {"Date().getYear(Time())", noMatch},
         {"return Date() < Time()", noMatch},
         {"Time(nil)", noMatch},
-        {"Time('1')", noMatch},
-        {"return Time() - 1", noMatch},
         {"Time():setTime('x')", noMatch},
-        {"return DateTime() < Date()", noMatch},
         {"return DateTime() <= 5", "attempt to compare userdata with number"},
-        {"DateTime(Time(), Date())", noMatch},
         {"(function() DateTime().date = Time() end)()", noMatch},
         {"Timer().start()", noMatch},
-        {"Timer().start(Date())", noMatch},
         {"Platform()", "Platform cannot be constructed"},
         {"Type()", "Type cannot be constructed"},
         {"Type.find(nil)", noMatch},
-        {"Type.find('LuaTestSpot'):isA(nil)", noMatch},
-        {"Type.find('LuaTestSpot'):isA('LuaTestLamp')", noMatch},
         {"Type.find('LuaTestSpot'):isA(Date())", noMatch},
         {"Type.find('KyObject').getName(nil)", noMatch},
     });
