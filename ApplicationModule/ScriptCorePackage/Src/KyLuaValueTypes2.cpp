@@ -71,7 +71,7 @@ luabind::scope makeQuat(const char* name) {
 template <class T>
 KyMat4<T> readMatrix(const KyLuaTable& table) {
     const std::vector<double> numbers = kyReadLuaNumbers(table);
-    std::array<T, cNbMatrixRows * cNbMatrixRows> elements;
+    std::array<T, cNbMatrixRows * cNbMatrixRows> elements{};
     if (numbers.size() != elements.size())
         throw KyScriptError("table of 16 numbers expected");
     std::ranges::transform(numbers, elements.begin(), &kyToLuaElement<T>);

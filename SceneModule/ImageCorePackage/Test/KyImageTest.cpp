@@ -91,7 +91,7 @@ TEST_F(KyImageTest, WhatIsNoPictureIsNeitherLoadedNorSaved) {
         {"truncated.png", png.substr(0, 40)},
         {"header.png", png.substr(0, 10)},
         {"huge.png", hugeHeader},
-        {"jpeg.jpg", std::string("\xff\xd8\xff\xe0", 4) + std::string(40, 'x')},
+        {"jpeg.jpg", "\xff\xd8\xff\xe0" + std::string(40, 'x')},
     };
     for (const auto& [name, bytes] : cases)
         EXPECT_EQ(KyImage::create(write(name, bytes)), nullptr) << name;
