@@ -110,14 +110,17 @@ function(ky_add_test name)
   target_link_libraries(${name} PRIVATE ${KY_PACKAGE_LIBRARY} ${arg_LIBRARIES} GTest::gtest GTest::gtest_main)
   ky_reuse_test_headers(${name})
 
+  if(KY_SANITIZE)
+    set(environment ENVIRONMENT "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tools/leaks.supp")
+  endif()
   if(gl IN_LIST arg_LABELS)
     add_test(NAME ${name} COMMAND ${name} WORKING_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR})
-    set_tests_properties(${name} PROPERTIES LABELS "${arg_LABELS}" TIMEOUT 600)
+    set_tests_properties(${name} PROPERTIES LABELS "${arg_LABELS}" TIMEOUT 600 ${environment})
     return()
   endif()
   gtest_discover_tests(${name}
     DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60
     WORKING_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}
     TEST_PREFIX ${name}.
-    PROPERTIES TIMEOUT 120 RESOURCE_LOCK ${name})
+    PROPERTIES TIMEOUT 120 RESOURCE_LOCK ${name} ${environment})
 endfunction()
