@@ -43,9 +43,9 @@ function(ky_set_target_defaults target)
   target_compile_options(${target} PRIVATE
     -Wall -Wextra -Wpedantic -Wconversion -Wshadow $<$<BOOL:${KY_WERROR}>:-Werror>
     $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>)
-  # GCC 12 takes joined short texts for overlapping and for endless copies when it optimises.
+  # GCC 12 takes joined short texts for overlapping copies when it optimises.
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
-    target_compile_options(${target} PRIVATE -Wno-restrict -Wno-stringop-overflow)
+    target_compile_options(${target} PRIVATE -Wno-restrict)
   endif()
   if(KY_SANITIZE)
     list(JOIN KY_SANITIZE "," sanitizers)

@@ -313,7 +313,9 @@ bool KyURL::fromLocalPath(const std::string& path) {
     std::string local = path;
     if (isDrive || path.starts_with("\\\\") || cBackslashSeparates)
         std::ranges::replace(local, '\\', '/');
-    mPath = (isDrive ? "/" : "") + encodePlain(local);
+    mPath = encodePlain(local);
+    if (isDrive)
+        mPath.insert(mPath.begin(), '/');
     // What looks like a drive behind a "/" is a name.
     if (!isDrive && isDriveInPath(mPath))
         mPath.replace(2, 1, "%3A");
@@ -329,9 +331,9 @@ void KyURL::clear() {
 
 void KyURL::normalize() {
     if (mScheme == cFileScheme && KyURLText::isDrivePath(mPath))
-        mPath.insert(0, "/");
+        mPath.insert(mPath.begin(), '/');
     if (hasAuthority() && !mPath.empty() && mPath.front() != '/')
-        mPath.insert(0, "/");
+        mPath.insert(mPath.begin(), '/');
     if (!mScheme.empty() || hasAuthority())
         return;
     // Without a scheme, ":" in the first segment would make one.
