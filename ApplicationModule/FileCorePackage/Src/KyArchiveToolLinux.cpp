@@ -13,7 +13,7 @@ constexpr std::array cPrograms = {"7za", "7zz", "7z", "7zr"};
 
 QString KyArchiveTool::find() {
     for (const char* program : cPrograms)
-        if (const QString path = QStandardPaths::findExecutable(QLatin1String(program)); !path.isEmpty())
+        if (QString path = QStandardPaths::findExecutable(QLatin1String(program)); !path.isEmpty())
             return path;
     return {};
 }

@@ -16,9 +16,9 @@ namespace {
 
 using Kind = KyDirectory::Kind;
 
-constexpr qint64 cChunk = 256 * 1024;
+constexpr qint64 cChunk = qint64{256} << 10;
 /// Of a large file, per step of the tracker.
-constexpr std::uint64_t cBytesPerStep = 16 * 1024 * 1024;
+constexpr std::uint64_t cBytesPerStep = std::uint64_t{16} << 20;
 
 template <class Entries>
 unsigned countSteps(const Entries& entries) {

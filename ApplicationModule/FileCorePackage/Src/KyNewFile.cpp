@@ -7,7 +7,7 @@
 namespace {
 constexpr int cNbAttempts = 16;
 // Small files are written in no time, while renaming them would more than double the time of a tree.
-constexpr std::uint64_t cMinSizeHidden = 256 * 1024;
+constexpr std::uint64_t cMinSizeHidden = std::uint64_t{256} << 10;
 // Of eight digits.
 constexpr int cNbWords = 3;
 constexpr std::string_view cDigits = "0123456789abcdef";

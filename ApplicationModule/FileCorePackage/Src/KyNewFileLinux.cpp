@@ -14,9 +14,9 @@
 namespace {
 
 // Below, a read and a write are cheaper than asking the file system to share or splice.
-constexpr std::uint64_t cMinSizeInKernel = 256 * 1024;
-constexpr std::size_t cChunkInKernel = 16 * 1024 * 1024;
-constexpr std::size_t cChunk = 64 * 1024;
+constexpr std::uint64_t cMinSizeInKernel = std::uint64_t{256} << 10;
+constexpr std::size_t cChunkInKernel = std::size_t{16} << 20;
+constexpr std::size_t cChunk = std::size_t{64} << 10;
 constexpr mode_t cPermissions = 0777;
 
 int toDescriptor(std::intptr_t handle) {

@@ -155,6 +155,7 @@ void KyQmlTypedBinding::call(int method, void** arguments) {
     const int nbArguments = getLayout().getNbArguments(method);
     const std::string name = getLayout().getMethod(method);
     std::vector<QVariant> values;
+    values.reserve(static_cast<std::size_t>(nbArguments));
     for (int i = 0; i < nbArguments; ++i)
         values.push_back(static_cast<const QJSValue*>(arguments[i + 1])->toVariant());
     if (!self)
