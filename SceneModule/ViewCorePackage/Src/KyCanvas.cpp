@@ -115,6 +115,8 @@ bool KyCanvas::removeView(KyGraphicsViewMultiPass* view) {
 bool KyCanvas::removeViewAt(unsigned index) {
     if (index >= mViews.size())
         return false;
+    // A slot may drop the canvas; one that nobody holds must not end with this.
+    const KyHolder<KyCanvas> self(getNbReferences() > 0 ? this : nullptr);
     const KyHolder<KyGraphicsViewMultiPass> kept = mViews[index];
     mViews.erase(mViews.begin() + index);
     kept->mCanvas = nullptr;
@@ -125,14 +127,18 @@ bool KyCanvas::removeViewAt(unsigned index) {
 }
 
 bool KyCanvas::handleEvent(const KyInputEvent& event) {
+    // A handler may drop the canvas; one that nobody holds must not end with this.
+    const KyHolder<KyCanvas> self(getNbReferences() > 0 ? this : nullptr);
     const KyHolder<KyEventHandler> handler = mEventHandler;
     if (handler && handler->handleEvent(event))
         return true;
-    // Handlers may remove views.
+    // Handlers may remove and disable views, those that others stand in too.
     std::vector<KyHolder<KyGraphicsViewMultiPass>> views;
     for (KyGraphicsViewMultiPass* view : pickViews(event.getX(), event.getY()))
         views.emplace_back(view);
-    return std::ranges::any_of(views, [&event](const auto& view) { return view->handleEvent(event); });
+    return std::ranges::any_of(views, [this, &event](const auto& view) {
+        return view->getCanvas() == this && view->isEnabledWithParents() && view->handleEvent(event);
+    });
 }
 
 bool KyCanvas::render(KyRendererContext& context) {

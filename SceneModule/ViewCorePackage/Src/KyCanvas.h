@@ -63,13 +63,14 @@ public:
     /// Sees all events of the canvas before the views; null for none. Holds a reference.
     void setEventHandler(KyEventHandler* handler) { mEventHandler.reset(handler); }
 
-    /// Gives the event to the handler, then to the views under its position, front first. True when it was used.
+    /// Gives the event to the handler, then to the enabled views under its position, front first. True when it was
+    /// used. Handlers may remove views and drop the canvas.
     virtual bool handleEvent(const KyInputEvent& event);
     /// Draws all views into the context's target, leaving the GL state as it was. False when there is no usable
     /// context or no size.
     bool render(KyRendererContext& context);
 
-    /// Sent with each view that leaves, the deepest child first, while it still exists.
+    /// Sent with each view that leaves, the deepest child first, while it still exists. Slots may drop the canvas.
     ViewRemovedSignal& viewRemovedSignal() { return mViewRemovedSignal; }
 
 private:

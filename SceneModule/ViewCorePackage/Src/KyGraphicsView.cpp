@@ -51,6 +51,13 @@ void KyGraphicsView::setName(const std::string& name) {
     notifyModified("Name");
 }
 
+bool KyGraphicsView::isEnabledWithParents() const {
+    const KyGraphicsView* view = this;
+    while (view && view->mIsEnabled)
+        view = view->mParent;
+    return !view;
+}
+
 KyCanvas* KyGraphicsView::getCanvas() const {
     const KyGraphicsView* top = this;
     while (top->mParent)
@@ -59,14 +66,17 @@ KyCanvas* KyGraphicsView::getCanvas() const {
 }
 
 KyRect<int> KyGraphicsView::getAbsoluteArea() const {
+    KyRect<int> whole;
     if (mParent)
-        return kyScaleArea(mParent->getAbsoluteArea(), mArea);
-    return mCanvas ? kyScaleArea(KyRect<int>(0, 0, mCanvas->getWidth(), mCanvas->getHeight()), mArea) : KyRect<int>();
+        whole = mParent->getAbsoluteArea();
+    else if (mCanvas)
+        whole = KyRect<int>(0, 0, mCanvas->getWidth(), mCanvas->getHeight());
+    return mIsWhole ? whole : kyScaleArea(whole, mArea);
 }
 
 bool KyGraphicsView::containsPixel(int x, int y) const {
     const KyRect<int> area = getAbsoluteArea();
-    const int column = x - area.origin.x, row = y - area.origin.y;
+    const std::int64_t column = std::int64_t{x} - area.origin.x, row = std::int64_t{y} - area.origin.y;
     return column >= 0 && row >= 0 && column < area.getWidth() && row < area.getHeight();
 }
 
@@ -78,10 +88,12 @@ void KyGraphicsView::setEnabled(bool isEnabled) {
 }
 
 void KyGraphicsView::setArea(const KyRect<double>& area) {
-    const KyRect<double> wanted = area.isNull() ? KyRect<double>(0.0, 0.0, 1.0, 1.0) : area;
+    const KyRect<double> all(0.0, 0.0, 1.0, 1.0);
+    const KyRect<double> wanted = area.isNull() ? all : area;
     if (wanted == mArea)
         return;
     mArea = wanted;
+    mIsWhole = wanted == all;
     markModified("Area");
 }
 
@@ -103,11 +115,11 @@ void KyGraphicsView::markModified(std::string_view attribute) {
 KyRect<int> kyScaleArea(const KyRect<int>& area, const KyRect<double>& fractions) {
     // Edges are rounded, not sizes: two halves of an odd number of pixels leave no gap.
     const auto place = [](int origin, int size, double fraction) {
-        return origin + KyScalar::round<int>(fraction * size);
+        return KyScalar::add(origin, KyScalar::round<int>(fraction * size));
     };
     const int left = place(area.origin.x, area.getWidth(), fractions.origin.x);
     const int right = place(area.origin.x, area.getWidth(), fractions.origin.x + fractions.width);
     const int top = place(area.origin.y, area.getHeight(), fractions.origin.y);
     const int bottom = place(area.origin.y, area.getHeight(), fractions.origin.y + fractions.height);
-    return KyRect<int>(left, top, right - left, bottom - top);
+    return KyRect<int>(left, top, KyScalar::subtract(right, left), KyScalar::subtract(bottom, top));
 }

@@ -36,6 +36,8 @@ public:
     bool hasNameAttribute() const override { return true; }
     /// A view that is not enabled neither draws nor takes events.
     bool isEnabled() const { return mIsEnabled; }
+    /// Enabled itself, and all the views that it stands in.
+    bool isEnabledWithParents() const;
     /// Null outside a canvas.
     KyCanvas* getCanvas() const;
     /// The view that this one stands in; null at the top.
@@ -69,6 +71,8 @@ private:
     std::string mName;
     bool mIsEnabled = true;
     KyRect<double> mArea{0.0, 0.0, 1.0, 1.0};
+    /// What most areas are, and asked for with every event.
+    bool mIsWhole = true;
     KyCanvas* mCanvas = nullptr;
     KyGraphicsView* mParent = nullptr;
     std::uint64_t mRevision = 1;
@@ -77,4 +81,5 @@ private:
 };
 
 /// The part of a pixel area that fractions of it name; edges that fit together in fractions do so in pixels.
+/// What no int can hold becomes the nearest that does.
 KYSCENE_EXPORT KyRect<int> kyScaleArea(const KyRect<int>& area, const KyRect<double>& fractions);

@@ -150,8 +150,10 @@ bool KyGraphicsViewMultiPass::remove(KyGraphicsViewMultiPass* view) {
 bool KyGraphicsViewMultiPass::removeViewAt(unsigned index) {
     if (index >= mViews.size())
         return false;
-    const KyHolder<KyGraphicsViewMultiPass> kept = mViews[index];
     KyCanvas* canvas = getCanvas();
+    // A slot may drop both; what nobody holds must not end with this.
+    const KyHolder<KyGraphicsViewMultiPass> self(getNbReferences() > 0 ? this : nullptr), kept = mViews[index];
+    const KyHolder<KyCanvas> keptCanvas(canvas && canvas->getNbReferences() > 0 ? canvas : nullptr);
     mViews.erase(mViews.begin() + index);
     kept->mParent = nullptr;
     touch();

@@ -101,11 +101,12 @@ void KyScenePass::setBackgroundVisible(bool isVisible) {
 
 bool KyScenePass::findHit(const KyGraphicsViewMultiPass& view, int x, int y, KyNodeHit& hit) const {
     const KyRect<int> area = getAreaPixels(&view);
-    const int column = x - area.origin.x, row = y - area.origin.y;
-    const bool isInside = column >= 0 && row >= 0 && column < area.getWidth() && row < area.getHeight();
+    const double width = area.getWidth(), height = area.getHeight();
+    // In doubles: the difference of two ints may be none.
+    const double column = static_cast<double>(x) - area.origin.x, row = static_cast<double>(y) - area.origin.y;
+    const bool isInside = column >= 0.0 && row >= 0.0 && column < width && row < height;
     if (!mScene || !mCamera || !isInside)
         return false;
-    const double width = area.getWidth(), height = area.getHeight();
     const KyRayd ray =
         mCamera->getRay((column + 0.5) / width * 2.0 - 1.0, 1.0 - (row + 0.5) / height * 2.0, width / height);
     return mScene->intersect(ray, hit);

@@ -6,14 +6,22 @@
 #include "KyScenePass.h"
 
 #include "KyInputEvent.h"
+#include "KyObjectReference.h"
 
 #include <gtest/gtest.h>
+
+#include <functional>
 
 namespace {
 
 struct RemovalList : KyHasSlots {
     void onRemoved(KyGraphicsViewMultiPass* view) { views.push_back(view); }
     std::vector<KyGraphicsViewMultiPass*> views;
+};
+
+struct Asked : KyGraphicsViewMultiPass {
+    bool handleEvent(const KyInputEvent&) override { return action(), false; }
+    std::function<void()> action = [] {};
 };
 
 class KyCanvasTest : public testing::Test {
@@ -73,6 +81,36 @@ TEST_F(KyCanvasTest, RemovedViewsAreToldTheDeepestFirst) {
     mCanvas.reset();
     EXPECT_EQ(mBack->getCanvas(), nullptr);
     EXPECT_EQ(mBack->getNbReferences(), 1u);
+}
+
+TEST_F(KyCanvasTest, HandlersMayTakeViewsAndTheCanvasAway) {
+    const KyHolder<Asked> parent(new Asked), child(new Asked);
+    mCanvas->insertView(parent.get());
+    parent->insert(child.get());
+    parent->action = [] { ADD_FAILURE() << "disabled, then removed"; };
+    child->action = [&] { mCanvas->removeView(parent.get()); };
+    for (const bool isEnabled : {false, true}) {
+        EXPECT_EQ(parent->getCanvas(), mCanvas.get());
+        parent->setEnabled(isEnabled);
+        mCanvas->handleEvent(KyInputEvent());
+    }
+    parent->action = [] {};
+    const std::function<void()> calls[] = {[&] { mCanvas->handleEvent(KyInputEvent()); },
+                                           [&] { mCanvas->removeView(parent.get()); },
+                                           [&] { parent->remove(child.get()); }};
+    for (const auto& call : calls) {
+        mCanvas.reset(new KyCanvas);
+        mCanvas->setSize(1, 1);
+        mCanvas->insertView(parent.get());
+        parent->insert(child.get());
+        const KyObjectReference canvas(mCanvas.get());
+        bool isAlive = false;
+        child->action = [&] { mCanvas.reset(), isAlive = canvas.get(); };
+        mCanvas->viewRemovedSignal().connect([&](KyGraphicsViewMultiPass*) { child->action(); });
+        call();
+        EXPECT_TRUE(isAlive) << "the canvas until the call is through";
+        EXPECT_FALSE(canvas);
+    }
 }
 
 TEST_F(KyCanvasTest, ARevisionChangesWithWhatIsShownAndOnlyThen) {

@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <string>
 
 namespace {
@@ -96,6 +97,12 @@ TEST_F(KyGraphicsViewMultiPassTest, ViewsAndPassesCoverTheirAreas) {
     EXPECT_EQ(pass->getAreaPixels(mView.get()), KyRecti(50, 25, 50, 50));
     EXPECT_TRUE(pass->adaptView(*mView));
     EXPECT_FALSE(pass->adaptView(*mView)) << "a size is told once";
+    constexpr int cMin = std::numeric_limits<int>::min(), cMax = std::numeric_limits<int>::max();
+    mView->setArea(KyRectd(-1e300, 0, 2e300, 1));
+    EXPECT_EQ(mView->getAbsoluteArea(), KyRecti(cMin, 0, cMax, 100));
+    mView->setArea(KyRectd(1e300, 0, 1, 1));
+    overlay->setArea(KyRectd(1, 0, 1e300, 1));
+    EXPECT_EQ(overlay->getAbsoluteArea(), KyRecti(cMax, 0, 0, 100));
 }
 
 TEST_F(KyGraphicsViewMultiPassTest, AViewIsNeverInsertedIntoItself) {
