@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -20,6 +21,8 @@ struct Pending {
 struct Registry {
     std::vector<KyGpuContext> contexts;
     std::vector<Pending> pending;
+    /// How many contexts of a handle have ended.
+    std::unordered_map<void*, unsigned> lives;
     unsigned lastGroup = 0;
 };
 
@@ -70,7 +73,19 @@ const KindOperations& getOperations(KyGpuName::Kind kind) {
 bool isKnownIn(KyGpuName::Kind kind, const KyGpuContext& owner, const KyGpuContext& current) {
     if (!current.handle || owner.group != current.group)
         return false;
-    return getOperations(kind).isShared || owner.handle == current.handle;
+    return getOperations(kind).isShared || owner == current;
+}
+
+unsigned getLife(void* handle) {
+    const auto& lives = getRegistry().lives;
+    const auto found = lives.find(handle);
+    return found == lives.end() ? 0 : found->second;
+}
+
+/// Its context has ended, and nobody else knows the name.
+bool isLost(const Pending& pending) {
+    return !getOperations(pending.kind).isShared && pending.context.group == 0 &&
+           pending.context.life != getLife(pending.context.handle);
 }
 
 } // namespace
@@ -81,7 +96,13 @@ KyGpuContext kyGetCurrentGpuContext() {
         return {};
     const auto& contexts = getRegistry().contexts;
     const auto found = std::ranges::find(contexts, handle, &KyGpuContext::handle);
-    return found == contexts.end() ? KyGpuContext{handle, 0} : *found;
+    return found == contexts.end() ? KyGpuContext{handle, 0, getLife(handle)} : *found;
+}
+
+void kyEndCurrentGpuContext() {
+    KyGpuName::deletePending();
+    if (void* handle = kyGetCurrentGpuHandle())
+        ++getRegistry().lives[handle];
 }
 
 unsigned kyMakeGpuGroup() {
@@ -131,6 +152,8 @@ void KyGpuName::deletePending() {
         return;
     const KyGpuContext current = kyGetCurrentGpuContext();
     std::erase_if(pending, [&current](const Pending& entry) {
+        if (isLost(entry))
+            return true;
         if (!isKnownIn(entry.kind, entry.context, current))
             return false;
         getOperations(entry.kind).remove(entry.name);

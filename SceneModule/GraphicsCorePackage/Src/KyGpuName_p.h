@@ -5,10 +5,12 @@
 #include <cstddef>
 
 /// Identity of a GL context. Contexts of one group share textures, buffers and programs; all contexts that nobody
-/// registered are taken as one group, because the application makes its own share.
+/// registered are taken as one group, because the application makes its own share. A later context may get the handle
+/// of one that ended: their lives differ.
 struct KyGpuContext {
     void* handle = nullptr;
     unsigned group = 0;
+    unsigned life = 0;
 
     bool operator==(const KyGpuContext&) const = default;
 };
@@ -20,6 +22,9 @@ unsigned kyMakeGpuGroup();
 void kyRegisterGpuContext(const KyGpuContext& context);
 /// Forgets the context; with the last of its group the names that wait for deletion there are dropped.
 void kyUnregisterGpuContext(void* handle);
+
+/// The current context, which nobody registered, is about to end: its own names are given up.
+void kyEndCurrentGpuContext();
 
 /// Implemented per platform: the current context's handle, whatever made it.
 void* kyGetCurrentGpuHandle();

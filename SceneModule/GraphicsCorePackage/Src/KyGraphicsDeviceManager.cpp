@@ -22,6 +22,10 @@ void KyGraphicsDeviceManager::deletePending() {
     KyGpuName::deletePending();
 }
 
+void KyGraphicsDeviceManager::endContext() {
+    kyEndCurrentGpuContext();
+}
+
 std::size_t KyGraphicsDeviceManager::getNbPending() const {
     return KyGpuName::getNbPending();
 }

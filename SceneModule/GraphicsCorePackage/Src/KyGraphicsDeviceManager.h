@@ -25,6 +25,9 @@ public:
 
     /// Deletes what ended objects left in the current context.
     void deletePending();
+    /// To be called with a toolkit's context current, just before that ends: what living objects have in it alone, such
+    /// as frame buffers, is not taken for that of a later context at the same address.
+    void endContext();
     /// How many names of ended objects wait until a context of theirs is current.
     std::size_t getNbPending() const;
 
