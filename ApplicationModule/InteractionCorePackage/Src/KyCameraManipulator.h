@@ -1,0 +1,43 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "KyManipulator.h"
+
+#include "KyMat4.h"
+
+class KyCamera;
+
+/// Base of manipulators that move a camera: setObject takes cameras only. Without a camera the setters do nothing and
+/// the getters give 0, the identity and false.
+class KYAPPLICATION_EXPORT KyCameraManipulator : public KyManipulator {
+public:
+    static const KyType* getType();
+    static KyCameraManipulator* cast(KyObject* object);
+    static void initializeType();
+    static void finalizeType();
+    const KyType* getObjectType() const override;
+
+    /// Null without one.
+    KyCamera* getCamera() const;
+    double getCameraNear() const;
+    double getCameraFar() const;
+    /// Radians, as it was given to the camera.
+    double getCameraVerticalAperture() const;
+    KyMat4d getCameraLocalFrame() const;
+    KyMat4d getCameraWorldFrame() const;
+    bool isCameraOrthographic() const;
+
+    /// The camera ignores values that are not finite.
+    void setCameraNear(double near);
+    void setCameraFar(double far);
+    void setCameraVerticalAperture(double aperture);
+    void setCameraLocalFrame(const KyMat4d& frame);
+    void setCameraWorldFrame(const KyMat4d& frame);
+
+    bool acceptObject(KyObject* object) const override;
+    void initialize() override;
+
+private:
+    static const KyType* msType;
+};

@@ -1,0 +1,227 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#include "KyManipulatorEventHandler.h"
+#include "KyTrackballManipulator.h"
+
+#include "KyCamera.h"
+#include "KyGraphicsViewMultiPass.h"
+
+#include "KyException.h"
+#include "KyType.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <functional>
+#include <tuple>
+
+namespace {
+
+/// Notes what it sees.
+struct Probe : KyManipulator {
+    bool handleEvents() override {
+        native = getInputEvent().getNativeEvent();
+        ++nbEvents;
+        // What is run may end this.
+        const bool isUsed = answer;
+        if (const auto run = onEvent)
+            run();
+        return isUsed;
+    }
+    bool handleEvents(const KyVec3d& given) override {
+        point = given;
+        return handleEvents();
+    }
+    void initialize() override { ++nbInitialized; }
+    int nbEvents = 0, nbInitialized = 0;
+    void* native = nullptr;
+    KyVec3d point;
+    bool answer = true;
+    std::function<void()> onEvent;
+};
+
+KyInputEvent makeEvent(KyInputEvent::Type type, int x = 0, std::uint32_t state = 0) {
+    KyInputEvent event;
+    event.setType(type);
+    event.setPosition(x, 0);
+    event.setState(state);
+    return event;
+}
+
+std::string gReport;
+
+TEST(KyManipulatorTest, EventsAreKeptWhileItIsEnabled) {
+    Probe probe;
+    int native = 0;
+    KyInputEvent event = makeEvent(KyInputEvent::eKeyPressed, 1);
+    event.setNativeEvent(&native);
+    EXPECT_TRUE(probe.setInputEvent(event));
+    EXPECT_EQ(probe.native, &native);
+    EXPECT_EQ(probe.getInputEvent().getNativeEvent(), nullptr);
+    EXPECT_TRUE(probe.setInputEvent(makeEvent(KyInputEvent::eMouseMoved, 2), KyVec3d(1, 2, 3)));
+    EXPECT_EQ(probe.point, KyVec3d(1, 2, 3));
+    probe.setIsEnabled(false);
+    EXPECT_FALSE(probe.setInputEvent(makeEvent(KyInputEvent::eMouseMoved, 3)));
+    EXPECT_EQ(probe.getInputEvent().getX(), 2);
+    EXPECT_EQ(probe.getPreviousInputEvent().getX(), 1);
+    probe.setIsEnabled(true);
+    EXPECT_FALSE(probe.setInputEvent(KyInputEvent()));
+    probe.answer = false;
+    EXPECT_FALSE(probe.setInputEvent(probe.getInputEvent()));
+    EXPECT_EQ(probe.getInputEvent().getX(), 2) << "its own event again";
+    EXPECT_TRUE(probe.getPreviousInputEvent().isEmpty());
+    probe.reset();
+    EXPECT_TRUE(probe.getInputEvent().isEmpty());
+    EXPECT_EQ(probe.nbEvents, 3);
+    probe.onEvent = [&] {
+        probe.onEvent = nullptr;
+        probe.setInputEvent(makeEvent(KyInputEvent::eMouseMoved, 6));
+    };
+    probe.setInputEvent(event);
+    EXPECT_EQ(probe.getPreviousInputEvent().getNativeEvent(), nullptr) << "an event within an event";
+}
+
+TEST(KyManipulatorTest, TouchSequencesAreMarked) {
+    Probe probe;
+    const std::uint32_t marks[] = {0, 5, 0xFFFFFFFFu, 31, 5, 5};
+    for (const std::uint32_t mark : marks) {
+        const bool isFirst = probe.getInputEvent().isEmpty();
+        probe.setInputEvent(makeEvent(isFirst ? KyInputEvent::eTouchBegan : KyInputEvent::eTouchUpdated, 0, 5));
+        EXPECT_EQ(probe.getPreviousInputEvent().getState(), mark);
+    }
+}
+
+TEST(KyManipulatorTest, ObjectsAndViewsAreTakenAndForgotten) {
+    KyHolder<KyCamera> camera(new KyCamera);
+    KyHolder<KyGraphicsViewMultiPass> view(KyGraphicsViewMultiPass::create());
+    KyTrackballManipulator trackball;
+    const auto handler = KyException::setReportHandler([](const std::string& text) { gReport = text; });
+    trackball.setObject(camera.get());
+    trackball.setObject(view.get());
+    KyException::setReportHandler(handler);
+    EXPECT_EQ(gReport, "KyManipulator: setObject(): object do not fit requirements");
+    EXPECT_EQ(trackball.getObject(), camera.get());
+    trackball.setCameraNear(0.5);
+    EXPECT_EQ(trackball.getCameraNear(), 0.5);
+    trackball.setObject(nullptr);
+    trackball.setCameraFar(3.0);
+    EXPECT_EQ(trackball.getCameraFar(), 0.0);
+    Probe probe;
+    probe.setObject(nullptr);
+    EXPECT_EQ(probe.nbInitialized, 0);
+    probe.setObject(camera.get());
+    EXPECT_EQ(probe.nbInitialized, 1);
+    probe.setView(view.get());
+    probe.setViewMultiPass(view.get());
+    bool isNullAtEnd = false;
+    camera->modifiedSignal().connect([&](KyObject*, KyObjectModificationType, const std::string&, int) {
+        isNullAtEnd = probe.getObject() == nullptr;
+    });
+    camera.reset();
+    view.reset();
+    EXPECT_TRUE(isNullAtEnd && !probe.getObject());
+    EXPECT_EQ(probe.getView(), nullptr);
+    EXPECT_EQ(probe.getViewMultiPass(), nullptr);
+}
+
+TEST(KyManipulatorTest, AnEventGoesToOneManipulatorAfterTheOther) {
+    KyHolder<KyManipulatorEventHandler> handler(new KyManipulatorEventHandler);
+    const KyInputEvent event = makeEvent(KyInputEvent::eWheel);
+    EXPECT_FALSE(handler->handleEvent(event));
+    Probe main, first, second;
+    handler->setManipulator(&main);
+    handler->setMultipleManipulators(nullptr);
+    handler->setMultipleManipulators(&first);
+    handler->setMultipleManipulators(&second);
+    EXPECT_EQ(handler->getElementManipulator(1), &second);
+    EXPECT_EQ(handler->getElementManipulator(2), nullptr);
+    // Bits 1, 2 and 4: the main one, the first, the second uses the event.
+    for (int users = 0; users < 8; ++users) {
+        main.answer = users & 1, first.answer = users & 2, second.answer = users & 4;
+        main.nbEvents = first.nbEvents = second.nbEvents = 0;
+        EXPECT_EQ(handler->handleEvent(event), users != 0);
+        EXPECT_EQ(event.getInternalEventReturn(), users != 0);
+        EXPECT_EQ(std::make_tuple(main.nbEvents, first.nbEvents, second.nbEvents),
+                  std::make_tuple(1, !main.answer, !main.answer && !first.answer));
+    }
+    handler->setManipulator(nullptr);
+    EXPECT_TRUE(handler->removeManipulator(0));
+    EXPECT_FALSE(handler->removeManipulator(1));
+    second.answer = false;
+    second.onEvent = [&] { handler.reset(); };
+    KyManipulatorEventHandler* ending = handler.get();
+    EXPECT_FALSE(ending->handleEvent(event));
+}
+
+TEST(KyManipulatorTest, EachManipulatorIsAskedOnceWhateverBecomesOfTheList) {
+    using Act = std::function<void(KyManipulatorEventHandler&, Probe&)>;
+    const struct {
+        Act act;
+        int nbThird;
+        std::vector<std::string> told;
+    } rows[] = {{[](auto& handler, auto&) { handler.removeManipulator(1); }, 1, {"removed 1"}},
+                {[](auto& handler, auto&) { handler.removeManipulator(2); }, 0, {"removed 2"}},
+                {[](auto& handler, auto& added) { handler.insertManipulator(0, &added); }, 1, {"inserted 0"}},
+                {[](auto& handler, auto& added) {
+                     handler.editElementManipulator(0)->destroy();
+                     handler.setMultipleManipulators(&added);
+                 },
+                 1,
+                 {"removed 0", "inserted 2"}}};
+    for (const auto& [act, nbThird, told] : rows) {
+        KyHolder<KyManipulatorEventHandler> handler(new KyManipulatorEventHandler);
+        std::array<Probe, 3> probes;
+        for (Probe& probe : probes)
+            probe.answer = false;
+        auto& [second, third, added] = probes;
+        const KyObjectReference first(KyManipulator::create());
+        for (KyManipulator* manipulator : {static_cast<KyManipulator*>(first.get()),
+                                           static_cast<KyManipulator*>(&second), static_cast<KyManipulator*>(&third)})
+            handler->setMultipleManipulators(manipulator);
+        std::vector<std::string> heard;
+        handler->modifiedSignal().connect([&](KyObject*, KyObjectModificationType kind, const std::string&, int index) {
+            if (kind == eElementInserted || kind == eElementRemoved)
+                heard.push_back((kind == eElementRemoved ? "removed " : "inserted ") + std::to_string(index));
+        });
+        second.onEvent = [&act = act, &handler, &second = second, &added = added] {
+            second.onEvent = nullptr;
+            act(*handler, added);
+        };
+        EXPECT_FALSE(handler->handleEvent(makeEvent(KyInputEvent::eWheel)));
+        EXPECT_EQ(heard, told);
+        EXPECT_EQ(std::make_tuple(second.nbEvents, third.nbEvents, added.nbEvents), std::make_tuple(1, nbThird, 0));
+        if (first.get())
+            first.get()->destroy();
+    }
+}
+
+TEST(KyManipulatorTest, ManipulatorsMayEndWhileTheyHandleAnEvent) {
+    KyHolder<KyManipulatorEventHandler> handler(new KyManipulatorEventHandler);
+    auto *first = new Probe, *second = new Probe;
+    handler->setManipulator(first);
+    handler->setMultipleManipulators(second);
+    first->answer = false;
+    first->onEvent = [&] { first->destroy(); };
+    second->onEvent = [&] { second->destroy(); };
+    EXPECT_TRUE(handler->handleEvent(makeEvent(KyInputEvent::eWheel)));
+    EXPECT_EQ(handler->getManipulator(), nullptr);
+    EXPECT_EQ(handler->getElementManipulator(0), nullptr);
+    EXPECT_FALSE(handler->handleEvent(makeEvent(KyInputEvent::eWheel)));
+}
+
+TEST(KyManipulatorTest, TypesAreSetUpAnewAfterTheyWereTakenDown) {
+    for (int i = 0; i < 2; ++i) {
+        KyManipulatorEventHandler::initializeClass();
+        KyTrackballManipulator::initializeClass();
+        for (const char* name : {"KyManipulatorEventHandler", "KyTrackballManipulator"}) {
+            KyObject* object = KyObject::create(name);
+            ASSERT_TRUE(object) << name;
+            object->destroy();
+        }
+        KyManipulatorEventHandler::finalizeType();
+        KyTrackballManipulator::finalizeType();
+        EXPECT_EQ(KyType::getType("KyTrackballManipulator"), nullptr);
+    }
+}
+
+} // namespace

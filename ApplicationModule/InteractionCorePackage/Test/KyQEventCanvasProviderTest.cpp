@@ -1,0 +1,227 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#include "KyQEventCanvasProvider.h"
+#include "KyTouchTesting.h"
+
+#include "KyCanvas.h"
+#include "KyGraphicsViewMultiPass.h"
+
+#include <gtest/gtest.h>
+
+#include <QKeyEvent>
+#include <QPointer>
+
+#include <functional>
+#include <string>
+
+namespace {
+
+using Event = KyInputEvent;
+
+/// Writes its name into a common text with each event.
+struct View : KyGraphicsViewMultiPass {
+    View(char letter, std::string& text)
+        : name(letter)
+        , log(text) {}
+    bool handleEvent(const KyInputEvent& event) override {
+        log += name;
+        x = event.getX();
+        const bool result = isUsing;
+        if (action)
+            std::exchange(action, nullptr)();
+        return result;
+    }
+    char name;
+    std::string& log;
+    bool isUsing = true;
+    int x = -1;
+    std::function<void()> action;
+};
+
+/// Shows both eyes side by side.
+struct StereoCanvas : KyCanvas {
+    void transformStereoPoint(int& x, int&) const override { x = x * 2 % 200; }
+};
+
+/// 100 pixels wide: view a covers all of it, b in front of it the right half.
+class KyQEventCanvasProviderTest : public testing::Test {
+protected:
+    KyQEventCanvasProviderTest() {
+        mCanvas->setSize(100, 100);
+        mCanvas->insertView(mA.get());
+        mCanvas->insertView(mB.get());
+        mB->setArea(KyRectd(0.5, 0, 0.5, 1));
+        mProvider->setCanvas(mCanvas.get());
+    }
+    /// Who got it: letters in the order of asking.
+    std::string send(Event::Type type, int x, std::uint32_t state = 0, std::uint32_t button = 0) {
+        mLog.clear();
+        Event event;
+        event.setType(type);
+        event.setPosition(x, 10);
+        event.setState(state);
+        event.setButton(button);
+        mProvider->setInputEvent(event);
+        mIsUsed = event.getInternalEventReturn();
+        return mLog;
+    }
+    std::string press(int x) { return send(Event::eMousePressed, x, 1, 1); }
+    std::string move(int x, std::uint32_t state = 1) { return send(Event::eMouseMoved, x, state); }
+    std::string release(int x, std::uint32_t state = 0) { return send(Event::eMouseReleased, x, state, 1); }
+    std::string key() { return send(Event::eKeyPressed, 0); }
+
+    std::string mLog;
+    bool mIsUsed = false;
+    KyHolder<KyCanvas> mCanvas{new KyCanvas};
+    KyHolder<View> mA{new View('a', mLog)}, mB{new View('b', mLog)};
+    QPointer<KyQEventCanvasProvider> mProvider = new KyQEventCanvasProvider;
+    std::unique_ptr<QObject> mOwner{mProvider};
+};
+
+TEST_F(KyQEventCanvasProviderTest, TheFirstEnabledViewThatUsesAnEventWins) {
+    EXPECT_EQ(move(80, 0), "b");
+    mB->isUsing = false;
+    EXPECT_EQ(move(80, 0), "ba");
+    EXPECT_TRUE(mIsUsed);
+    mB->setEnabled(false);
+    EXPECT_EQ(move(80, 0), "a");
+    const KyHolder<View> child(new View('c', mLog));
+    mB->insert(child.get(), -1);
+    EXPECT_EQ(move(80, 0), "a") << "a view in one that is not enabled";
+    EXPECT_EQ(move(-1, 0), "");
+}
+
+TEST_F(KyQEventCanvasProviderTest, APressGrabsUntilNoButtonIsDown) {
+    EXPECT_EQ(press(80), "b");
+    EXPECT_EQ(move(10), "b");
+    EXPECT_EQ(move(-2147483647 - 1), "b");
+    EXPECT_EQ(send(Event::eContextMenu, 10), "b");
+    EXPECT_EQ(send(Event::eMousePressed, 10, 2 | 1, 2), "b");
+    EXPECT_EQ(release(10, 2), "b");
+    EXPECT_EQ(send(Event::eWheel, 10, 34), "b");
+    mB->isUsing = false;
+    EXPECT_EQ(move(10, 2), "b");
+    EXPECT_EQ(release(10), "b");
+    EXPECT_EQ(mProvider->getGrabbingView(), nullptr);
+    EXPECT_EQ(move(10, 0), "a");
+    EXPECT_EQ(press(80), "ba");
+    EXPECT_EQ(move(80), "a") << "the view behind used the press";
+    EXPECT_EQ(press(80), "ba") << "the release was lost";
+}
+
+TEST_F(KyQEventCanvasProviderTest, ThePolicySaysWhereEventsGo) {
+    struct Handler : KyEventHandler {
+        bool handleEvent(const KyInputEvent&) override { return ++count; }
+        int count = 0;
+    };
+    const KyHolder<Handler> handler(new Handler);
+    mCanvas->setEventHandler(handler.get());
+    press(80);
+    mProvider->setMouseFocusPolicy(eFocusUnderPointer);
+    EXPECT_EQ(mProvider->getGrabbingView(), nullptr);
+    EXPECT_EQ(press(80), "b");
+    EXPECT_EQ(move(10), "a");
+    EXPECT_EQ(key(), "a");
+    EXPECT_EQ(handler->count, 0);
+    for (const int number : {int{eFocusCanvas}, int{eNbMouseFocusPolicies}, -1})
+        mProvider->setMouseFocusPolicy(static_cast<KyMouseFocusPolicy>(number));
+    EXPECT_EQ(mProvider->getMouseFocusPolicy(), eFocusCanvas);
+    EXPECT_EQ(press(80), "");
+    EXPECT_TRUE(mIsUsed);
+    EXPECT_EQ(handler->count, 1);
+}
+
+TEST_F(KyQEventCanvasProviderTest, KeysGoWhereThePressWentWithThePointersPosition) {
+    move(80, 0);
+    EXPECT_EQ(key(), "b") << "no press yet: under the pointer";
+    press(10), release(10), move(80, 0);
+    EXPECT_EQ(key(), "a");
+    EXPECT_EQ(mA->x, 80);
+    EXPECT_EQ(send(Event::eToolTip, 90), "b");
+    mCanvas->removeView(mA.get());
+    EXPECT_EQ(key(), "b");
+}
+
+TEST_F(KyQEventCanvasProviderTest, ATouchSequenceGrabs) {
+    QObject receiver;
+    receiver.installEventFilter(mProvider);
+    const auto touch = [&](QEvent::Type type, double x) {
+        mLog.clear();
+        kySendTouch(receiver, type, {{1, {x, 10}}});
+        return mLog;
+    };
+    for (const auto ending : {QEvent::TouchEnd, QEvent::TouchCancel}) {
+        EXPECT_EQ(touch(QEvent::TouchBegin, 80), "b");
+        EXPECT_EQ(touch(QEvent::TouchUpdate, 10), "b");
+        EXPECT_EQ(press(10), "b");
+        EXPECT_EQ(release(10), "b");
+        EXPECT_EQ(move(10, 0), "b") << "the touch still holds it";
+        touch(ending, 10);
+        EXPECT_EQ(move(10, 0), "a");
+    }
+    touch(QEvent::TouchBegin, 80);
+    EXPECT_EQ(touch(QEvent::TouchBegin, 10), "a") << "the end was lost";
+    touch(QEvent::TouchEnd, 30);
+    kySendTouch(receiver, QEvent::TouchBegin, {});
+    EXPECT_EQ(mA->x, 30) << "no finger, no position";
+    EXPECT_EQ(mProvider->getGrabbingView(), nullptr);
+    mProvider->setTouchToMouseConversion(true);
+    for (const auto ending : {QEvent::TouchEnd, QEvent::TouchCancel}) {
+        press(80);
+        touch(QEvent::TouchBegin, 10);
+        touch(ending, 10);
+        EXPECT_EQ(move(10), "b") << "the button still holds it";
+        release(80);
+        EXPECT_EQ(mProvider->getGrabbingView(), nullptr);
+    }
+}
+
+TEST_F(KyQEventCanvasProviderTest, StereoPositionsAreThoseOfOneEye) {
+    const KyHolder<StereoCanvas> stereo(new StereoCanvas);
+    stereo->setSize(200, 100);
+    stereo->insertView(mA.get());
+    KySignal<> other("other");
+    other.connect(*mProvider, [] {});
+    mProvider->setCanvas(stereo.get());
+    EXPECT_EQ(std::pair(other.getNbConnections(), mCanvas->viewRemovedSignal().getNbConnections()), std::pair(1u, 0u));
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_EQ(i == 0 ? move(130) : key(), "a");
+        EXPECT_EQ(mA->x, 60);
+    }
+}
+
+TEST_F(KyQEventCanvasProviderTest, ViewsMayGoWhileTheyHaveTheGrab) {
+    press(80);
+    mB->action = [this] { mCanvas->removeView(mB.get()), mB.reset(); };
+    EXPECT_EQ(move(10), "b");
+    EXPECT_EQ(mProvider->getGrabbingView(), nullptr);
+    EXPECT_EQ(move(80), "a");
+    mA->action = [this] { mCanvas->removeView(mA.get()); };
+    EXPECT_EQ(press(80), "a");
+    EXPECT_EQ(mProvider->getGrabbingView(), nullptr) << "it used the press that removed it";
+    EXPECT_EQ(key(), "");
+}
+
+TEST_F(KyQEventCanvasProviderTest, ReleasesInsideThePressEndTheGrab) {
+    mB->action = [this] { release(80); };
+    press(80);
+    EXPECT_EQ(mProvider->getGrabbingView(), nullptr);
+}
+
+TEST_F(KyQEventCanvasProviderTest, TheCanvasMayGoInAHandler) {
+    mB->isUsing = false;
+    mB->action = [this] { mCanvas.reset(); };
+    EXPECT_EQ(press(80), "ba") << "the canvas lives until the event is through";
+    EXPECT_EQ(mProvider->getCanvas(), nullptr);
+    EXPECT_EQ(mProvider->getGrabbingView(), mA.get());
+    EXPECT_EQ(move(80), "");
+}
+
+TEST_F(KyQEventCanvasProviderTest, TheProviderMayGoInAHandler) {
+    mB->isUsing = false;
+    mB->action = [this] { mOwner.reset(); };
+    EXPECT_EQ(press(80), "b");
+    EXPECT_FALSE(mProvider);
+}
+
+} // namespace
