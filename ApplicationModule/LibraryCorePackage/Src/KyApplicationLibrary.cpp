@@ -2,14 +2,25 @@
 // SPDX-License-Identifier: MIT
 #include "KyApplicationLibrary.h"
 
+#include "KyCameraManipulator.h"
 #include "KyDoxygenXmlDocMgr.h"
 #include "KyDoxygenXmlDocReader.h"
 #include "KyFieldToQVariantConvertersRepository.h"
 #include "KyLuaBinder.h"
+#include "KyManipulator.h"
+#include "KyManipulatorEventHandler.h"
 #include "KyObjectConverterEntry_p.h"
+#include "KyQGLGraphicsView.h"
+#include "KyQGLWindow.h"
+#include "KyQGraphicsSceneViewItem.h"
+#include "KyQOpenGLWindow.h"
+#include "KyQWindow.h"
 #include "KyQtStreamBuffers_p.h"
 #include "KyScriptEngine.h"
+#include "KyShapeManipulator.h"
 #include "KyStyleParameters.h"
+#include "KyTrackballManipulator.h"
+#include "KyWindow.h"
 
 #include "KySceneLibrary.h"
 
@@ -44,11 +55,22 @@ void closeScripts() {
 
 constexpr Step cInitialization[] = {
     &chooseDesktopOpenGL,
+    &KyWindow::initializeClass,
+    &KyQWindow::initializeType,
+    &KyQGLGraphicsView::initializeType,
+    &KyQGraphicsSceneViewItem::initializeType,
+    &KyQOpenGLWindow::initializeType,
+    &KyQGLWindow::initializeType,
     &KyScriptEngine::initializeClass,
     &KyLuaBinder::initializeClass,
     &KyFieldToQVariantConvertersRepository::initializeSingleton,
     &KyObjectConverterEntry::enter,
     &KyQtStreamBuffers::addCreator,
+    &KyManipulator::initializeType,
+    &KyCameraManipulator::initializeType,
+    &KyTrackballManipulator::initializeClass,
+    &KyShapeManipulator::initializeClass,
+    &KyManipulatorEventHandler::initializeClass,
     &KyStyleParameters::initializeClass,
     &KyDoxygenXmlDocMgr::initializeClass,
     &KyDoxygenXmlDocReader::initializeType,
@@ -59,12 +81,23 @@ constexpr Step cFinalization[] = {
     &KyDoxygenXmlDocReader::finalizeType,
     &KyDoxygenXmlDocMgr::finalizeClass,
     &KyStyleParameters::finalizeClass,
+    &KyManipulatorEventHandler::finalizeType,
+    &KyShapeManipulator::finalizeType,
+    &KyCameraManipulator::finalizeType,
+    &KyTrackballManipulator::finalizeType,
+    &KyManipulator::finalizeType,
     &KyQtStreamBuffers::removeCreator,
     &KyObjectConverterEntry::withdraw,
     &KyFieldToQVariantConvertersRepository::finalizeSingleton,
     &KyQtStreamBuffers::closeAll,
     &KyScriptEngine::finalizeClass,
     &KyLuaBinder::finalizeClass,
+    &KyWindow::finalizeClass,
+    &KyQGLGraphicsView::finalizeType,
+    &KyQGraphicsSceneViewItem::finalizeType,
+    &KyQOpenGLWindow::finalizeType,
+    &KyQGLWindow::finalizeType,
+    &KyQWindow::finalizeType,
 };
 
 } // namespace

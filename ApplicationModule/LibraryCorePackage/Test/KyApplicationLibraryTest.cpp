@@ -16,7 +16,10 @@
 #include <QObject>
 #include <QPointer>
 
+#include <algorithm>
 #include <cstdlib>
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -48,6 +51,24 @@ TEST(KyApplicationLibrary, InitialisesAndFinalisesAThousandTimes) {
     manager.finalize();
     EXPECT_EQ(KyType::getNbTypes(), 0u) << "every record of the three libraries is gone";
     EXPECT_EQ(KyMainTaskManager::get().getNbTasks(), 0u);
+}
+
+TEST(KyApplicationLibrary, DescribesWindowsThenScriptsThenManipulators) {
+    ASSERT_TRUE(KyModuleManager::get().initialize());
+    std::vector<std::string> names;
+    for (unsigned i = 0; i < KyType::getNbTypes(); ++i)
+        names.push_back(KyType::getType(i)->getName());
+    auto last = names.begin();
+    for (const char* name :
+         {"KyWindow", "KyQWindow", "KyQGLGraphicsView", "KyQGraphicsSceneViewItem", "KyQOpenGLWindow", "KyQGLWindow",
+          "KyScriptEngine", "KyManipulator", "KyCameraManipulator", "KyTrackballManipulator", "KyShapeManipulator",
+          "KyManipulatorEventHandler", "KyStyleParameters"}) {
+        const auto found = std::ranges::find(names, name);
+        ASSERT_NE(found, names.end()) << name;
+        EXPECT_GE(found - names.begin(), last - names.begin()) << name;
+        last = found;
+    }
+    KyModuleManager::get().finalize();
 }
 
 TEST(KyApplicationLibrary, ConvertsObjectsWhileItIsInitialised) {
