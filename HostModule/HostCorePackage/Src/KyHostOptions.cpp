@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "KyHostOptions.h"
 
+#include "KyHostKeys.h"
+
 #include <algorithm>
 #include <charconv>
 #include <limits>
@@ -172,14 +174,18 @@ std::string KyHostOptions::getHelp() {
     constexpr std::size_t cColumn = 24;
     std::string help = "usage: kyhost [options] [SCRIPT.lua | MODEL]...\n\n"
                        "Shows a 3D scene that Lua scripts make and move. Scripts find it in the globals\n"
-                       "scene, camera, view and host.\n\n";
+                       "scene, camera, view, trackball, shaper and host.\n\n";
     for (const Option& option : cOptions) {
         const std::string usage = getUsage(option);
         help += "  " + usage + std::string(cColumn - std::min(cColumn - 1, usage.size()), ' ') + option.help + "\n";
     }
-    return help + "  --                      what follows are files, whatever their names\n\n"
-                  "After an error in a changed script --watch keeps the old picture, which stands still\n"
-                  "until the next change: the coroutines that moved it are gone.\n\n"
-                  "Exits with 0; with 1 when a script failed or a model could not be read; with 2 for a\n"
-                  "wrong command line or a missing file.\n";
+    return help +
+           "  --                      what follows are files, whatever their names\n\n"
+           "In the window:\n" +
+           KyHostKeys::getText() +
+           "\n"
+           "After an error in a changed script --watch keeps the old picture, which stands still\n"
+           "until the next change: the coroutines that moved it are gone.\n\n"
+           "Exits with 0; with 1 when a script failed or a model could not be read; with 2 for a\n"
+           "wrong command line or a missing file.\n";
 }

@@ -5,6 +5,7 @@
 #include "KyHost.h"
 #include "KyHostErrors.h"
 #include "KyHostStage.h"
+#include "KyHostWindow.h"
 
 #include "KyLuaBinder.h"
 #include "KyLuaSandbox.h"
@@ -34,6 +35,22 @@ void hintAtFormat(const std::string& path) {
         KyHostErrors::write("'" + path + "' is not a known model format, run as a script");
 }
 
+using Windows = std::vector<KyObjectReference>;
+
+Windows getWindows() {
+    Windows windows;
+    for (unsigned i = 0; i < KyWindow::getNbWindows(); ++i)
+        windows.emplace_back(KyWindow::getWindow(i));
+    return windows;
+}
+
+/// Those that scripts made; the program's own is left.
+void endWindows(const Windows& windows) {
+    for (const KyObjectReference& window : windows)
+        if (window && !dynamic_cast<KyHostWindow*>(window.get()))
+            window.get()->destroy();
+}
+
 } // namespace
 
 KyHostScripts::KyHostScripts(const KyHostOptions& options, KyHostErrors& errors, KyHost& host, KyHostStage& stage)
@@ -50,6 +67,7 @@ bool KyHostScripts::run() {
 bool KyHostScripts::runAgain() {
     if (!checkSyntax())
         return false;
+    const Windows former = getWindows();
     KyScriptEngine& engine = KyScriptEngine::get();
     engine.resetLuaState();
     KyLuaBinder::bind();
@@ -57,8 +75,12 @@ bool KyHostScripts::runAgain() {
     prepareState();
     if (runItems()) {
         mStage.showScene();
+        endWindows(former);
         return true;
     }
+    Windows made = getWindows();
+    std::erase_if(made, [&former](const auto& window) { return std::ranges::count(former, window) > 0; });
+    endWindows(made);
     // What the failed scripts left must not go on either.
     engine.resetLuaState();
     KyLuaBinder::bind();
@@ -83,6 +105,8 @@ void KyHostScripts::prepareState() {
     engine.bindInstance(&mStage.getScene(), "scene");
     engine.bindInstance(&mStage.getCamera(), "camera");
     engine.bindInstance(&mStage.getView(), "view");
+    engine.bindInstance(&mStage.getTrackball(), "trackball");
+    engine.bindInstance(&mStage.getShaper(), "shaper");
     engine.bindInstance(&mHost, "host");
 }
 

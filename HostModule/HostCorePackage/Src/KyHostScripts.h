@@ -9,11 +9,12 @@ class KyHostErrors;
 class KyHostStage;
 
 /// Runs what the command line names, chunks, scripts and models in their order, in a Lua state that has `scene`,
-/// `camera`, `view`, `host` and every class of the object model.
+/// `camera`, `view`, `trackball`, `shaper`, `host` and every class of the object model.
 ///
 /// Running it all again begins with a new Lua state and an empty scene. The scene before stays on the stage until
 /// everything has succeeded; after a failure it remains, as still as the failure found it, since what moved it went
-/// with the old state, and the scripts' globals name it again.
+/// with the old state, and the scripts' globals name it again. Windows that scripts made end with the run that made
+/// them.
 class KyHostScripts {
 public:
     KyHostScripts(const KyHostOptions& options, KyHostErrors& errors, KyHost& host, KyHostStage& stage);

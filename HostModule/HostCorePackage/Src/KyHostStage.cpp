@@ -35,6 +35,13 @@ double roundUp(double size) {
     return 10.0 * power;
 }
 
+/// Belongs to the stage: scripts cannot end it.
+template <class Manipulator>
+class Lasting : public Manipulator {
+public:
+    void destroy() override {}
+};
+
 bool savePNG(const fs::path& path, const KyImage& image) {
     return image.savePNG(KyURL(path.string(), KyURL::eLocalPath));
 }
@@ -79,9 +86,22 @@ void KyHostStage::beginScene() {
     mMade.view.reset(KyGraphicsViewMultiPass::create());
     mMade.view->setName("view");
     mMade.view->setMainPass(pass.get());
+    addManipulators(*pass);
     mMade.canvas.reset(new KyCanvas);
     mMade.canvas->insertView(mMade.view.get());
     mMade.canvas->setSize(mWidth, mHeight);
+}
+
+void KyHostStage::addManipulators(KyScenePass& pass) {
+    mMade.trackball = std::make_shared<Lasting<KyTrackballManipulator>>();
+    mMade.trackball->setViewMultiPass(mMade.view.get());
+    mMade.trackball->setObject(mMade.camera.get());
+    mMade.shaper = std::make_shared<Lasting<KyShapeManipulator>>();
+    mMade.shaper->setViewMultiPass(mMade.view.get());
+    const KyHolder<KyManipulatorEventHandler> handler(new KyManipulatorEventHandler);
+    handler->setManipulator(mMade.shaper.get());
+    handler->setMultipleManipulators(mMade.trackball.get());
+    pass.setEventHandler(handler.get());
 }
 
 void KyHostStage::setSize(int width, int height) {
@@ -99,7 +119,9 @@ void KyHostStage::addModel(KyNode& model) {
 
 void KyHostStage::frameScene() {
     const double aspect = static_cast<double>(mWidth) / std::max(mHeight, 1);
-    mMade.camera->frame(mMade.scene->getBoundingVolume(), aspect, cModelMargin);
+    const KyVolumed volume = mMade.scene->getBoundingVolume();
+    if (mMade.camera->frame(volume, aspect, cModelMargin))
+        mMade.trackball->setCenter(volume.getCenter());
 }
 
 void KyHostStage::addGround() {
@@ -129,7 +151,11 @@ bool KyHostStage::savePicture(KyGraphicsDevice& device, const std::string& path,
         return false;
     }
     const KyHolder<KyImage> image(target->readPixels());
-    if (image && replaceFile(path, *image))
+    return image && writePicture(*image, path, error);
+}
+
+bool KyHostStage::writePicture(const KyImage& image, const std::string& path, std::string& error) {
+    if (replaceFile(path, image))
         return true;
     error = "cannot write '" + path + "'";
     return false;

@@ -6,17 +6,23 @@
 #include "KyCanvas.h"
 #include "KyGraphicsViewMultiPass.h"
 #include "KyHolder.h"
+#include "KyManipulatorEventHandler.h"
 #include "KyScene.h"
 #include "KyScenePass.h"
+#include "KyShapeManipulator.h"
+#include "KyTrackballManipulator.h"
 
+#include <memory>
 #include <string>
 
 class KyFrameBuffer;
 class KyGraphicsDevice;
+class KyImage;
 class KyNode;
 
-/// What the program shows: a canvas with one view of one scene through one camera. While a scene is being made anew,
-/// with a canvas and a view of its own, what was there before is shown until the new is shown or dropped; neither keeps
+/// What the program shows: a canvas with one view of one scene through one camera, and what a hand does to it: a
+/// manipulator that drags objects, and where that does not want an event, a trackball. While a scene is being made
+/// anew, with all that belongs to it, what was there before is shown until the new is shown or dropped; neither keeps
 /// anything that was done to the other. Needs GL only to draw.
 class KyHostStage {
 public:
@@ -26,6 +32,11 @@ public:
     KyScene& getScene() const { return *mMade.scene; }
     KyCamera& getCamera() const { return *mMade.camera; }
     KyGraphicsViewMultiPass& getView() const { return *mMade.view; }
+    KyTrackballManipulator& getTrackball() const { return *mMade.trackball; }
+    KyShapeManipulator& getShaper() const { return *mMade.shaper; }
+
+    /// What is shown; another one after showScene().
+    KyCanvas& getCanvas() const { return *mShown.canvas; }
 
     /// Begins an empty scene in a view of its own; what is shown stays.
     void beginScene();
@@ -47,17 +58,22 @@ public:
     bool draw(KyGraphicsDevice& device, KyFrameBuffer* target);
     /// Draws into a PNG file. False, and the reason, when that cannot be done.
     bool savePicture(KyGraphicsDevice& device, const std::string& path, std::string& error);
+    /// Into a PNG file, as savePicture().
+    static bool writePicture(const KyImage& image, const std::string& path, std::string& error);
 
 private:
-    /// A scene and all that it takes to show it.
+    /// A scene and all that it takes to show and to turn it.
     struct Setup {
         KyHolder<KyCanvas> canvas;
         KyHolder<KyGraphicsViewMultiPass> view;
         KyHolder<KyScene> scene;
         KyHolder<KyCamera> camera;
+        std::shared_ptr<KyTrackballManipulator> trackball;
+        std::shared_ptr<KyShapeManipulator> shaper;
     };
 
     void frameScene();
+    void addManipulators(KyScenePass& pass);
 
     Setup mMade;
     Setup mShown;

@@ -2,68 +2,80 @@
 // SPDX-License-Identifier: MIT
 #include "KyHostWindow.h"
 
+#include "KyHostErrors.h"
+#include "KyHostHelp.h"
+#include "KyHostKeys.h"
 #include "KyHostStage.h"
 
+#include "KyImage.h"
+
+#include <QDateTime>
+#include <QFile>
 #include <QKeyEvent>
 #include <QOpenGLContext>
 #include <QScreen>
-#include <QSurfaceFormat>
 
 #include <algorithm>
-#include <cmath>
+#include <cstdio>
 
 namespace {
 
-constexpr int cMajorVersion = 3;
-constexpr int cMinorVersion = 3;
-constexpr int cDepthBits = 24;
-constexpr int cSamples = 4;
 /// Shorter than the display's frame, so that the display and not this sets the pace where it can.
 constexpr double cShareOfFrame = 0.9;
 constexpr double cNominalRate = 60.0;
 
-/// For this window only: contexts that Qt paints with must not be core ones.
-QSurfaceFormat getFormat() {
-    QSurfaceFormat format;
-    format.setVersion(cMajorVersion, cMinorVersion);
-    format.setProfile(QSurfaceFormat::CoreProfile);
-    format.setDepthBufferSize(cDepthBits);
-    format.setSamples(cSamples);
-    return format;
-}
-
-bool hasGL(const QSurfaceFormat& format) {
-    QOpenGLContext context;
-    context.setFormat(format);
-    return context.create();
+/// A name that no file has yet: pictures of one second are numbered.
+std::string findPictureName() {
+    const QString stem = QDateTime::currentDateTime().toString("'kyhost-'yyyyMMdd-HHmmss");
+    QString name = stem + ".png";
+    for (int i = 2; QFile::exists(name); ++i)
+        name = stem + '-' + QString::number(i) + ".png";
+    return name.toStdString();
 }
 
 } // namespace
 
 std::unique_ptr<KyHostWindow> KyHostWindow::create(KyHostStage& stage, int width, int height, std::string& error) {
-    if (!hasGL(getFormat())) {
-        error = "this display offers no OpenGL 3.3; --offscreen draws without it";
+    if (!isSupported(error)) {
+        error += "; --offscreen draws without it";
         return nullptr;
     }
     std::unique_ptr<KyHostWindow> window(new KyHostWindow(stage));
-    window->setTitle("kyhost");
-    window->setFormat(getFormat());
     window->resize(width, height);
     window->show();
     return window;
 }
 
+/// The loop asks for frames, at the pace of the scripts.
 KyHostWindow::KyHostWindow(KyHostStage& stage)
-    : mStage(stage) {
-    QObject::connect(this, &QOpenGLWindow::frameSwapped, this, [this] {
+    : KyQOpenGLWindow(&stage.getCanvas())
+    , mStage(stage) {
+    QOpenGLWindow::setTitle("kyhost");
+    setAutoRedraw(false);
+    drawnSignal().connect(*this, [this](KyWindow*) {
         if (mListeners.drawn)
             mListeners.drawn();
+    });
+    closedSignal().connect(*this, [this](KyWindow*) {
+        if (mListeners.closed)
+            mListeners.closed();
     });
 }
 
 KyHostWindow::~KyHostWindow() {
     mListeners = {};
     KyHostWindow::makeCurrent();
+}
+
+void KyHostWindow::showStage() {
+    if (getCanvas() != &mStage.getCanvas())
+        setCanvas(&mStage.getCanvas());
+    mStage.setSize(getWidth(), getHeight());
+}
+
+void KyHostWindow::draw() {
+    showStage();
+    requestRedraw();
 }
 
 int KyHostWindow::getFrameInterval() const {
@@ -77,31 +89,52 @@ bool KyHostWindow::makeCurrent() {
 }
 
 bool KyHostWindow::savePicture(const std::string& path, std::string& error) {
-    makeCurrent();
-    return mStage.savePicture(mDevice, path, error);
+    showStage();
+    if (const KyHolder<KyImage> image(grabPicture()); image)
+        return KyHostStage::writePicture(*image, path, error);
+    error = "cannot draw the picture for '" + path + "'";
+    return false;
 }
 
-void KyHostWindow::resizeGL(int, int) {
-    mIsStale = true;
+void KyHostWindow::toggleHelp() {
+    if (!mHelp)
+        mHelp = std::make_unique<KyHostHelp>();
+    mHelp->toggle(*this);
 }
 
-void KyHostWindow::paintGL() {
-    const double ratio = devicePixelRatio();
-    mStage.setSize(static_cast<int>(std::lround(width() * ratio)), static_cast<int>(std::lround(height() * ratio)));
-    mStage.draw(mDevice, nullptr);
-    mIsStale = false;
+void KyHostWindow::writePicture() {
+    const std::string name = findPictureName();
+    std::string error;
+    if (!savePicture(name, error)) {
+        KyHostErrors::write(error);
+        return;
+    }
+    std::printf("wrote %s\n", name.c_str());
+    std::fflush(stdout);
+}
+
+void KyHostWindow::leave() {
+    if (mHelp && mHelp->isVisible())
+        mHelp->hide();
+    else
+        close();
 }
 
 void KyHostWindow::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Escape)
-        close();
-    else
-        QOpenGLWindow::keyPressEvent(event);
+    const bool isOurs = !event->isAutoRepeat() && !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier));
+    if (!isOurs || !KyHostKeys::press(*this, event->key()))
+        KyQOpenGLWindow::keyPressEvent(event);
 }
 
-bool KyHostWindow::event(QEvent* event) {
-    const bool wasHandled = QOpenGLWindow::event(event);
-    if (event->type() == QEvent::Close && event->isAccepted() && mListeners.closed)
-        mListeners.closed();
-    return wasHandled;
+void KyHostWindow::hideEvent(QHideEvent* event) {
+    if (mHelp)
+        mHelp->hide();
+    KyQOpenGLWindow::hideEvent(event);
+}
+
+/// The panel would stay behind.
+void KyHostWindow::moveEvent(QMoveEvent* event) {
+    if (mHelp)
+        mHelp->hide();
+    KyQOpenGLWindow::moveEvent(event);
 }

@@ -4,38 +4,49 @@
 
 #include "KyHostSurface.h"
 
-#include "KyGraphicsDevice.h"
+#include "KyQOpenGLWindow.h"
 
-#include <QOpenGLWindow>
+#include "KySignal.h"
 
 #include <memory>
 
+class KyHostHelp;
 class KyHostStage;
 
-/// The program's window: draws the stage in a context of its own, follows the window's size and pixel ratio, and closes
-/// with the Escape key.
-class KyHostWindow : public QOpenGLWindow, public KyHostSurface {
+/// The program's window: shows what the stage shows, and does what the keys of KyHostKeys stand for. Ended by its
+/// owner, not by scripts.
+class KyHostWindow : public KyQOpenGLWindow, public KyHostSurface, public KyHasSlots {
 public:
     /// A window on the screen; null, and the reason, when there is no GL. Size in device-independent pixels.
     static std::unique_ptr<KyHostWindow> create(KyHostStage& stage, int width, int height, std::string& error);
     ~KyHostWindow() override;
+    /// Closes it only: it belongs to the program.
+    void destroy() override { close(); }
 
-    void draw() override { update(); }
-    bool needsDrawing() const override { return mIsStale; }
+    KyHostStage& getStage() const { return mStage; }
+
+    void draw() override;
+    bool needsDrawing() const override { return needsRedraw(); }
     int getFrameInterval() const override;
     bool makeCurrent() override;
     bool savePicture(const std::string& path, std::string& error) override;
 
+    void toggleHelp();
+    /// Writes kyhost-DATE-TIME.png into the current folder and prints its name, or why it could not.
+    void writePicture();
+    /// Closes the help, or else the window.
+    void leave();
+
 protected:
-    void resizeGL(int width, int height) override;
-    void paintGL() override;
     void keyPressEvent(QKeyEvent* event) override;
-    bool event(QEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
 
 private:
     explicit KyHostWindow(KyHostStage& stage);
 
+    void showStage();
+
     KyHostStage& mStage;
-    KyGraphicsDevice mDevice;
-    bool mIsStale = true;
+    std::unique_ptr<KyHostHelp> mHelp;
 };

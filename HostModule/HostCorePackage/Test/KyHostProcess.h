@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QCoreApplication>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
@@ -26,17 +27,11 @@ inline bool contains(const std::string& text, const std::string& part) {
     return text.find(part) != std::string::npos;
 }
 
-inline bool lacks(const std::string& text, const std::string& part) {
-    return !contains(text, part);
-}
-
-inline bool startsWith(const std::string& text, const std::string& part) {
-    return text.starts_with(part);
-}
-
 /// Runs the program that stands beside the test, in a folder of the test's own.
 class KyHostProcessTest : public testing::Test {
 protected:
+    static constexpr int cPatience = 60000;
+
     QString getPath(const QString& name) const { return mFolder.filePath(name); }
 
     void write(const QString& name, const QByteArray& text) const {
@@ -47,29 +42,66 @@ protected:
 
     static QString getProgram() { return QCoreApplication::applicationDirPath() + "/kyhost"; }
 
-    /// Code -1 when it crashed or did not end.
-    KyHostResult run(const QStringList& arguments, const QByteArray& input = {},
-                     const QString& program = getProgram()) {
-        constexpr int cPatience = 60000;
-        QProcess process;
+    void start(QProcess& process, const QStringList& arguments, const QString& program = getProgram()) const {
         process.setProcessEnvironment(mEnvironment);
         process.setWorkingDirectory(mFolder.path());
         process.start(program, arguments);
-        process.write(input);
-        process.closeWriteChannel();
-        const bool hasEnded = process.waitForFinished(cPatience);
-        KyHostResult result;
-        if (hasEnded && process.exitStatus() == QProcess::NormalExit)
-            result.code = process.exitCode();
-        result.output = process.readAllStandardOutput().toStdString();
-        result.errors = process.readAllStandardError().toStdString();
-        return result;
     }
 
-    int mNbArguments = 1;
-    char mName[5] = "test";
-    char* mArguments[2] = {mName, nullptr};
-    QCoreApplication mApplication{mNbArguments, mArguments};
+    /// Code -1 when it crashed or did not end.
+    KyHostResult run(const QStringList& arguments, const QByteArray& input = {},
+                     const QString& program = getProgram()) const {
+        QProcess process;
+        start(process, arguments, program);
+        process.write(input);
+        process.closeWriteChannel();
+        const bool hasEnded = process.waitForFinished(cPatience) && process.exitStatus() == QProcess::NormalExit;
+        return {hasEnded ? process.exitCode() : -1, process.readAllStandardOutput().toStdString(),
+                process.readAllStandardError().toStdString()};
+    }
+
+    int mNbArguments = 0;
+    QCoreApplication mApplication{mNbArguments, nullptr};
     QTemporaryDir mFolder;
     QProcessEnvironment mEnvironment = QProcessEnvironment::systemEnvironment();
+};
+
+/// Reads what a program prints while it runs.
+class KyHostTalkTest : public KyHostProcessTest {
+protected:
+    ~KyHostTalkTest() override { stop(); }
+
+    void stop() {
+        mProcess.kill();
+        mProcess.waitForFinished();
+    }
+
+    /// What was there is ended.
+    void talk(const QStringList& arguments, const QString& program = getProgram()) {
+        stop();
+        mSeen.clear();
+        mPosition = 0;
+        mProcess.setProcessChannelMode(QProcess::MergedChannels);
+        start(mProcess, arguments, program);
+    }
+
+    /// Waits for a text that comes after the one waited for before.
+    testing::AssertionResult waitFor(const std::string& text) {
+        QElapsedTimer timer;
+        timer.start();
+        for (bool goesOn = true; goesOn && timer.elapsed() < cPatience;) {
+            goesOn = mProcess.waitForReadyRead(100) || mProcess.state() != QProcess::NotRunning;
+            mSeen += mProcess.readAll().toStdString();
+            const std::size_t found = mSeen.find(text, mPosition);
+            if (found == std::string::npos)
+                continue;
+            mPosition = found + text.size();
+            return testing::AssertionSuccess();
+        }
+        return testing::AssertionFailure() << "no '" << text << "' in: " << mSeen;
+    }
+
+    QProcess mProcess;
+    std::string mSeen;
+    std::size_t mPosition = 0;
 };

@@ -9,15 +9,6 @@
 
 #include <gtest/gtest.h>
 
-/// A Qt application for as long as a test lasts.
-template <class Application>
-class KyTestApplication {
-    int mNbArguments = 1;
-    char mName[5] = "test";
-    char* mArguments[2] = {mName, nullptr};
-    Application mApplication{mNbArguments, mArguments};
-};
-
 /// A host with its stage in this process.
 template <class Application>
 class KyHostSession : public testing::Test {
@@ -32,7 +23,8 @@ class KyHostSession : public testing::Test {
         }
     };
 
-    KyTestApplication<Application> mApplication;
+    int mNbArguments = 0;
+    Application mApplication{mNbArguments, nullptr};
     Modules mModules;
 
 protected:

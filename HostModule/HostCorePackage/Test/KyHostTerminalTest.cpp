@@ -2,18 +2,15 @@
 // SPDX-License-Identifier: MIT
 #include "KyHostProcess.h"
 
-#include <QElapsedTimer>
 #include <QStandardPaths>
 #include <QThread>
 
-#include <gtest/gtest.h>
-
-#include <string>
+#include <initializer_list>
 
 namespace {
 
 /// The prompt at a terminal, which a person types at.
-class KyHostTerminalTest : public KyHostProcessTest {
+class KyHostTerminalTest : public KyHostTalkTest {
 protected:
     void SetUp() override {
         if (QStandardPaths::findExecutable("script").isEmpty())
@@ -21,58 +18,33 @@ protected:
         mEnvironment.insert("TERM", "xterm");
         mEnvironment.insert("XDG_DATA_HOME", mFolder.path());
     }
-    ~KyHostTerminalTest() override {
-        if (mTerminal.state() == QProcess::NotRunning)
-            return;
-        mTerminal.kill();
-        mTerminal.waitForFinished();
-    }
 
-    /// Starts the prompt, runs the script's text beside it and what is behind the program's end in a shell.
-    void start(const QByteArray& script = {}, const QString& afterwards = "true") {
+    /// Starts the prompt, runs the script's text beside it and tells the terminal's state when the program ended.
+    void begin(const QByteArray& script = {}) {
         write("a.lua", script);
-        write("run.sh", ("trap : INT\n" + getProgram() + " --no-window -i a.lua\necho code $?\n" + afterwards + "\n")
-                            .toLocal8Bit());
-        mTerminal.setProcessChannelMode(QProcess::MergedChannels);
-        mTerminal.setProcessEnvironment(mEnvironment);
-        mTerminal.setWorkingDirectory(mFolder.path());
-        mTerminal.start("script", {"-qec", "sh run.sh", "/dev/null"});
+        write("run.sh",
+              ("trap : INT\n" + getProgram() + " --no-window -i a.lua\necho code $?\nstty -a\n").toLocal8Bit());
+        talk({"-qec", "sh run.sh", "/dev/null"}, "script");
         ASSERT_TRUE(waitFor("> "));
     }
 
-    /// Waits for a text that comes after the one waited for before.
-    testing::AssertionResult waitFor(const std::string& text) {
-        constexpr int cPatience = 20000;
-        QElapsedTimer timer;
-        timer.start();
-        while (timer.elapsed() < cPatience) {
-            const std::size_t found = mSeen.find(text, mPosition);
-            if (found != std::string::npos) {
-                mPosition = found + text.size();
-                return testing::AssertionSuccess();
-            }
-            mTerminal.waitForReadyRead(100);
-            mSeen += mTerminal.readAll().toStdString();
-        }
-        return testing::AssertionFailure() << "no '" << text << "' in: " << mSeen;
+    void type(const QByteArray& keys) {
+        mProcess.write(keys);
+        mProcess.waitForBytesWritten();
     }
 
-    void end() { ASSERT_TRUE(mTerminal.waitForFinished()); }
-
-    void type(const QByteArray& keys) {
-        mTerminal.write(keys);
-        mTerminal.waitForBytesWritten();
+    /// Types and waits for an answer to each.
+    void converse(std::initializer_list<std::pair<const char*, const char*>> talks) {
+        for (const auto& [typed, answer] : talks) {
+            type(typed);
+            ASSERT_TRUE(waitFor(answer)) << typed;
+        }
     }
 
     std::string readHistory() const {
         QFile file(getPath("kyhost/history"));
         return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : std::string();
     }
-
-private:
-    QProcess mTerminal;
-    std::string mSeen;
-    std::size_t mPosition = 0;
 };
 
 constexpr const char* cInterrupt = "\x03";
@@ -80,39 +52,28 @@ constexpr const char* cInterrupt = "\x03";
 } // namespace
 
 TEST_F(KyHostTerminalTest, NamesAreCompletedErrorsForgottenAndLinesComeBack) {
-    start();
-    type("for i = 1, 2 do\n");
-    ASSERT_TRUE(waitFor(">> "));
-    type(cInterrupt);
-    ASSERT_TRUE(waitFor("> ")) << "it gives up what a line continues";
-    type("'<' .. scene.Na\t .. '>'\n");
-    ASSERT_TRUE(waitFor("<scene>"));
-    type("error('oops')\n");
-    ASSERT_TRUE(waitFor("oops\r\n"));
-    ASSERT_TRUE(waitFor("> "));
-    type("\x10\x10\n");
-    ASSERT_TRUE(waitFor("<scene>"));
-    type("host:qu\t)\n");
-    ASSERT_TRUE(waitFor("code 0"));
+    begin();
+    converse({{"for i = 1, 2 do\n", ">> "},
+              // It gives up what a line continues.
+              {cInterrupt, "> "},
+              {"'<' .. scene.Na\t .. '>'\n", "<scene>"},
+              {"error('oops')\n", "oops\r\n"},
+              {"", "> "},
+              {"\x10\x10\n", "<scene>"},
+              {"host:qu\t)\n", "code 0"}});
 }
 
 TEST_F(KyHostTerminalTest, AnInterruptEndsALineThatRunsForeverAndHistoryIsKeptBefore) {
-    start();
-    type("x = 5\n");
-    ASSERT_TRUE(waitFor("> "));
-    type("print('busy') while true do end\n");
-    ASSERT_TRUE(waitFor("busy\r\n"));
+    begin();
+    converse({{"x = 5\n", "> "}, {"print('busy') while true do end\n", "busy\r\n"}});
     EXPECT_EQ("x = 5\nprint('busy') while true do end\n", readHistory()) << "whatever ends the program";
-    type(cInterrupt);
-    ASSERT_TRUE(waitFor("code 130"));
+    converse({{cInterrupt, "code 130"}});
 }
 
 TEST_F(KyHostTerminalTest, InterruptsEndACoroutineThatNeverYields) {
-    start("return coroutine.create(function() while not go do coroutine.yield() end "
-          "io.stderr:write('stuck\\n') while true do end end)",
-          "stty -a");
-    type("go = true\n");
-    ASSERT_TRUE(waitFor("stuck"));
+    begin("return coroutine.create(function() while not go do coroutine.yield() end "
+          "io.stderr:write('stuck\\n') while true do end end)");
+    converse({{"go = true\n", "stuck"}});
     for (int i = 0; i < 3; ++i) {
         type(cInterrupt);
         QThread::msleep(50);
@@ -124,28 +85,17 @@ TEST_F(KyHostTerminalTest, InterruptsEndACoroutineThatNeverYields) {
 TEST_F(KyHostTerminalTest, SignalsThatEndTheProgramGiveTheTerminalBackAndKeepTheHistory) {
     for (const QByteArray signal : {"TERM", "HUP"}) {
         SCOPED_TRACE(signal.constData());
-        start("return coroutine.create(function() while not go do coroutine.yield() end "
+        begin("return coroutine.create(function() while not go do coroutine.yield() end "
               "os.execute('kill -" +
-                  signal + " $PPID') while true do coroutine.yield() end end)",
-              "stty -a");
-        type("go = '" + signal + "'\n");
-        ASSERT_TRUE(waitFor("> "));
-        ASSERT_TRUE(waitFor("code 0"));
-        EXPECT_TRUE(waitFor(" icanon"));
-        EXPECT_TRUE(waitFor(" echo "));
-        EXPECT_PRED2(contains, readHistory(), "go = '" + signal.toStdString() + "'\n");
-        end();
+              signal + " $PPID') while true do coroutine.yield() end end)");
+        const QByteArray line = "go = '" + signal + "'\n";
+        converse({{line, "> "}, {"", "code 0"}, {"", " icanon"}, {"", " echo "}});
+        EXPECT_PRED2(contains, readHistory(), line.toStdString());
     }
 }
 
 TEST_F(KyHostTerminalTest, WhatCoroutinesPrintGoesAroundTheLine) {
-    start("return coroutine.create(function() while not go do coroutine.yield() end "
+    begin("return coroutine.create(function() while not go do coroutine.yield() end "
           "for i = 1, 20 do coroutine.yield() end print('from beside') end)");
-    type("go = true\n");
-    ASSERT_TRUE(waitFor("> "));
-    type("6 * 1");
-    ASSERT_TRUE(waitFor("from beside\r\n"));
-    ASSERT_TRUE(waitFor("> 6 * 1"));
-    type("1\n");
-    ASSERT_TRUE(waitFor("66"));
+    converse({{"go = true\n", "> "}, {"6 * 1", "from beside\r\n"}, {"", "> 6 * 1"}, {"1\n", "66"}});
 }

@@ -1,0 +1,48 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#include "KyHostHelp.h"
+
+#include "KyHostKeys.h"
+
+#include <QWindow>
+
+namespace {
+
+constexpr int cDistance = 16;
+constexpr const char* cStyle = "QLabel { background: #1d232c; color: #e6eaf0; padding: 14px; font-size: 13px; }";
+
+QString makeRows(std::span<const KyHostKeys::Row> rows) {
+    QString text;
+    for (const KyHostKeys::Row& row : rows)
+        text += QStringLiteral("<tr><td style='padding: 2px 22px 2px 0; color: #8fc1ff'>%1</td><td style='padding: 2px "
+                               "0'>%2</td></tr>")
+                    .arg(QString::fromLatin1(row.name).toHtmlEscaped(), QString::fromLatin1(row.help).toHtmlEscaped());
+    return text;
+}
+
+} // namespace
+
+KyHostHelp::KyHostHelp()
+    : QLabel(nullptr, Qt::ToolTip) {
+    setStyleSheet(QLatin1String(cStyle));
+    setTextFormat(Qt::RichText);
+    setText("<table>" + makeRows(KyHostKeys::getGestures()) + "<tr><td>&nbsp;</td></tr>" +
+            makeRows(KyHostKeys::getKeys()) + "</table>");
+}
+
+void KyHostHelp::toggle(QWindow& over) {
+    if (isVisible()) {
+        hide();
+        return;
+    }
+    winId();
+    windowHandle()->setTransientParent(&over);
+    move(over.mapToGlobal(QPoint(cDistance, cDistance)));
+    // Qt would limit it to two thirds of the screen.
+    resize(sizeHint());
+    show();
+}
+
+void KyHostHelp::mousePressEvent(QMouseEvent*) {
+    hide();
+}

@@ -1,0 +1,95 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#include "KyHostKeys.h"
+
+#include "KyHostNavigation.h"
+#include "KyHostWindow.h"
+
+#include <Qt>
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+namespace {
+
+using Action = void (*)(KyHostWindow&);
+
+template <KyHostNavigation::Direction Direction>
+void lookFrom(KyHostWindow& window) {
+    KyHostNavigation(window.getStage()).lookFrom(Direction);
+}
+
+void frameModel(KyHostWindow& window) {
+    KyHostNavigation(window.getStage()).frameModel();
+}
+
+void toggleOrthographic(KyHostWindow& window) {
+    KyHostNavigation(window.getStage()).toggleOrthographic();
+}
+
+struct Key {
+    int key;
+    Action act;
+};
+
+constexpr Key cKeys[] = {
+    {Qt::Key_F, &frameModel},
+    {Qt::Key_1, &lookFrom<KyHostNavigation::eFront>},
+    {Qt::Key_2, &lookFrom<KyHostNavigation::eBack>},
+    {Qt::Key_3, &lookFrom<KyHostNavigation::eRight>},
+    {Qt::Key_4, &lookFrom<KyHostNavigation::eLeft>},
+    {Qt::Key_5, &lookFrom<KyHostNavigation::eTop>},
+    {Qt::Key_6, &lookFrom<KyHostNavigation::eBottom>},
+    {Qt::Key_O, &toggleOrthographic},
+    {Qt::Key_F1, [](KyHostWindow& window) { window.toggleHelp(); }},
+    {Qt::Key_F12, [](KyHostWindow& window) { window.writePicture(); }},
+    {Qt::Key_Escape, [](KyHostWindow& window) { window.leave(); }},
+};
+
+constexpr std::array cKeyRows{
+    KyHostKeys::Row{"F", "show the whole model"},
+    KyHostKeys::Row{"1 to 6", "look from front, back, right, left, above, below"},
+    KyHostKeys::Row{"O", "parallel projection on and off"},
+    KyHostKeys::Row{"F1", "show and hide the keys"},
+    KyHostKeys::Row{"F12", "write a picture into the current folder"},
+    KyHostKeys::Row{"Escape", "close the help, then the window"},
+};
+
+constexpr std::array cGestureRows{
+    KyHostKeys::Row{"left drag, three fingers", "turn the view; of three fingers one moves"},
+    KyHostKeys::Row{"middle drag, one finger", "shift the view"},
+    KyHostKeys::Row{"right drag", "walk: up goes forward"},
+    KyHostKeys::Row{"wheel, two fingers", "nearer and farther; two fingers turn as well"},
+    KyHostKeys::Row{"Control + left drag", "drag the object under the pointer"},
+};
+
+} // namespace
+
+bool KyHostKeys::press(KyHostWindow& window, int key) {
+    const auto* const found = std::ranges::find(cKeys, key, &Key::key);
+    if (found == std::end(cKeys))
+        return false;
+    found->act(window);
+    return true;
+}
+
+std::span<const KyHostKeys::Row> KyHostKeys::getGestures() {
+    return cGestureRows;
+}
+
+std::span<const KyHostKeys::Row> KyHostKeys::getKeys() {
+    return cKeyRows;
+}
+
+std::string KyHostKeys::getText() {
+    constexpr std::size_t cColumn = 26;
+    std::string text;
+    for (const std::span<const Row> rows : {getGestures(), getKeys()})
+        for (const Row& row : rows) {
+            const std::string_view name(row.name);
+            text.append("  ").append(name).append(cColumn - std::min(cColumn, name.size()), ' ');
+            text.append(row.help).append("\n");
+        }
+    return text;
+}
