@@ -8,7 +8,7 @@ namespace {
 
 using KyFileCopyingTest = KyFileTest;
 
-TEST_F(KyFileCopyingTest, ATreeIsCopiedWithoutItsPrivateEntries) {
+TEST_F(KyFileCopyingTest, ATreeAndAResourceAreCopiedWithoutPrivateEntries) {
     write({"from/a", "from/b/c/d", "from/.hidden", "from/_own/e", "from/b/_f", "from/.git/g", "from/b/x_y"});
     EXPECT_TRUE(copyRecursively(at("from//"), at("to/here"), false));
     EXPECT_EQ(list("to/here"), "a b b/c b/c/d b/x_y");
@@ -18,6 +18,13 @@ TEST_F(KyFileCopyingTest, ATreeIsCopiedWithoutItsPrivateEntries) {
     EXPECT_FALSE(exists("private"));
     EXPECT_TRUE(copyRecursively(at("from/b/c/.."), at("dots"), false));
     EXPECT_EQ(list("dots"), "c c/d x_y");
+    EXPECT_TRUE(copyRecursively(":/file/tree", at("resource"), false));
+    EXPECT_EQ(list("resource"), "one.txt sub sub/two.txt");
+    write("resource/one.txt", "changed");
+    EXPECT_FALSE(copyRecursively(":/file/tree/one.txt", at("resource/one.txt"), false));
+    EXPECT_TRUE(copyRecursively(":/file/tree/one.txt", at("resource/one.txt"), true)) << "copies are writable";
+    EXPECT_EQ(read("resource/one.txt"), "one\ntwo\n");
+    EXPECT_FALSE(copyRecursively(":/file/none", at("none"), true));
 }
 
 TEST_F(KyFileCopyingTest, RefusalsTouchNothing) {
@@ -42,24 +49,21 @@ TEST_F(KyFileCopyingTest, RefusalsTouchNothing) {
     EXPECT_FALSE(copyRecursively(at("file"), ":/new", true));
 }
 
-TEST_F(KyFileCopyingTest, LinksAreCopiedAsFilesAndNeverEntered) {
+TEST_F(KyFileCopyingTest, LinksAreCopiedAsFilesReplacedAndNeverEnteredOrWrittenThrough) {
     writeLinkedTree();
     EXPECT_TRUE(copyRecursively(at("tree"), at("to"), false));
     EXPECT_EQ(list("to"), "a.txt sub sub/b.txt toFile.txt");
     EXPECT_FALSE(QFileInfo(at("to/toFile.txt")).isSymLink());
-}
-
-TEST_F(KyFileCopyingTest, ALinkInTheDestinationIsReplacedAndNotWrittenThrough) {
     write({"from/file", "from/sub/file"});
     write("outside/file", "mine");
-    link(at("outside/file"), "to");
-    EXPECT_FALSE(copyRecursively(at("from/file"), at("to"), false));
-    EXPECT_TRUE(copyRecursively(at("from/file"), at("to"), true));
-    EXPECT_FALSE(QFileInfo(at("to")).isSymLink());
-    makeDirectory("tree");
-    link(at("outside"), "tree/sub");
-    EXPECT_FALSE(copyRecursively(at("from"), at("tree"), true)) << "sub is a link to elsewhere";
-    EXPECT_EQ(list("tree"), "file sub") << "the rest is copied all the same";
+    link(at("outside/file"), "link");
+    EXPECT_FALSE(copyRecursively(at("from/file"), at("link"), false));
+    EXPECT_TRUE(copyRecursively(at("from/file"), at("link"), true));
+    EXPECT_FALSE(QFileInfo(at("link")).isSymLink());
+    makeDirectory("linked");
+    link(at("outside"), "linked/sub");
+    EXPECT_FALSE(copyRecursively(at("from"), at("linked"), true)) << "sub is a link to elsewhere";
+    EXPECT_EQ(list("linked"), "file sub") << "the rest is copied all the same";
     EXPECT_EQ(read("outside/file"), "mine");
 }
 
@@ -156,16 +160,6 @@ TEST_F(KyFileCopyingTest, ProgressRisesToOneUnlessCanceled) {
     tracker.setListener([&](double) { tracker.cancel(); });
     EXPECT_FALSE(copyRecursively(at("from"), at("again"), false, &tracker));
     EXPECT_LT(tracker.getProgress(), 0.5);
-}
-
-TEST_F(KyFileCopyingTest, ResourcesAreCopiedWritable) {
-    EXPECT_TRUE(copyRecursively(":/file/tree", at("to"), false));
-    EXPECT_EQ(list("to"), "one.txt sub sub/two.txt");
-    write("to/one.txt", "changed");
-    EXPECT_FALSE(copyRecursively(":/file/tree/one.txt", at("to/one.txt"), false));
-    EXPECT_TRUE(copyRecursively(":/file/tree/one.txt", at("to/one.txt"), true));
-    EXPECT_EQ(read("to/one.txt"), "one\ntwo\n");
-    EXPECT_FALSE(copyRecursively(":/file/none", at("none"), true));
 }
 
 } // namespace

@@ -6,16 +6,12 @@ using namespace KyApplication;
 
 namespace {
 
-class KyFileListingTest : public KyFileTest {
-protected:
-    void SetUp() override {
-        write({"tree/b.txt", "tree/a.dat", "tree/v1./c.txt", "tree/v1./.deep/d.txt", "tree/_x/e.txt", "outside/f.txt"});
-        link("..", "tree/v1./loop");
-        link(at("outside"), "tree/link");
-    }
-};
+using KyFileListingTest = KyFileTest;
 
 TEST_F(KyFileListingTest, EachKindOfEntryIsReportedWhenItIsAskedFor) {
+    write({"tree/b.txt", "tree/a.dat", "tree/v1./c.txt", "tree/v1./.deep/d.txt", "tree/_x/e.txt", "outside/f.txt"});
+    link("..", "tree/v1./loop");
+    link(at("outside"), "tree/link");
     const QDir::Filters none = QDir::NoDotAndDotDot;
     const struct {
         bool recursive;
@@ -41,9 +37,6 @@ TEST_F(KyFileListingTest, EachKindOfEntryIsReportedWhenItIsAskedFor) {
             names.append(path.mid(at("tree/").size()));
         EXPECT_EQ(names.join(' ').toStdString(), expected) << static_cast<int>(filters);
     }
-}
-
-TEST_F(KyFileListingTest, InformationsAreThoseOfThePaths) {
     const QList<QFileInfo> entries = listEntriesInfo(at("tree"), true);
     ASSERT_EQ(entries.size(), 4);
     EXPECT_EQ(entries[0].filePath(), at("tree/a.dat"));

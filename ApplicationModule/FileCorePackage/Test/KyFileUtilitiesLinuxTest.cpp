@@ -71,7 +71,7 @@ TEST_F(KyFileUtilitiesLinuxTest, AFileWhoseNameIsNoTextIsNotTakenForAnother) {
     EXPECT_FALSE(isThere(mBadName));
 }
 
-TEST_F(KyFileUtilitiesLinuxTest, PipesAreNeitherReadNorDeleted) {
+TEST_F(KyFileUtilitiesLinuxTest, PipesAreNeitherReadNorDeletedAndTwoHardLinksAreTwoFiles) {
     write("from/a");
     ASSERT_EQ(::mkfifo(nativeAt("from/pipe").constData(), 0644), 0);
     link("pipe", "from/link");
@@ -82,6 +82,11 @@ TEST_F(KyFileUtilitiesLinuxTest, PipesAreNeitherReadNorDeleted) {
     EXPECT_FALSE(QFileInfo(at("from/pipe")).isFile());
     EXPECT_FALSE(deleteDir(at("from"), true));
     EXPECT_EQ(list("from"), "pipe");
+    write("one");
+    ASSERT_EQ(::link(nativeAt("one").constData(), nativeAt("two").constData()), 0);
+    EXPECT_TRUE(copyRecursively(at("one"), at("two"), true));
+    EXPECT_FALSE(copyRecursively(at("one"), at("./one"), true));
+    EXPECT_EQ(read("one") + read("two"), "contentcontent");
 }
 
 TEST_F(KyFileUtilitiesLinuxTest, AFullDiskLeavesNothingInPartAndTheOldFileWhole) {
@@ -102,14 +107,6 @@ TEST_F(KyFileUtilitiesLinuxTest, AFullDiskLeavesNothingInPartAndTheOldFileWhole)
     qunsetenv("TMPDIR");
     EXPECT_EQ(read("old"), "old");
     EXPECT_EQ(list("."), "large old source");
-}
-
-TEST_F(KyFileUtilitiesLinuxTest, TwoHardLinksAreTwoFiles) {
-    write("one");
-    ASSERT_EQ(::link(nativeAt("one").constData(), nativeAt("two").constData()), 0);
-    EXPECT_TRUE(copyRecursively(at("one"), at("two"), true));
-    EXPECT_FALSE(copyRecursively(at("one"), at("./one"), true));
-    EXPECT_EQ(read("one") + read("two"), "contentcontent");
 }
 
 TEST_F(KyFileUtilitiesLinuxTest, AVeryDeepTreeUsesUpNoHandles) {

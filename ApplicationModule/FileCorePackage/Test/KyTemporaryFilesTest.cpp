@@ -47,7 +47,7 @@ TEST_F(KyTemporaryFilesTest, DirectoriesAndDanglingLinksAreTakenAndANameMayBecom
     }
 }
 
-TEST_F(KyTemporaryFilesTest, DataIsSavedUnderTheEndOfTheHint) {
+TEST_F(KyTemporaryFilesTest, DataAndResourcesAreSavedUnderTheEndOfTheirNames) {
     const std::pair<QString, QString> cases[] = {
         {"/some/where/name.png", "name.png"},
         {"", ""},
@@ -66,9 +66,6 @@ TEST_F(KyTemporaryFilesTest, DataIsSavedUnderTheEndOfTheHint) {
     }
     EXPECT_TRUE(QFileInfo(saveToTemp("", "empty")).isFile());
     EXPECT_NE(saveToTemp("x", "same"), saveToTemp("x", "same"));
-}
-
-TEST_F(KyTemporaryFilesTest, AResourceBecomesAFile) {
     const QString path = unembed(":/file/tree/one.txt");
     EXPECT_TRUE(path.endsWith("one.txt"));
     EXPECT_EQ(read(QFileInfo(path).fileName()), "one\ntwo\n");

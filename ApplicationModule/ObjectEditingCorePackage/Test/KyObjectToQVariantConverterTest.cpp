@@ -82,17 +82,27 @@ TEST_F(KyObjectToQVariantConverterTest, ForgetsAnObjectThatIsDeleted) {
     EXPECT_EQ(KyApplication::toKyField(variant).toKyObject(), nullptr) << "older than its Qt object";
 }
 
-TEST_F(KyObjectToQVariantConverterTest, TakesWhatAnotherClassMakes) {
+TEST_F(KyObjectToQVariantConverterTest, TakesWhatAnotherClassMakesAndActsOnTheSecondEndOnly) {
     OwnConverter converter;
     converter.mIsFailing = true;
     auto lamp = std::make_unique<QmlTestLamp>();
-    EXPECT_EQ(converter.toQVariant(KyField(lamp.get())).value<QObject*>(), nullptr);
+    const KyField field(lamp.get());
+    EXPECT_EQ(converter.toQVariant(field).value<QObject*>(), nullptr);
     EXPECT_EQ(msReports, std::vector<std::string>{"QmlTestLamp.toQVariant: no binding"});
     converter.mIsFailing = false;
-    const auto* binding = converter.toQVariant(KyField(lamp.get())).value<KyObjectQmlBinding*>();
+    const QVariant variant = converter.toQVariant(field);
+    for (int kind = 0; kind < eNbObjectModificationTypes; ++kind)
+        if (kind != eObjectEnded)
+            converter.objectModifiedSlot(lamp.get(), static_cast<KyObjectModificationType>(kind), "Label", 0);
+    EXPECT_EQ(converter.toQVariant(field), variant);
+    const QPointer<KyObjectQmlBinding> binding = variant.value<KyObjectQmlBinding*>();
     EXPECT_EQ(binding->getObject(), lamp.get());
     lamp.reset();
     EXPECT_EQ(binding->getObject(), nullptr) << "which does not listen itself";
+    QmlTestLamp other;
+    converter.toQVariant(KyField(&other));
+    converter.objectModifiedSlot(&other, eObjectEnded, "", 0);
+    EXPECT_EQ(converter.getNbBindings(), 0u);
 }
 
 TEST_F(KyObjectToQVariantConverterTest, LeavesABindingThatIsAtWorkToTheEventLoop) {
@@ -106,32 +116,16 @@ TEST_F(KyObjectToQVariantConverterTest, LeavesABindingThatIsAtWorkToTheEventLoop
     EXPECT_FALSE(binding);
 }
 
-TEST_F(KyObjectToQVariantConverterTest, ActsOnTheSecondEndOnly) {
-    OwnConverter converter;
+TEST_F(KyObjectToQVariantConverterTest, ForgetsABindingThatIsDeletedAndEndsThoseLeftWithItself) {
     QmlTestLamp lamp;
-    const QVariant variant = converter.toQVariant(KyField(&lamp));
-    for (int kind = 0; kind < eNbObjectModificationTypes; ++kind)
-        if (kind != eObjectEnded)
-            converter.objectModifiedSlot(&lamp, static_cast<KyObjectModificationType>(kind), "Label", 0);
-    EXPECT_EQ(converter.toQVariant(KyField(&lamp)), variant);
-    converter.objectModifiedSlot(&lamp, eObjectEnded, "", 0);
-    EXPECT_EQ(converter.getNbBindings(), 0u);
-}
-
-TEST_F(KyObjectToQVariantConverterTest, ForgetsABindingThatIsDeleted) {
-    QmlTestLamp lamp;
+    auto* brief = new QmlTestLamp;
     const unsigned nbBefore = lamp.modifiedSignal().getNbConnections();
     delete bind(lamp);
     EXPECT_EQ(mConverter->getNbBindings(), 0u);
     EXPECT_EQ(lamp.modifiedSignal().getNbConnections(), nbBefore);
-    EXPECT_NE(bind(lamp), nullptr);
-}
-
-TEST_F(KyObjectToQVariantConverterTest, EndsItsBindingsWithItself) {
-    QmlTestLamp lamp;
-    auto* brief = new QmlTestLamp;
     const QPointer<QObject> binding = bind(lamp);
     const QPointer<QObject> ending = bind(*brief);
+    EXPECT_TRUE(binding);
     delete brief;
     withdraw();
     EXPECT_FALSE(binding);

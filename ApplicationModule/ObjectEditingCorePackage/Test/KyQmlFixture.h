@@ -6,10 +6,7 @@
 #include "KyObjectQmlBinding.h"
 #include "KyObjectToQVariantConverter.h"
 #include "KyQmlTestObjects.h"
-
-#include "KyException.h"
-
-#include <gtest/gtest.h>
+#include "KyReportsFixture.h"
 
 #include <QCoreApplication>
 #include <QEvent>
@@ -18,18 +15,14 @@
 #include <QQmlEngine>
 
 #include <memory>
-#include <string>
-#include <vector>
 
-/// A QML engine, the converter of all objects, and what was reported.
-class KyQmlFixture : public testing::Test {
+/// A QML engine, the converter of all objects, and what Qt warned of.
+class KyQmlFixture : public KyReportsFixture {
 protected:
     void SetUp() override {
         KyFieldToQVariantConvertersRepository::initializeSingleton();
         repository().registerConverter(KyObject::getType(), mConverter.get());
         repository().registerConverter(QMetaType::QObjectStar, mConverter.get());
-        msReports.clear();
-        mHandler = KyException::setReportHandler([](const std::string& text) { msReports.push_back(text); });
         qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString& text) {
             msWarnings.push_back(text.toStdString());
         });
@@ -37,7 +30,6 @@ protected:
     }
     void TearDown() override {
         qInstallMessageHandler(nullptr);
-        KyException::setReportHandler(mHandler);
         mRoot.reset();
         KyFieldToQVariantConvertersRepository::finalizeSingleton();
     }
@@ -68,9 +60,5 @@ protected:
     std::unique_ptr<KyObjectToQVariantConverter> mConverter = std::make_unique<KyObjectToQVariantConverter>();
     QQmlEngine mEngine;
     std::unique_ptr<QObject> mRoot;
-    static inline std::vector<std::string> msReports;
     static inline std::vector<std::string> msWarnings;
-
-private:
-    KyException::ReportHandler mHandler = nullptr;
 };

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The KyApplication authors
 // SPDX-License-Identifier: MIT
-#include "KyStyleParametersFixture.h"
+#include "KyReportsFixture.h"
+#include "KyStyleParameters.h"
 
 #include "KyLuaBinder.h"
 #include "KyScriptEngine.h"
@@ -10,12 +11,26 @@
 #include "KyURL.h"
 #include "KyVec3.h"
 
+#include <QEvent>
+#include <QLabel>
+
+#include <functional>
 #include <limits>
 #include <memory>
+#include <utility>
 
 namespace {
 
-using KyStyleParametersTest = KyStyleParametersFixture;
+/// The default parameters, made anew for every case.
+class KyStyleParametersTest : public KyReportsFixture {
+protected:
+    KyStyleParametersTest() { KyStyleParameters::initializeClass(); }
+    ~KyStyleParametersTest() override { KyStyleParameters::finalizeClass(); }
+
+    static KyStyleParameters& style() { return KyStyleParameters::get(); }
+};
+
+using KyStyleWidgetsTest = KyStyleParametersTest;
 
 struct Told {
     KyObjectModificationType kind;
@@ -33,6 +48,24 @@ struct Listener : KyHasSlots {
     std::vector<Told> told;
 };
 
+/// Runs code when it gets a new style, which only widgets that have been polished are told.
+class Restless : public QWidget {
+public:
+    std::function<void()> onStyle;
+
+protected:
+    void changeEvent(QEvent* event) override {
+        QWidget::changeEvent(event);
+        if (event->type() == QEvent::StyleChange && onStyle)
+            std::exchange(onStyle, nullptr)();
+    }
+};
+
+QColor backgroundOf(QWidget& widget) {
+    widget.ensurePolished();
+    return widget.palette().color(QPalette::Window);
+}
+
 TEST_F(KyStyleParametersTest, ValuesAreWrittenInTheFormsOfStyleSheets) {
     const std::pair<KyField, const char*> cases[] = {
         {KyField(false), "0"},
@@ -47,8 +80,7 @@ TEST_F(KyStyleParametersTest, ValuesAreWrittenInTheFormsOfStyleSheets) {
         {KyField(KyURL("file:///my%20icons/a.png")), "url(\"/my icons/a.png\")"},
         {KyField(KyURL("qrc:/icons/a.png")), "url(\":/icons/a.png\")"},
         {KyField(KyURL("file:///a%22b%5Cc.png")), "url(\"/a\\\"b\\\\c.png\")"},
-        {KyField(KyURL("http://host/a.png")), "url(\"http://host/a.png\")"},
-    };
+        {KyField(KyURL("http://host/a.png")), "url(\"http://host/a.png\")"}};
     for (const auto& [value, expected] : cases) {
         ASSERT_TRUE(style().setParameter("value", value)) << expected;
         EXPECT_EQ(style().resolve("a: @value;"), std::string("a: ") + expected + ";");
@@ -57,20 +89,16 @@ TEST_F(KyStyleParametersTest, ValuesAreWrittenInTheFormsOfStyleSheets) {
     EXPECT_TRUE(msReports.empty());
 }
 
-TEST_F(KyStyleParametersTest, PlaceholdersAreReplaced) {
+TEST_F(KyStyleParametersTest, PlaceholdersAreReplacedAndAnUnknownNameReportedOnceStays) {
     style().setParameter("a", KyField("A"));
     style().setParameter("ab", KyField("AB"));
     style().setParameter("_1", KyField("ONE"));
     const std::pair<const char*, const char*> cases[] = {
         {"@a", "A"},    {"@a@ab", "AAB"}, {"@a-b", "A-b"}, {"@_1", "ONE"}, {"@@", "@"},
-        {"@@@a", "@A"}, {"@", "@"},       {"@ a", "@ a"},  {"x@", "x@"},   {"@a\xC3\xA9", "A\xC3\xA9"},
-    };
+        {"@@@a", "@A"}, {"@", "@"},       {"@ a", "@ a"},  {"x@", "x@"},   {"@a\xC3\xA9", "A\xC3\xA9"}};
     for (const auto& [text, expected] : cases)
         EXPECT_EQ(style().resolve(text), expected) << text;
     EXPECT_TRUE(msReports.empty());
-}
-
-TEST_F(KyStyleParametersTest, AnUnknownNameIsReportedOnceAndStays) {
     EXPECT_EQ(style().resolve("color: @missing; border: @missing"), "color: @missing; border: @missing");
     EXPECT_EQ(style().resolve("@missing @other"), "@missing @other");
     ASSERT_EQ(msReports.size(), 2u);
@@ -84,17 +112,15 @@ TEST_F(KyStyleParametersTest, AnUnknownNameIsReportedOnceAndStays) {
 TEST_F(KyStyleParametersTest, BadNamesAndValuesAreRefusedByReport) {
     constexpr double cNoNumber = std::numeric_limits<double>::quiet_NaN();
     constexpr float cInfinite = std::numeric_limits<float>::infinity();
-    const std::pair<std::string, KyField> cases[] = {
-        {"1a", KyField(1)},
-        {"a-b", KyField(1)},
-        {"\xC3\xA9", KyField(1)},
-        {std::string("a\0b", 3), KyField(1)},
-        {"a", KyField()},
-        {"a", KyField(cNoNumber)},
-        {"a", KyField(KyColor(0.0f, cInfinite, 0.0f))},
-        {"a", KyField(KyVec3d(1, 2, 3))},
-        {"a", KyField(static_cast<KyObject*>(nullptr))},
-    };
+    const std::pair<std::string, KyField> cases[] = {{"1a", KyField(1)},
+                                                     {"a-b", KyField(1)},
+                                                     {"\xC3\xA9", KyField(1)},
+                                                     {std::string("a\0b", 3), KyField(1)},
+                                                     {"a", KyField()},
+                                                     {"a", KyField(cNoNumber)},
+                                                     {"a", KyField(KyColor(0.0f, cInfinite, 0.0f))},
+                                                     {"a", KyField(KyVec3d(1, 2, 3))},
+                                                     {"a", KyField(static_cast<KyObject*>(nullptr))}};
     std::size_t nbReports = 0;
     for (const auto& [name, value] : cases) {
         EXPECT_FALSE(style().setParameter(name, value)) << name << " " << value.toString();
@@ -123,15 +149,14 @@ TEST_F(KyStyleParametersTest, ParametersAreInOrderAndEveryChangeIsTold) {
     EXPECT_EQ(listener.told, expected);
 }
 
-TEST_F(KyStyleParametersTest, ACloneHasItsOwnParameters) {
+TEST_F(KyStyleParametersTest, ACloneHasItsOwnParametersAndTheDefaultStaysTheDefault) {
     style().setParameter("a", KyField(1));
     const std::unique_ptr<KyObject> object(style().clone());
     KyStyleParameters* copy = KyStyleParameters::cast(object.get());
     ASSERT_NE(copy, nullptr);
     copy->setParameter("a", KyField(2));
-    EXPECT_EQ(style().resolve("@a"), "1");
-    EXPECT_EQ(copy->resolve("@a"), "2");
-    EXPECT_EQ(KyStyleParameters::find(), &style()) << "the default stays the default";
+    EXPECT_EQ(style().resolve("@a") + copy->resolve("@a"), "12");
+    EXPECT_EQ(KyStyleParameters::find(), &style());
 }
 
 TEST_F(KyStyleParametersTest, ClassComesAndGoesAThousandTimes) {
@@ -164,6 +189,72 @@ TEST_F(KyStyleParametersTest, ScriptsSetAndReadThem) {
     EXPECT_EQ(results, (std::vector<KyField>{"12 Sans", 12.0, 2.0, "font"}));
     KyScriptEngine::finalizeClass();
     KyLuaBinder::finalizeClass();
+}
+
+TEST_F(KyStyleWidgetsTest, QtReadsTheColoursAsTheyWereMeant) {
+    for (const int alpha : {0, 1, 2, 128, 254, 255}) {
+        QLabel label;
+        style().setParameter("back", KyField(KyColor(1.0f, 0.5f, 0.0f, static_cast<float>(alpha) / 255.0f)));
+        style().apply(label, "QLabel { background-color: @back }");
+        EXPECT_EQ(backgroundOf(label), QColor(255, 128, 0, alpha)) << label.styleSheet().toStdString();
+    }
+}
+
+TEST_F(KyStyleWidgetsTest, AWidgetFollowsTheParametersThatItShowsAndNoOthers) {
+    QLabel label;
+    const char* const text = "QLabel { background-color: @back }";
+    style().setParameter("back", KyField(KyColor("#ff0000")));
+    style().apply(label, text);
+    EXPECT_EQ(backgroundOf(label), QColor(255, 0, 0));
+    label.setStyleSheet("QLabel { margin: 9 }");
+    style().setParameter("other", KyField(1));
+    EXPECT_EQ(label.styleSheet(), "QLabel { margin: 9 }");
+    style().setParameter("back", KyField(KyColor("#0000ff")));
+    EXPECT_EQ(backgroundOf(label), QColor(0, 0, 255));
+    EXPECT_EQ(style().getTemplate(label), text);
+    style().removeParameter("back");
+    EXPECT_EQ(label.styleSheet(), text);
+}
+
+TEST_F(KyStyleWidgetsTest, ANewTemplateTakesThePlaceOfTheOldOneAndAReleasedWidgetKeepsItsStyle) {
+    QLabel label;
+    auto ended = std::make_unique<QLabel>();
+    style().apply(*ended, "QLabel { margin: @a }");
+    style().apply(label, "QLabel { margin: @a }");
+    EXPECT_EQ(msReports.size(), 1u) << "the parameter comes after its template";
+    style().apply(label, "QLabel { font-family: @a }");
+    EXPECT_EQ(style().getNbWidgets(), 2u);
+    ended.reset();
+    EXPECT_EQ(style().getNbWidgets(), 1u);
+    style().setParameter("a", KyField("\xC3\xA9"));
+    EXPECT_EQ(label.styleSheet(), QString::fromUtf8("QLabel { font-family: \xC3\xA9 }"));
+    EXPECT_TRUE(style().release(label));
+    EXPECT_FALSE(style().release(label));
+    style().setParameter("a", KyField(2));
+    EXPECT_EQ(label.styleSheet(), QString::fromUtf8("QLabel { font-family: \xC3\xA9 }"));
+    EXPECT_EQ(style().getTemplate(label), "");
+}
+
+TEST_F(KyStyleWidgetsTest, AWidgetMayEndOthersAndChangeOrEndTheParametersWhileItIsStyled) {
+    Restless restless;
+    auto victim = std::make_unique<QLabel>();
+    QLabel last;
+    for (QWidget* widget :
+         {static_cast<QWidget*>(&restless), static_cast<QWidget*>(victim.get()), static_cast<QWidget*>(&last)})
+        style().apply(*widget, "QWidget { margin: @a }");
+    restless.ensurePolished();
+    restless.onStyle = [&] { victim.reset(); };
+    style().setParameter("a", KyField(2));
+    EXPECT_EQ(victim, nullptr);
+    EXPECT_EQ(last.styleSheet(), "QWidget { margin: 2 }");
+    restless.onStyle = [] { style().setParameter("a", KyField(4)); };
+    style().setParameter("a", KyField(3));
+    EXPECT_EQ(restless.styleSheet(), "QWidget { margin: 4 }");
+    EXPECT_EQ(last.styleSheet(), "QWidget { margin: 4 }");
+    restless.onStyle = [] { style().destroy(); };
+    style().setParameter("a", KyField(5));
+    EXPECT_EQ(KyStyleParameters::find(), nullptr);
+    EXPECT_EQ(last.styleSheet(), "QWidget { margin: 4 }");
 }
 
 } // namespace

@@ -2,11 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "KyLuaTestFixture.h"
 
-#include "KyColor.h"
-#include "KyMat4.h"
-#include "KyQuat.h"
-#include "KyVec2.h"
-
 #include <limits>
 
 class KyLuaConvertersTest : public KyLuaTestFixture {
@@ -32,38 +27,24 @@ TEST_F(KyLuaConvertersTest, NumbersAndEnumeratedValuesArriveAsDoubles) {
     EXPECT_TRUE(roundTrip(KyField(static_cast<KyObject*>(nullptr))).isEmpty());
 }
 
-TEST_F(KyLuaConvertersTest, ValuesCrossAsTheirClasses) {
-    const KyField values[] = {KyField(KyVec3d(1, 2, 3)),    KyField(KyVec3f(1, 2, 3)),
-                              KyField(KyVec2i(1, 2)),       KyField(KyColor(1, 0, 0.5f)),
-                              KyField(KyQuatd(0, 0, 0, 1)), KyField(KyQuatf(1, 0, 0, 0)),
-                              KyField(KyMat4d()),           KyField(KyMat4f::fromTranslation(KyVec3f(1, 2, 3)))};
-    for (const KyField& value : values) {
-        EXPECT_EQ(roundTrip(value), value) << value.getFieldType().getName();
-        EXPECT_EQ(shown(value), value.toString()) << value.getFieldType().getName();
-    }
-}
-
 TEST_F(KyLuaConvertersTest, AttributesOfValueTypesAreCopies) {
     LuaTestLamp lamp;
     lamp.mPosition = KyVec3d(1, 2, 3);
     engine().bindInstance(&lamp, "lamp");
-    EXPECT_EQ(run("p = lamp.Position p.x = 9"), "");
+    expectRuns("p = lamp.Position p.x = 9");
     EXPECT_EQ(lamp.mPosition, KyVec3d(1, 2, 3));
-    EXPECT_EQ(run("lamp.Position = Vec3f(4, 5, 6)"), "");
+    expectRuns("lamp.Position = Vec3f(4, 5, 6)");
     EXPECT_EQ(lamp.mPosition, KyVec3d(4, 5, 6));
     expectErrors({{"lamp.Position = Vec2(1, 2)", "setValue call failed"}});
 }
 
-TEST_F(KyLuaConvertersTest, ListsAndObjectsCrossAsTablesAndReferences) {
+TEST_F(KyLuaConvertersTest, ListsAndObjectsCrossAsTablesAndReferencesAndWhatNoFieldHoldsIsInvalid) {
     LuaTestLamp lamp;
     engine().setLuaVariable("list", KyField(std::vector<KyField>{KyField(&lamp), KyField(2.5)}));
     EXPECT_EQ(evalField("list[1]").toKyObject(), &lamp);
     EXPECT_EQ(eval("list[2]"), "2.5");
     const std::vector<KyField> inner{2.0};
     EXPECT_EQ(evalField("{1, 'a', true, {2}}"), KyField(std::vector<KyField>{1.0, "a", true, KyField(inner)}));
-}
-
-TEST_F(KyLuaConvertersTest, WhatNoFieldHoldsIsInvalid) {
     for (const char* value : {"print", "coroutine.create(function() end)", "io.stdout", "newproxy()"})
         EXPECT_NE(evalField(value).get<KyInvalidField>(), nullptr) << value;
 }

@@ -45,49 +45,27 @@ protected:
 };
 
 TEST_F(KyLuaResourceFunctionsTest, PlacesAreTextsOrURLs) {
-    expectTexts({
-        {"Resource.existFile('file.txt')", "true"},
-        {"Resource.existFile(root .. '/file.txt')", "true"},
-        {"Resource.existFile(URL('file.txt'))", "true"},
-        {"Resource.existFile('file://' .. root:gsub(' ', '%%20') .. '/file.txt')", "true"},
-        {"Resource.existFile('tree')", "false"},
-        {"Resource.existFile('')", "false"},
-        {"Resource.existFile('file.txt\\0')", "false"},
-        {"Resource.existFile('http://host/file.txt')", "false"},
-        {"Resource.existDirectory('tree/')", "true"},
-        {"Resource.existDirectory('file.txt')", "false"},
-    });
+    expectTrue({"Resource.existFile('file.txt')", "Resource.existFile(root .. '/file.txt')",
+                "Resource.existFile(URL('file.txt'))", "Resource.existDirectory('tree/')",
+                "Resource.existFile('file://' .. root:gsub(' ', '%%20') .. '/file.txt')"});
+    expectFalse({"Resource.existFile('tree')", "Resource.existFile('')", "Resource.existFile('file.txt\\0')",
+                 "Resource.existFile('http://host/file.txt')", "Resource.existDirectory('file.txt')"});
 }
 
-TEST_F(KyLuaResourceFunctionsTest, FilesAreMadeCopiedRenamedAndDeleted) {
+TEST_F(KyLuaResourceFunctionsTest, FilesAndDirectoriesAreMadeCopiedRenamedAndDeleted) {
     expectTexts({
-        {"Resource.createFile('new')", "true"},
-        {"Resource.createFile('new')", "false"},
-        {"Resource.copyFile('file.txt', URL('tree/copy'))", "true"},
-        {"Resource.copyFile('file.txt', 'new')", "false"},
-        {"Resource.copyFile('missing', 'other')", "false"},
+        {"Resource.createFile('new'), Resource.createFile('new')", "true, false"},
+        {"Resource.copyFile('file.txt', URL('tree/copy')), Resource.copyFile('file.txt', 'new')", "true, false"},
+        {"Resource.renameFile(URL('new'), 'newer'), Resource.renameFile('newer', 'file.txt')", "true, false"},
+        {"Resource.deleteFile('newer'), Resource.deleteFile('newer'), Resource.deleteFile('tree')",
+         "true, false, false"},
+        {"Resource.createDirectory('one'), Resource.createDirectory('a/b')", "true, false"},
+        {"Resource.copyFile('missing', 'other'), Resource.createDirectoryHierarchy('a/b/c')", "false, true"},
     });
     EXPECT_EQ(fs::file_size(mRoot / "tree/copy"), 5u);
-    expectTexts({
-        {"Resource.renameFile(URL('new'), 'newer')", "true"},
-        {"Resource.renameFile('newer', 'file.txt')", "false"},
-        {"Resource.deleteFile('newer')", "true"},
-        {"Resource.deleteFile('newer')", "false"},
-        {"Resource.deleteFile('tree')", "false"},
-    });
-    EXPECT_FALSE(exists("new") || exists("newer") || exists("other"));
-}
-
-TEST_F(KyLuaResourceFunctionsTest, DirectoriesAreMadeAndDeleted) {
-    expectTexts({
-        {"Resource.createDirectory('one')", "true"},
-        {"Resource.createDirectory('a/b')", "false"},
-        {"Resource.createDirectoryHierarchy('a/b/c')", "true"},
-    });
     EXPECT_TRUE(fs::is_directory(mRoot / "a/b/c"));
-    EXPECT_EQ(eval("Resource.deleteDirectory('a')"), "true");
-    EXPECT_EQ(eval("Resource.deleteDirectory(URL('one/'))"), "true");
-    EXPECT_FALSE(exists("a") || exists("one"));
+    EXPECT_EQ(eval("Resource.deleteDirectory('a'), Resource.deleteDirectory(URL('one/'))"), "true, true");
+    EXPECT_FALSE(exists("new") || exists("newer") || exists("other") || exists("a") || exists("one"));
 }
 
 TEST_F(KyLuaResourceFunctionsTest, DeletingATreeNeverLeavesIt) {
@@ -111,33 +89,23 @@ TEST_F(KyLuaResourceFunctionsTest, DeletingWithoutAPathAndDeletingFilesIsRefused
     EXPECT_TRUE(exists("here/file"));
 }
 
-TEST_F(KyLuaResourceFunctionsTest, TheCurrentDirectoryIsTheProcesss) {
+TEST_F(KyLuaResourceFunctionsTest, TheCurrentDirectoryIsTheProcesssAndTheThreadDirectoryComesFirst) {
     expectTexts({
         {"Resource.getCurrentDirectory():getLocalPath() == root .. '/'", "true"},
-        {"Resource.setCurrentDirectory('tree')", "true"},
-        {"Resource.existFile('sub/leaf')", "true"},
-        {"Resource.setCurrentDirectory('missing')", "false"},
-        {"Resource.setCurrentDirectory(URL())", "false"},
+        {"Resource.setCurrentDirectory('missing'), Resource.setCurrentDirectory(URL())", "false, false"},
+        {"Resource.setCurrentDirectory('tree'), Resource.existFile('sub/leaf')", "true, true"},
     });
     EXPECT_EQ(fs::current_path(), mRoot / "tree");
-    EXPECT_EQ(eval("Resource.setCurrentDirectory(URL('..'))"), "true");
-    EXPECT_EQ(fs::current_path(), mRoot);
-}
-
-TEST_F(KyLuaResourceFunctionsTest, TheThreadDirectoryComesFirst) {
     expectTexts({
-        {"Resource.getThreadDirectory():isEmpty()", "true"},
-        {"Resource.pushThreadDirectory('')", "false"},
-        {"Resource.pushThreadDirectory('tree')", "true"},
+        {"Resource.setCurrentDirectory(URL('..')), Resource.getThreadDirectory():isEmpty()", "true, true"},
+        {"Resource.pushThreadDirectory(''), Resource.pushThreadDirectory('tree')", "false, true"},
         {"Resource.pushThreadDirectory(URL('tree/sub'))", "true"},
         {"Resource.getThreadDirectory():getLocalPath() == root .. '/tree/sub/'", "true"},
-        {"Resource.existFile('leaf')", "true"},
-        {"Resource.popThreadDirectory()", "true"},
-        {"Resource.existFile('sub/leaf')", "true"},
-        {"Resource.popThreadDirectory()", "true"},
-        {"Resource.popThreadDirectory()", "false"},
-        {"Resource.existFile('sub/leaf')", "false"},
+        {"Resource.existFile('leaf'), Resource.popThreadDirectory(), Resource.existFile('leaf')", "true, true, false"},
+        {"Resource.existFile('sub/leaf'), Resource.popThreadDirectory()", "true, true"},
+        {"Resource.existFile('sub/leaf'), Resource.popThreadDirectory()", "false, false"},
     });
+    EXPECT_EQ(fs::current_path(), mRoot);
 }
 
 TEST_F(KyLuaResourceFunctionsTest, OtherValuesAreNoPlaces) {
@@ -156,23 +124,17 @@ TEST_F(KyLuaResourceFunctionsTest, OtherValuesAreNoPlaces) {
 
 TEST_F(KyLuaResourceFunctionsTest, InformationAsksTheDiskAnew) {
     fs::create_symlink(mRoot / "nowhere", mRoot / "dangling");
+    run("file, dangling = ResourceInformation(URL('file.txt')), ResourceInformation(URL('dangling'))");
     expectTexts({
-        {"ResourceInformation():isValid()", "false"},
-        {"ResourceInformation(URL('file.txt')):getSize32()", "5"},
-        {"ResourceInformation(URL('file.txt')):isReadable()", "true"},
-        {"ResourceInformation(URL('file.txt')):isWritable()", "true"},
-        {"ResourceInformation(URL('file.txt')):isExecutable()", "false"},
-        {"ResourceInformation(URL('tree')):isDirectory()", "true"},
-        {"ResourceInformation(URL('dangling')):isSymbolicLink()", "true"},
-        {"ResourceInformation(URL('dangling')):isReadable()", "false"},
-        {"ResourceInformation(URL('file.txt')):isHidden()", "false"},
-        {"ResourceInformation(URL('a')) == ResourceInformation(URL('a'))", "true"},
-        {"ResourceInformation(URL('a')) == ResourceInformation(URL('b'))", "false"},
+        {"file:getSize32(), file:isReadable(), file:isWritable(), file:isExecutable()", "5, true, true, false"},
+        {"file:isHidden(), ResourceInformation(URL('tree')):isDirectory()", "false, true"},
+        {"dangling:isSymbolicLink(), dangling:isReadable(), ResourceInformation():isValid()", "true, false, false"},
+        {"file == ResourceInformation(URL('file.txt')), file == dangling", "true, false"},
     });
     run("info = ResourceInformation() info:setURL(URL('later'))");
     EXPECT_EQ(eval("info:isValid()"), "false");
     write("later", "123");
-    EXPECT_EQ(eval("info:isValid() and info:getSize32()"), "3");
+    EXPECT_EQ(eval("info:isValid(), info:getSize32()"), "true, 3");
     run("url = info:getURL() info = nil collectgarbage() collectgarbage()");
     EXPECT_EQ(eval("url:toString()"), "later");
     EXPECT_TRUE(eval("ResourceInformation('file.txt')").starts_with("error: "));

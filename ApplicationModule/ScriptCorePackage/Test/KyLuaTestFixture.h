@@ -41,11 +41,17 @@ protected:
         return msOutput;
     }
 
-    /// The text of an expression's value, or "error: " and the error.
-    static std::string eval(const std::string& expression) {
+    static void expectRuns(const std::string& chunk) { EXPECT_EQ(run(chunk), "") << chunk; }
+
+    /// The texts of the values of expressions, comma separated, or "error: " and the error.
+    static std::string eval(const std::string& expressions) {
         msOutput.clear();
         std::vector<KyField> results;
-        if (!engine().executeChunktWithReturnValues("return tostring(" + expression + ")", results))
+        if (!engine().executeChunktWithReturnValues(
+                "return (function(...) local texts = '' for i = 1, select('#', ...) do texts = texts .. "
+                "(i > 1 and ', ' or '') .. tostring((select(i, ...))) end return texts end)(" +
+                    expressions + ")",
+                results))
             return "error: " + msOutput;
         return results.empty() ? "nothing" : results.front().toString();
     }
@@ -60,17 +66,29 @@ protected:
         std::string script;
         std::string text;
     };
-    /// Every expression has the text beside it.
+    /// All expressions have the texts beside them.
     static void expectTexts(const std::vector<Row>& rows) {
-        for (const auto& [expression, text] : rows)
-            EXPECT_EQ(eval(expression), text) << expression;
+        for (const auto& [expressions, texts] : rows)
+            EXPECT_EQ(eval(expressions), texts) << expressions;
     }
-    /// Every chunk fails, and the text beside it occurs in the message.
-    static void expectErrors(const std::vector<Row>& rows) {
-        for (const auto& [chunk, text] : rows) {
+    static void expectTrue(const std::vector<std::string>& conditions) {
+        for (const std::string& condition : conditions)
+            EXPECT_EQ(eval(condition), "true") << condition;
+    }
+    static void expectFalse(const std::vector<std::string>& conditions) {
+        for (const std::string& condition : conditions)
+            EXPECT_EQ(eval(condition), "false") << condition;
+    }
+    /// Every chunk fails, and the text occurs in the message.
+    static void expectErrors(const std::string& text, const std::vector<std::string>& chunks) {
+        for (const std::string& chunk : chunks) {
             EXPECT_NE(run(chunk), "") << chunk;
             EXPECT_NE(msOutput.find(text), std::string::npos) << chunk << " gives: " << msOutput;
         }
+    }
+    static void expectErrors(const std::vector<Row>& rows) {
+        for (const auto& [chunk, text] : rows)
+            expectErrors(text, {chunk});
     }
 
     static void collect() { run("collectgarbage() collectgarbage()"); }

@@ -4,12 +4,7 @@
 
 #include "KyTypeBuilder.h"
 
-std::string LuaTestLamp::join(const std::vector<std::string>& texts) const {
-    std::string joined;
-    for (const std::string& text : texts)
-        joined += text + ";";
-    return joined;
-}
+#include <numeric>
 
 namespace {
 
@@ -44,7 +39,10 @@ const KyType* LuaTestLamp::describe() {
         .method("describe", [](const LuaTestLamp&, const std::string&) { return std::string("text"); })
         .method("describe", [](const LuaTestLamp&, LuaTestLamp*) { return std::string("lamp"); })
         .method("describe", [](const LuaTestLamp&, double, const std::string&) { return std::string("both"); })
-        .method("join", &LuaTestLamp::join)
+        .method("join",
+                [](const LuaTestLamp&, const std::vector<std::string>& texts) {
+                    return std::accumulate(texts.begin(), texts.end(), std::string());
+                })
         .method("getPowers", &LuaTestLamp::getPowers)
         .method("getNothing", [](const LuaTestLamp&) -> KyObject* { return nullptr; })
         .method("touch", &LuaTestLamp::touch)

@@ -19,6 +19,9 @@
 template <class T, class Parent>
 class LuaTestClass : public Parent {
 public:
+    LuaTestClass() { ++msNbAlive; }
+    ~LuaTestClass() override { --msNbAlive; }
+
     static const KyType* getType() {
         if (!msType)
             msType = T::describe();
@@ -28,6 +31,8 @@ public:
     static void finalizeType() { KyType::remove(msType); }
     const KyType* getObjectType() const override { return getType(); }
 
+    static inline int msNbAlive = 0;
+
 private:
     static inline const KyType* msType = nullptr;
 };
@@ -35,16 +40,11 @@ private:
 /// A class with one of everything that scripts can reach.
 class LuaTestLamp : public LuaTestClass<LuaTestLamp, KyObject> {
 public:
-    LuaTestLamp() { ++msNbAlive; }
+    LuaTestLamp() = default;
     explicit LuaTestLamp(double power)
-        : LuaTestLamp() {
-        mPower = power;
-    }
+        : mPower(power) {}
     explicit LuaTestLamp(std::string label)
-        : LuaTestLamp() {
-        mLabel = std::move(label);
-    }
-    ~LuaTestLamp() override { --msNbAlive; }
+        : mLabel(std::move(label)) {}
 
     static const KyType* describe();
 
@@ -58,7 +58,6 @@ public:
     KyObject* getBulb() const { return mBulb; }
 
     double add(double a, double b) const { return a + b + mPower; }
-    std::string join(const std::vector<std::string>& texts) const;
     std::vector<double> getPowers() const { return {mPower, mPower * 2}; }
     void touch() { ++mNbTouches; }
     void breakDown() { throw std::runtime_error("no light"); }
@@ -68,8 +67,6 @@ public:
             mHook();
         return mPower;
     }
-
-    static inline int msNbAlive = 0;
 
     double mPower = 1;
     int mCount = 0;
@@ -94,9 +91,6 @@ public:
 
 class LuaTestCounted : public LuaTestClass<LuaTestCounted, KyObject>, public KyReferenceCounted {
 public:
-    LuaTestCounted() { ++msNbAlive; }
-    ~LuaTestCounted() override { --msNbAlive; }
-
     static const KyType* describe();
 
     double callHook() {
@@ -105,20 +99,13 @@ public:
         return mValue;
     }
 
-    static inline int msNbAlive = 0;
-
     double mValue = 5;
     std::function<void()> mHook;
 };
 
 class LuaTestTexture : public LuaTestClass<LuaTestTexture, KyGraphicsObject> {
 public:
-    LuaTestTexture() { ++msNbAlive; }
-    ~LuaTestTexture() override { --msNbAlive; }
-
     static const KyType* describe();
-
-    static inline int msNbAlive = 0;
 };
 
 /// A container whose accessors fail on demand; an attribute of the object itself, which may be taken away.

@@ -10,7 +10,7 @@ namespace {
 using KyScriptEngineTest = KyScriptEngineFixture;
 using Texts = std::vector<std::string>;
 
-TEST_F(KyScriptEngineTest, ErrorsAreReportedAsLuasOwnMessageWithTheChunksName) {
+TEST_F(KyScriptEngineTest, ErrorsAreReportedAsLuasOwnMessageWithTheChunksNameAndTheTracebackIsKept) {
     EXPECT_TRUE(engine().executeChunk("x = 1 + 2 return 1, 2, 3"));
     EXPECT_FALSE(engine().executeChunk("x = = 1"));
     EXPECT_FALSE(engine().executeChunk("nothing()", "plain", {}));
@@ -22,16 +22,13 @@ TEST_F(KyScriptEngineTest, ErrorsAreReportedAsLuasOwnMessageWithTheChunksName) {
     EXPECT_EQ(text("x") + error, "3old") << "checking syntax runs nothing";
     EXPECT_FALSE(engine().checkChunkSyntax("for", error));
     EXPECT_EQ(error, "[string \"for\"]:1: '<name>' expected near '<eof>'");
-    EXPECT_EQ(top(), 0);
-}
-
-TEST_F(KyScriptEngineTest, ARuntimeErrorIsReportedUnchangedAndItsTracebackKept) {
     EXPECT_FALSE(engine().executeChunk(
         "local function inner() error('broken') end\nfunction outer() inner() end\n outer()", "@scene.lua", {}));
     EXPECT_EQ(lastOutput(), "scene.lua:1: broken");
     const std::string& traceback = engine().getLastTraceback();
     EXPECT_LT(traceback.find("in function 'inner'"), traceback.find("in function 'outer'")) << traceback;
     EXPECT_NE(traceback.find("'outer'"), std::string::npos) << traceback;
+    EXPECT_EQ(top(), 0);
 }
 
 TEST_F(KyScriptEngineTest, WithoutACallbackThatWorksErrorsGoToTheErrorReport) {
@@ -42,7 +39,7 @@ TEST_F(KyScriptEngineTest, WithoutACallbackThatWorksErrorsGoToTheErrorReport) {
     EXPECT_EQ(msReports, (Texts{"lost", "print callback : no console"}));
 }
 
-TEST_F(KyScriptEngineTest, ResultsAreAppendedAndTheCallsOwn) {
+TEST_F(KyScriptEngineTest, ResultsAreTheCallsOwnAndAppendedAndPrintedAsFarAsPrintTakesThem) {
     lua_pushnumber(state(), 99);
     std::vector<KyField> results{KyField(7)};
     EXPECT_TRUE(engine().executeChunktWithReturnValues("return 1.5, 'two', true", results));
@@ -50,9 +47,6 @@ TEST_F(KyScriptEngineTest, ResultsAreAppendedAndTheCallsOwn) {
     EXPECT_EQ(top(), 1);
     EXPECT_EQ(lua_tonumber(state(), 1), 99);
     lua_settop(state(), 0);
-}
-
-TEST_F(KyScriptEngineTest, PrintedResultsStayResultsAndWhatPrintCannotTakeIsReported) {
     engine().setReturnValuesOutput(true);
     engine().executeChunk("function print(...) printed = table.concat({...}, '|') calls = (calls or 0) + 1 end");
     EXPECT_EQ(evaluate("1, 'b', 3").size(), 3u);
@@ -65,7 +59,7 @@ TEST_F(KyScriptEngineTest, PrintedResultsStayResultsAndWhatPrintCannotTakeIsRepo
     EXPECT_EQ(lastOutput(), "stack overflow (too many results to print)");
 }
 
-TEST_F(KyScriptEngineTest, AGlobalFunctionIsCalledWithFields) {
+TEST_F(KyScriptEngineTest, FunctionsAreCalledWithFieldsAndVariablesSetPastMetatablesOfTheGlobals) {
     engine().executeChunk("function join(a, b, c) return a .. b, c end function fail() error('down', 0) end");
     std::vector<KyField> results;
     EXPECT_TRUE(engine().callLuaFunction("join", {KyField("x"), KyField(3), KyField(true)}, results));
@@ -80,18 +74,14 @@ TEST_F(KyScriptEngineTest, AGlobalFunctionIsCalledWithFields) {
     EXPECT_EQ(msOutput, (Texts{"down", "down"}));
     EXPECT_FALSE(engine().callLuaFunction(LUA_NOREF));
     EXPECT_EQ(top(), 0);
-}
-
-TEST_F(KyScriptEngineTest, VariablesAreSetPastMetatablesOfTheGlobals) {
     engine().executeChunk("setmetatable(_G, {__newindex = function() error('strict') end,"
                           " __index = function() error('strict') end})");
     engine().setLuaVariable("speed", KyField(2.5));
     EXPECT_EQ(text("speed"), "2.5");
     engine().removeLuaVariable("speed");
     EXPECT_EQ(text("rawget(_G, 'speed')"), "nil");
-    std::vector<KyField> results;
     EXPECT_FALSE(engine().callLuaFunction("nothing", {}, results));
-    EXPECT_TRUE(msOutput.empty());
+    EXPECT_EQ(msOutput.size(), 2u);
 }
 
 TEST_F(KyScriptEngineTest, NamesOfPublicationsAreVariablesButNoKeywords) {
@@ -123,8 +113,7 @@ TEST_F(KyScriptEngineTest, AnObjectThatEndsIsWithdrawnAndNotPublishedAgain) {
     object.reset();
     EXPECT_EQ(again, -1);
     EXPECT_EQ(engine().getInstance("car"), nullptr);
-    EXPECT_EQ(text("car"), "nil");
-    EXPECT_EQ(text("kept.Speed"), "nil");
+    EXPECT_EQ(text("car") + text("kept.Speed"), "nilnil");
     connection.disconnect();
 }
 
@@ -145,21 +134,18 @@ TEST_F(KyScriptEngineTest, PublicationIsSignalledByTheFirstTwoOfItsSignals) {
     EXPECT_EQ(events, (Texts{"+a", "-a", "+a", "-a"}));
 }
 
-TEST_F(KyScriptEngineTest, WhatABoundFunctionThrowsIsALuaError) {
+TEST_F(KyScriptEngineTest, WhatABoundFunctionThrowsIsALuaErrorAndAClassIsBoundOnce) {
     bind("fail", []() -> double { throw std::runtime_error("no fuel"); });
     bind("failOddly", []() -> double { throw 7; });
     EXPECT_EQ(text("select(2, pcall(fail)):match('no fuel')"), "no fuel");
     EXPECT_EQ(text("select(2, pcall(failOddly)):match('unknown C%+%+ exception')"), "unknown C++ exception");
-}
-
-TEST_F(KyScriptEngineTest, AClassIsBoundOnce) {
     const KyType& type = *KyDynamicObject::getType();
     EXPECT_TRUE(engine().bindClass(type));
     EXPECT_FALSE(engine().bindClass(type));
     EXPECT_TRUE(engine().isClassBound(*KyObject::getType())) << "with its parents";
-    EXPECT_EQ(text("bindClass('KyScriptEngine')"), "true");
-    EXPECT_EQ(text("bindClass('KyScriptEngine')"), "false");
-    EXPECT_EQ(text("bindClass('NoSuchType')"), "false");
+    for (const auto& [name, isBound] :
+         {std::pair("KyScriptEngine", "true"), {"KyScriptEngine", "false"}, {"None", "false"}})
+        EXPECT_EQ(text("bindClass('" + std::string(name) + "')"), isBound) << name;
 }
 
 TEST_F(KyScriptEngineTest, ACloneHasTheSamePublicationsAndAStateOfItsOwn) {

@@ -14,10 +14,6 @@ struct FailureCase {
     const char* message;
 };
 
-void PrintTo(const FailureCase& failure, std::ostream* stream) {
-    *stream << failure.label;
-}
-
 constexpr FailureCase cFailures[] = {
     {"Text", "error('plain', 0)", "plain"},
     {"Table", "error({})", "(error object is not a string)"},
@@ -39,14 +35,8 @@ constexpr FailureCase cFailures[] = {
     {"Endless", "local s = string.rep('x', 2^20) while true do s = s .. s end", ""},
 };
 
-class KyScriptFailureTest : public KyScriptEngineFixture, public ::testing::WithParamInterface<FailureCase> {
+class KyScriptFailureTest : public KyScriptEngineFixture {
 protected:
-    void SetUp() override {
-        KyScriptEngineFixture::SetUp();
-        if (state())
-            lua_setallocf(state(), &allocateUpTo, this);
-    }
-
     /// Fails for blocks that no test machine need have.
     static void* allocateUpTo(void*, void* block, std::size_t, std::size_t size) {
         constexpr std::size_t cLargest = 64u << 20u;
@@ -58,32 +48,32 @@ protected:
     }
 };
 
-TEST_P(KyScriptFailureTest, IsOneMessageWhateverRunsTheChunkAndTheEngineGoesOn) {
-    engine().setLuaVariable("source", KyField(GetParam().chunk));
-    engine().executeChunk("function called() return loadstring(source)() end");
+TEST_F(KyScriptFailureTest, EveryKindIsOneMessageWhateverRunsTheChunkAndTheEngineGoesOn) {
+    lua_setallocf(state(), &allocateUpTo, nullptr);
     std::vector<KyField> results;
-    const std::function<bool()> cWays[] = {[] { return engine().executeChunk(GetParam().chunk); },
-                                           [&] { return engine().callLuaFunction("called", {}, results); },
-                                           [] {
-                                               const std::string chunk = GetParam().chunk;
-                                               engine().executeChunkAsCoroutine("coroutine.yield() " + chunk);
-                                               engine().resumeCoroutines(0);
-                                               return engine().getNbCoroutines() != 0;
-                                           }};
-    // A coroutine may yield.
-    const std::size_t nbWays = std::string(GetParam().label) == "YieldAcrossCall" ? 2 : 3;
-    for (std::size_t i = 0; i < 2 * nbWays; ++i) {
-        msOutput.clear();
-        EXPECT_FALSE(cWays[i % nbWays]());
-        ASSERT_EQ(msOutput.size(), 1u);
-        EXPECT_NE(msOutput[0].find(GetParam().message), std::string::npos) << msOutput[0];
-        EXPECT_EQ(top(), 0);
-        EXPECT_EQ(text("1 + 1"), "2");
+    const std::function<bool(const std::string&)> ways[] = {
+        [](const std::string& chunk) { return engine().executeChunk(chunk); },
+        [&](const std::string&) { return engine().callLuaFunction("called", {}, results); },
+        [](const std::string& chunk) {
+            engine().executeChunkAsCoroutine("coroutine.yield() " + chunk);
+            engine().resumeCoroutines(0);
+            return engine().getNbCoroutines() != 0;
+        }};
+    engine().executeChunk("function called() return loadstring(source)() end");
+    for (const auto& [label, chunk, message] : cFailures) {
+        engine().setLuaVariable("source", KyField(chunk));
+        // A coroutine may yield.
+        const std::size_t nbWays = std::string(label) == "YieldAcrossCall" ? 2 : 3;
+        for (std::size_t i = 0; i < 2 * nbWays; ++i) {
+            msOutput.clear();
+            EXPECT_FALSE(ways[i % nbWays](chunk)) << label;
+            ASSERT_EQ(msOutput.size(), 1u) << label;
+            EXPECT_NE(msOutput[0].find(message), std::string::npos) << label << ": " << msOutput[0];
+            EXPECT_EQ(top(), 0) << label;
+            EXPECT_EQ(text("1 + 1"), "2") << label;
+        }
     }
 }
-
-INSTANTIATE_TEST_SUITE_P(Kinds, KyScriptFailureTest, ::testing::ValuesIn(cFailures),
-                         [](const auto& test) { return test.param.label; });
 
 using KyHostileScriptTest = KyScriptEngineFixture;
 

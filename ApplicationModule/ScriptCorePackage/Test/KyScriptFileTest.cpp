@@ -43,11 +43,15 @@ TEST_F(KyScriptFileTest, AScriptRunsInItsDirectoryWhichIsTheThreadsToo) {
     EXPECT_TRUE(KyResource::getThreadDirectory().isEmpty());
 }
 
-TEST_F(KyScriptFileTest, ErrorsShowTheBareName) {
+TEST_F(KyScriptFileTest, ErrorsShowTheBareNameAndAByteOrderMarkIsSkippedAndLinesStay) {
     EXPECT_FALSE(engine().executeScript(write("scripts/bad.lua", "\nerror('x')")));
     EXPECT_EQ(lastOutput(), "bad.lua:2: x");
     EXPECT_FALSE(engine().executeScript(write("scripts/worse.lua", "x =")));
     EXPECT_EQ(lastOutput(), "worse.lua:1: unexpected symbol near '<eof>'");
+    EXPECT_EQ(engine().executeScriptWithReturnValues(write("marked.lua", "\xEF\xBB\xBFreturn 'ok'")).size(), 1u);
+    EXPECT_FALSE(engine().executeScript(write("marked.lua", "\xEF\xBB\xBF#!/usr/bin/lua\nerror('x')")));
+    EXPECT_EQ(lastOutput(), "marked.lua:2: x");
+    EXPECT_TRUE(engine().executeScript(write("empty.lua", "\xEF\xBB\xBF")));
     EXPECT_EQ(top(), 0);
 }
 
@@ -62,13 +66,10 @@ TEST_F(KyScriptFileTest, AMissingFolderRunsNoOtherFileOfThatName) {
     fs::current_path(mBefore);
 }
 
-TEST_F(KyScriptFileTest, WhatIsNotLocalFailsSilently) {
+TEST_F(KyScriptFileTest, WhatIsNotLocalFailsSilentlyAndAFolderAndABinaryAreErrors) {
     EXPECT_FALSE(engine().executeScript("http://localhost/main.lua"));
     EXPECT_FALSE(engine().executeScript((mFolder / "").string()));
     EXPECT_TRUE(msOutput.empty());
-}
-
-TEST_F(KyScriptFileTest, AFolderAndABinaryAreErrors) {
     EXPECT_FALSE(engine().executeScript((mFolder / "scripts").string()));
     EXPECT_EQ(msOutput.size(), 1u);
     std::string noise;
@@ -77,13 +78,6 @@ TEST_F(KyScriptFileTest, AFolderAndABinaryAreErrors) {
     EXPECT_FALSE(engine().executeScript(write("code.luac", "\x1BLua" + noise)));
     EXPECT_EQ(msOutput.size(), 2u);
     EXPECT_EQ(top(), 0);
-}
-
-TEST_F(KyScriptFileTest, AByteOrderMarkIsSkippedAndLinesStay) {
-    EXPECT_EQ(engine().executeScriptWithReturnValues(write("marked.lua", "\xEF\xBB\xBFreturn 'ok'")).size(), 1u);
-    EXPECT_FALSE(engine().executeScript(write("marked.lua", "\xEF\xBB\xBF#!/usr/bin/lua\nerror('x')")));
-    EXPECT_EQ(lastOutput(), "marked.lua:2: x");
-    EXPECT_TRUE(engine().executeScript(write("empty.lua", "\xEF\xBB\xBF")));
 }
 
 TEST_F(KyScriptFileTest, SyntaxIsCheckedWithoutRunning) {

@@ -47,7 +47,7 @@ protected:
 };
 } // namespace
 
-TEST_F(KyResourceTest, FilesAreWrittenAppendedAndRead) {
+TEST_F(KyResourceTest, FilesAreWrittenAppendedAndReadAndNothingElseOpens) {
     for (const int mode : {KyResource::eAppend, KyResource::eWrite, KyResource::eAppend}) {
         KyResource resource(getURL("a file.txt"));
         ASSERT_TRUE(resource.openStreamBuffer(mode));
@@ -60,14 +60,10 @@ TEST_F(KyResourceTest, FilesAreWrittenAppendedAndRead) {
     std::string bytes = "before";
     EXPECT_TRUE(KyResource::readBytes(getURL("large"), bytes));
     EXPECT_EQ(bytes, large);
-}
-
-TEST_F(KyResourceTest, WhatIsNotThereDoesNotOpen) {
     std::filesystem::create_directory(mRoot / "directory");
-    std::string bytes = "unchanged";
-    EXPECT_FALSE(KyResource::readBytes(getURL("missing"), bytes));
-    EXPECT_FALSE(KyResource::readBytes(getURL("directory"), bytes));
-    EXPECT_EQ(bytes, "unchanged");
+    for (const char* name : {"missing", "directory"})
+        EXPECT_FALSE(KyResource::readBytes(getURL(name), bytes)) << name;
+    EXPECT_EQ(bytes, large);
     KyResource resource(getURL("file"));
     for (const int mode : {-1, static_cast<int>(KyResource::eNbModes), 1000})
         EXPECT_FALSE(resource.openStreamBuffer(mode));
@@ -132,12 +128,9 @@ TEST_F(KyResourceTest, TheThreadsDirectoryComesBeforeTheCurrentOne) {
     EXPECT_TRUE(KyResource::popThreadDirectory());
     EXPECT_FALSE(KyResource::popThreadDirectory());
     EXPECT_EQ(KyResource::resolve(KyURL("both")), getURL("current/both"));
-}
-
-TEST_F(KyResourceTest, AThreadDirectoryOfAnotherSchemeOpensItsResources) {
     KyResource::pushThreadDirectory(KyURL("memory:/scripts"));
     std::string bytes;
     EXPECT_TRUE(KyResource::readBytes(KyURL("lib/a.lua"), bytes));
-    EXPECT_EQ(bytes, "memory of /scripts/lib/a.lua");
+    EXPECT_EQ(bytes, "memory of /scripts/lib/a.lua") << "one of another scheme opens its resources";
     KyResource::popThreadDirectory();
 }

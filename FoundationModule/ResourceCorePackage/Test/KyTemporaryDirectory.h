@@ -10,8 +10,7 @@
 #include <fstream>
 #include <string>
 
-/// A fresh directory for a test case, deleted with all it holds; the process's directory is
-/// restored.
+/// A fresh directory for a test case, deleted with all it holds; the process's directory is restored.
 class KyTemporaryDirectory : public ::testing::Test {
 protected:
     void SetUp() override {
