@@ -42,3 +42,4 @@ std::vector<KyBenchmark> getConversionBenchmarks();
 std::vector<KyBenchmark> getLibraryBenchmarks();
 std::vector<KyBenchmark> getFileBenchmarks();
 std::vector<KyBenchmark> getValueBenchmarks();
+std::vector<KyBenchmark> getInteractionBenchmarks();

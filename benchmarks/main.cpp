@@ -24,11 +24,8 @@ namespace {
 constexpr int cNbRounds = 15;
 
 constexpr std::vector<KyBenchmark> (*cSubjects[])() = {
-    &getScriptBenchmarks,
-    &getLibraryBenchmarks,
-    &getConversionBenchmarks,
-    &getFileBenchmarks,
-    &getValueBenchmarks,
+    &getScriptBenchmarks, &getLibraryBenchmarks, &getConversionBenchmarks,
+    &getFileBenchmarks,   &getValueBenchmarks,   &getInteractionBenchmarks,
 };
 
 std::vector<KyBenchmark> getAllBenchmarks() {
