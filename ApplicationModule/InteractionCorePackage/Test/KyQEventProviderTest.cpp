@@ -4,9 +4,8 @@
 #include "KyQEventProvider.h"
 #include "KyTouchTesting.h"
 
-#include "KyManipulator.h"
-
 #include "KyException.h"
+#include "KyManipulator.h"
 
 #include <gtest/gtest.h>
 
@@ -20,7 +19,6 @@
 #include <QScrollBar>
 #include <QTest>
 #include <QWheelEvent>
-#include <QWidget>
 
 #include <functional>
 #include <limits>
@@ -28,16 +26,17 @@
 namespace {
 
 using Event = KyInputEvent;
+/// Type, button and state.
+using Seen = std::tuple<Event::Type, std::uint32_t, std::uint32_t>;
 
 struct Log : KyEventHandler {
     bool handleEvent(const KyInputEvent& event) override {
         events.push_back(event);
-        if (action)
-            action();
+        action();
         return true;
     }
     std::vector<KyInputEvent> events;
-    std::function<void()> action;
+    std::function<void()> action = [] {};
 };
 
 class KyQEventProviderTest : public testing::Test {
@@ -51,15 +50,16 @@ protected:
         mWidget->installEventFilter(&provider);
     }
     bool send(QEvent&& event) { return QCoreApplication::sendEvent(mWidget.get(), &event); }
-    bool touch(QEvent::Type type, const QList<KyTestFinger>& fingers) { return touch(mProvider, type, fingers); }
-    bool touch(KyQEventProvider& provider, QEvent::Type type, const QList<KyTestFinger>& fingers) {
+    bool touch(QEvent::Type type, const QList<KyTestFinger>& fingers) {
         QTouchEvent event = kyMakeTouch(type, fingers);
         event.ignore();
-        const bool isConsumed = provider.eventFilter(mWidget.get(), &event);
+        const bool isConsumed = mProvider.eventFilter(mWidget.get(), &event);
         EXPECT_EQ(event.isAccepted(), isConsumed);
         return isConsumed;
     }
     const Event& last() const { return mLog->events.back(); }
+    Seen getLast() const { return {last().getType(), last().getButton(), last().getState()}; }
+    QPoint getPlace() const { return {last().getX(), last().getY()}; }
     std::vector<int> getTypes() const {
         std::vector<int> types;
         std::ranges::transform(mLog->events, std::back_inserter(types), &Event::getType);
@@ -79,38 +79,29 @@ TEST_F(KyQEventProviderTest, KeysAreButtons) {
     for (int i = 0; i < keys.size(); ++i) {
         const std::uint32_t bit = keys[i] == Qt::Key_A ? 0 : 64u << std::min(i, 20);
         send(QKeyEvent(QEvent::KeyPress, keys[i], Qt::AltModifier | Qt::ShiftModifier | Qt::MetaModifier));
-        EXPECT_EQ(std::tuple(int{last().getType()}, last().getButton(), last().getState()),
-                  std::tuple(int{Event::eKeyPressed}, bit, bit | 0xA0000000u));
+        EXPECT_EQ(getLast(), Seen(Event::eKeyPressed, bit, bit | 0xA0000000u));
         send(QKeyEvent(QEvent::KeyRelease, keys[i], Qt::NoModifier));
-        EXPECT_EQ(std::tuple(int{last().getType()}, last().getButton(), last().getState()),
-                  std::tuple(int{Event::eKeyReleased}, bit, 0u));
+        EXPECT_EQ(getLast(), Seen(Event::eKeyReleased, bit, 0u));
     }
 }
 
 TEST_F(KyQEventProviderTest, MouseEventsCarryButtonsAndModifiers) {
     const struct {
-        QEvent::Type qtType;
-        Qt::MouseButton qtButton;
-        Qt::MouseButtons qtButtons;
-        Qt::KeyboardModifiers modifiers;
-        Event::Type type;
-        std::uint32_t button, state;
+        QMouseEvent event;
+        Seen seen;
     } rows[] = {
-        {QEvent::MouseButtonPress, Qt::LeftButton, Qt::LeftButton, {}, Event::eMousePressed, 1, 1},
-        {QEvent::MouseButtonRelease, Qt::RightButton, Qt::MiddleButton, {}, Event::eMouseReleased, 2, 4},
-        {QEvent::MouseButtonDblClick, Qt::XButton1, Qt::XButton1, Qt::ShiftModifier, Event::eMouseDoubleClicked, 8,
-         0x20000008u},
-        {QEvent::MouseMove, Qt::NoButton, Qt::AllButtons, Qt::ControlModifier | Qt::KeypadModifier, Event::eMouseMoved,
-         0, 0x4000001Fu},
-    };
+        {{QEvent::MouseButtonPress, {3, 4}, Qt::LeftButton, Qt::LeftButton, {}}, {Event::eMousePressed, 1, 1}},
+        {{QEvent::MouseButtonRelease, {3, 4}, Qt::RightButton, Qt::MiddleButton, {}}, {Event::eMouseReleased, 2, 4}},
+        {{QEvent::MouseButtonDblClick, {3, 4}, Qt::XButton1, Qt::XButton1, Qt::ShiftModifier},
+         {Event::eMouseDoubleClicked, 8, 0x20000008u}},
+        {{QEvent::MouseMove, {3, 4}, {}, Qt::AllButtons, Qt::ControlModifier | Qt::KeypadModifier},
+         {Event::eMouseMoved, 0, 0x4000001Fu}}};
     for (const auto& row : rows) {
-        QMouseEvent event(row.qtType, QPointF(3, 4), row.qtButton, row.qtButtons, row.modifiers);
+        QMouseEvent event = row.event;
         EXPECT_FALSE(mProvider.eventFilter(mWidget.get(), &event));
-        EXPECT_EQ(last().getType(), row.type);
-        EXPECT_EQ(last().getButton(), row.button);
-        EXPECT_EQ(last().getState(), row.state);
+        EXPECT_EQ(getLast(), row.seen);
         EXPECT_EQ(last().getNativeEvent(), static_cast<QEvent*>(&event));
-        EXPECT_EQ(std::pair(last().getX(), last().getY()), std::pair(3, 4));
+        EXPECT_EQ(getPlace(), QPoint(3, 4));
     }
     mProvider.setEventHandler(new KyEventHandler);
     last().setInternalEventReturn(true);
@@ -133,11 +124,9 @@ TEST_F(KyQEventProviderTest, TheWheelTurnsTheWayOfItsGreaterPart) {
     for (const auto& row : rows) {
         send(QWheelEvent(QPointF(5.6, 7), QPointF(), row.pixels, row.angle, Qt::LeftButton, Qt::AltModifier,
                          Qt::NoScrollPhase, false));
-        EXPECT_EQ(last().getType(), Event::eWheel);
-        EXPECT_EQ(last().isWheelVertical(), row.isVertical);
-        EXPECT_EQ(last().getWheelDelta(), row.delta);
-        EXPECT_EQ(last().getState(), 0x80000021u);
-        EXPECT_EQ(last().getX(), 6);
+        EXPECT_EQ(getLast(), Seen(Event::eWheel, last().getButton(), 0x80000021u));
+        EXPECT_EQ(std::pair(last().isWheelVertical(), last().getWheelDelta()), std::pair(row.isVertical, row.delta));
+        EXPECT_EQ(getPlace(), QPoint(6, 7));
     }
 }
 
@@ -162,12 +151,13 @@ TEST_F(KyQEventProviderTest, PositionsAreScaledAndSaturate) {
     for (const auto& row : rows) {
         KyQEventProvider provider(row.scale);
         provider.setPixelRatio(row.ratio);
-        provider.setEventHandler(mLog.get());
+        watch(provider);
         QMouseEvent move(QEvent::MouseMove, {0, row.position}, {}, {}, {});
-        provider.eventFilter(mWidget.get(), &move);
-        EXPECT_EQ(last().getY(), row.expected) << row.scale << ' ' << row.ratio << ' ' << row.position;
-        touch(provider, QEvent::TouchUpdate, {{1, {row.position, 0}}});
-        EXPECT_EQ(last().getX(), row.expected) << row.position;
+        QTouchEvent touched = kyMakeTouch(QEvent::TouchUpdate, {{1, {0, row.position}}});
+        for (QEvent* event : std::initializer_list<QEvent*>{&move, &touched}) {
+            provider.eventFilter(mWidget.get(), event);
+            EXPECT_EQ(last().getY(), row.expected) << row.scale << ' ' << row.ratio << ' ' << row.position;
+        }
     }
 }
 
@@ -186,27 +176,22 @@ TEST_F(KyQEventProviderTest, OtherEventsOfTheTableArriveAndTheRestDoesNot) {
 }
 
 TEST_F(KyQEventProviderTest, TouchesAreSortedAndConsumedUnlessLeftToQt) {
-    EXPECT_TRUE(
-        touch(QEvent::TouchBegin, {{7, {70, 1}, Qt::TouchPointStationary}, {2, {20, 2}, Qt::TouchPointPressed}}));
-    ASSERT_EQ(last().getTouchPoints().size(), 2u);
-    EXPECT_EQ(last().getTouchPoints()[0].id, 2);
-    EXPECT_EQ(last().getTouchPoints()[0].state, KyTouchPoint::ePressed);
-    EXPECT_EQ(last().getTouchPoints()[1].x, 70);
-    EXPECT_EQ(last().getX(), 20);
-    mProvider.setAcceptTouchEvent(false);
-    EXPECT_FALSE(touch(QEvent::TouchUpdate, {{2, {20, 2}}}));
-    EXPECT_EQ(getTypes(), std::vector<int>{Event::eTouchBegan});
-}
-
-TEST_F(KyQEventProviderTest, AnyNumberOfFingersInAnyOrderIsCarriedSorted) {
     for (int count = 0; count <= 100; ++count) {
         QList<KyTestFinger> fingers;
         for (int i = 0; i < count; ++i)
-            fingers.append({i * 37 % 101, QPointF(i, std::nan(""))});
-        touch(QEvent::TouchUpdate, fingers);
+            fingers.append({i * 37 % 101, QPointF(70 + i, std::nan("")), Qt::TouchPointPressed});
+        EXPECT_TRUE(touch(QEvent::TouchUpdate, fingers));
         EXPECT_EQ(last().getTouchPoints().size(), static_cast<std::size_t>(count));
         EXPECT_TRUE(std::ranges::is_sorted(last().getTouchPoints(), {}, &KyTouchPoint::id));
     }
+    EXPECT_EQ(last().getTouchPoints()[37].x, 71);
+    EXPECT_EQ(last().getTouchPoints()[37].state, KyTouchPoint::ePressed);
+    touch(QEvent::TouchUpdate, {{7, {70, 1}}, {2, {20, 2}}});
+    EXPECT_EQ(last().getX(), 20) << "the first finger's";
+    mLog->events.clear();
+    mProvider.setAcceptTouchEvent(false);
+    EXPECT_FALSE(touch(QEvent::TouchUpdate, {{2, {20, 2}}}));
+    EXPECT_TRUE(mLog->events.empty());
 }
 
 TEST_F(KyQEventProviderTest, MouseEventsMadeOfATouchSaySoWhileItLasts) {
@@ -242,11 +227,11 @@ TEST_F(KyQEventProviderTest, TheFirstFingerPlaysTheMouseWhenTouchesAreConverted)
     touch(QEvent::TouchUpdate, {{1, {95, 90}}});
     touch(QEvent::TouchEnd, {{1, {95, 90}, Qt::TouchPointReleased}});
     ASSERT_EQ(getTypes(), (std::vector<int>{Event::eMousePressed, Event::eMouseMoved, Event::eMouseReleased}));
-    const std::tuple<int, unsigned, unsigned> expected[] = {{10, 1, 1}, {11, 1, 0}, {12, 0, 1}};
+    const std::tuple<int, unsigned, unsigned, bool> expected[] = {{10, 1, 1, true}, {11, 1, 0, true}, {12, 0, 1, true}};
     for (std::size_t i = 0; i < 3; ++i) {
         const Event& event = mLog->events[i];
-        EXPECT_EQ(std::tuple(event.getX(), event.getState(), event.getButton()), expected[i]);
-        EXPECT_TRUE(event.getTouchPoints().empty());
+        EXPECT_EQ(std::tuple(event.getX(), event.getState(), event.getButton(), event.getTouchPoints().empty()),
+                  expected[i]);
     }
 }
 
@@ -259,7 +244,7 @@ TEST_F(KyQEventProviderTest, SceneEventsArePlacedInTheirViewport) {
     scene.installEventFilter(&mProvider);
     mProvider.setEventHandler(mLog.get());
     QTest::mousePress(view.viewport(), Qt::LeftButton, {}, {31, 42});
-    EXPECT_EQ(std::pair(last().getX(), last().getY()), std::pair(31, 42));
+    EXPECT_EQ(getPlace(), QPoint(31, 42));
     QGraphicsSceneMouseEvent event(QEvent::GraphicsSceneMouseRelease);
     event.setScreenPos({7, 8});
     auto widget = std::make_unique<QWidget>();
@@ -267,25 +252,19 @@ TEST_F(KyQEventProviderTest, SceneEventsArePlacedInTheirViewport) {
     widget.reset();
     QCoreApplication::sendEvent(&scene, &event);
     EXPECT_EQ(last().getType(), Event::eMouseReleased);
-    EXPECT_EQ(std::pair(last().getX(), last().getY()), std::pair(7, 8));
+    EXPECT_EQ(getPlace(), QPoint(7, 8));
 }
 
 TEST_F(KyQEventProviderTest, AHandlerMayDeleteWidgetAndProvider) {
-    mWidget->setAttribute(Qt::WA_AcceptTouchEvents);
-    auto* provider = new KyQEventProvider(1, mWidget.get());
-    watch(*provider);
     // The provider is the widget's child.
     mLog->action = [this] { delete mWidget.release(); };
-    QWidget* widget = mWidget.get();
-    QTouchEvent event = kyMakeTouch(QEvent::TouchBegin, {{1, {}}});
-    EXPECT_TRUE(QCoreApplication::sendEvent(widget, &event));
-    EXPECT_FALSE(mWidget);
-
     QWidget parent;
+    QTouchEvent touched = kyMakeTouch(QEvent::TouchBegin, {{1, {}}});
     QMouseEvent move(QEvent::MouseMove, {}, Qt::LeftButton, Qt::LeftButton, {});
     QWheelEvent wheel({}, {}, {}, {0, 120}, {}, {}, Qt::NoScrollPhase, false);
-    for (QEvent* sent : std::initializer_list<QEvent*>{&move, &wheel}) {
+    for (QEvent* sent : std::initializer_list<QEvent*>{&touched, &move, &wheel}) {
         mWidget = std::make_unique<QWidget>(&parent);
+        mWidget->setAttribute(Qt::WA_AcceptTouchEvents);
         watch(*new KyQEventProvider(1, mWidget.get()));
         sent->ignore();
         EXPECT_TRUE(QCoreApplication::sendEvent(mWidget.get(), sent));
@@ -301,17 +280,15 @@ TEST_F(KyQEventProviderTest, AManipulatorGetsEventsUntilItIsGone) {
     };
     KyQEventManipulatorProvider provider;
     provider.setManipulator(new Taker);
-    const auto isUsed = [&provider](int x) {
+    for (const int x : {5, 6, 5}) {
         Event event;
         event.setType(Event::eMouseMoved);
         event.setPosition(x, 0);
         provider.setInputEvent(event);
-        return event.getInternalEventReturn();
-    };
-    EXPECT_TRUE(isUsed(5));
-    EXPECT_FALSE(isUsed(6));
-    provider.getManipulator()->destroy();
-    EXPECT_FALSE(isUsed(5));
+        EXPECT_EQ(event.getInternalEventReturn(), x == 5 && provider.getManipulator());
+        if (x == 6)
+            provider.getManipulator()->destroy();
+    }
     EXPECT_EQ(provider.getManipulator(), nullptr);
 }
 

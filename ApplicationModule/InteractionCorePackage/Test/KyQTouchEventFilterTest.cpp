@@ -14,7 +14,6 @@
 #include <QTimerEvent>
 
 #include <cmath>
-#include <limits>
 
 namespace {
 
@@ -34,18 +33,18 @@ struct SteppedFilter : KyQTouchEventFilter {
 
 class KyQTouchEventFilterTest : public testing::Test {
 protected:
-    KyQTouchEventFilterTest() {
+    KyQTouchEventFilterTest() { install(); }
+
+    QScrollBar* vertical() { return mArea->verticalScrollBar(); }
+    QScrollBar* horizontal() { return mArea->horizontalScrollBar(); }
+    void install(double decay = 0.75, bool isKinetic = true) {
+        mArea = std::make_unique<QScrollArea>();
         for (QScrollBar* bar : {vertical(), horizontal()}) {
             bar->setRange(0, 1000);
             bar->setValue(500);
         }
-    }
-    QScrollBar* vertical() { return mArea->verticalScrollBar(); }
-    QScrollBar* horizontal() { return mArea->horizontalScrollBar(); }
-    SteppedFilter* install(double decay = 0.75, bool isKinetic = true) {
         mFilter = new SteppedFilter(mArea.get(), isKinetic, decay);
         mArea->viewport()->installEventFilter(mFilter);
-        return mFilter;
     }
     bool touch(QEvent::Type type, const QList<KyTestFinger>& fingers) {
         QTouchEvent event = kyMakeTouch(type, fingers);
@@ -61,22 +60,21 @@ protected:
         touch(QEvent::TouchUpdate, start, end);
         touch(QEvent::TouchEnd, end, end);
     }
-    std::vector<int> getSteps(SteppedFilter& filter, int count) {
-        std::vector<int> steps;
-        for (int i = 0; i < count; ++i) {
+    std::vector<int> getSteps(std::size_t count) {
+        std::vector<int> steps(count);
+        for (int& step : steps) {
             const int former = vertical()->value();
-            filter.step();
-            steps.push_back(vertical()->value() - former);
+            mFilter->step();
+            step = vertical()->value() - former;
         }
         return steps;
     }
 
     SteppedFilter* mFilter = nullptr;
-    std::unique_ptr<QScrollArea> mArea = std::make_unique<QScrollArea>();
+    std::unique_ptr<QScrollArea> mArea;
 };
 
 TEST_F(KyQTouchEventFilterTest, AFingerScrollsAndFractionsAreCarried) {
-    install();
     EXPECT_TRUE(touch(QEvent::TouchBegin, {50, 50}, {50, 50}));
     EXPECT_TRUE(touch(QEvent::TouchUpdate, {50, 50}, {43, 53}));
     EXPECT_EQ(std::pair(horizontal()->value(), vertical()->value()), std::pair(507, 497));
@@ -86,12 +84,11 @@ TEST_F(KyQTouchEventFilterTest, AFingerScrollsAndFractionsAreCarried) {
 }
 
 TEST_F(KyQTouchEventFilterTest, AFlickOfSpeed40RunsDownByItsSteps) {
-    SteppedFilter* filter = install();
     flick({0, -40});
-    ASSERT_EQ(filter->getTimers().size(), 1);
-    EXPECT_EQ(filter->getTimers()[0].interval, 30);
-    EXPECT_EQ(filter->getTimers()[0].timerType, Qt::CoarseTimer);
-    EXPECT_EQ(getSteps(*filter, 9), (std::vector<int>{40, 30, 22, 16, 12, 9, 6, 4, 0}));
+    ASSERT_EQ(mFilter->getTimers().size(), 1);
+    EXPECT_EQ(mFilter->getTimers()[0].interval, 30);
+    EXPECT_EQ(mFilter->getTimers()[0].timerType, Qt::CoarseTimer);
+    EXPECT_EQ(getSteps(9), (std::vector<int>{40, 30, 22, 16, 12, 9, 6, 4, 0}));
 }
 
 TEST_F(KyQTouchEventFilterTest, WhatIsNoFlickRunsNoFurther) {
@@ -104,39 +101,30 @@ TEST_F(KyQTouchEventFilterTest, WhatIsNoFlickRunsNoFurther) {
                 {{0, -40}, -0.1, true, 30}, {{0, -40}, 1.0, true, 30},        {{0, -40}, std::nan(""), true, 30},
                 {{0, -40}, 0.0, true, 0},   {{0, std::nan("")}, 0.5, true, 0}};
     for (const auto& row : rows) {
-        const std::unique_ptr<SteppedFilter> filter(install(row.decay, row.isKinetic));
+        install(row.decay, row.isKinetic);
         flick(row.way);
-        EXPECT_EQ(getSteps(*filter, 2)[1], row.second) << row.way.y() << ' ' << row.decay;
+        EXPECT_EQ(getSteps(2)[1], row.second) << row.way.y() << ' ' << row.decay;
     }
 }
 
-TEST_F(KyQTouchEventFilterTest, ATouchStopsTheFlickAndATapStartsNone) {
-    SteppedFilter* filter = install();
+TEST_F(KyQTouchEventFilterTest, ATouchStopsTheFlickAndFingersAtRestStartNone) {
     flick({0, -40});
     flick({0, -50});
-    EXPECT_EQ(filter->getTimers().size(), 1);
-    touch(QEvent::TouchBegin, {10, 10}, {10, 10});
-    touch(QEvent::TouchEnd, {10, 10}, {10, 10});
-    EXPECT_EQ(getSteps(*filter, 1), std::vector<int>{0});
-    flick({0, 40});
-    vertical()->setValue(0);
-    getSteps(*filter, 1);
-    vertical()->setValue(500);
-    EXPECT_EQ(getSteps(*filter, 1), std::vector<int>{0}) << "it had come to the end of the area";
-}
-
-TEST_F(KyQTouchEventFilterTest, FingersAtRestStartNoFlick) {
-    SteppedFilter* filter = install();
+    EXPECT_EQ(mFilter->getTimers().size(), 1);
     const KyTestFinger a{1, {10, 100}, Qt::TouchPointStationary, {10, 100}};
     const KyTestFinger b{2, {10, 300}, Qt::TouchPointStationary, {10, 300}};
     touch(QEvent::TouchBegin, {a});
     touch(QEvent::TouchUpdate, {a, b});
     touch(QEvent::TouchEnd, {b});
-    EXPECT_TRUE(filter->getTimers().isEmpty());
+    EXPECT_TRUE(mFilter->getTimers().isEmpty());
+    flick({0, 40});
+    vertical()->setValue(0);
+    getSteps(1);
+    vertical()->setValue(500);
+    EXPECT_EQ(getSteps(1)[0], 0) << "it had come to the end of the area";
 }
 
 TEST_F(KyQTouchEventFilterTest, ADragKeepsTouchesFromScrolling) {
-    install();
     mArea->viewport()->setAcceptDrops(true);
     QMimeData data;
     QDragEnterEvent drag({}, Qt::CopyAction, &data, {}, {});
@@ -162,8 +150,7 @@ TEST_F(KyQTouchEventFilterTest, InstallingPreparesTheWidget) {
 }
 
 TEST_F(KyQTouchEventFilterTest, AnyListOfFingersAndAnyPositionIsBorne) {
-    install();
-    constexpr double cPositions[] = {0, -2147483648.0, 2147483647.0, 1e300, std::numeric_limits<double>::quiet_NaN()};
+    constexpr double cPositions[] = {0, -2147483648.0, 2147483647.0, 1e300, NAN};
     QList<KyTestFinger> fingers;
     for (int count = 0; count <= 100; ++count) {
         for (const auto type : {QEvent::TouchBegin, QEvent::TouchUpdate, QEvent::TouchEnd})
@@ -171,19 +158,16 @@ TEST_F(KyQTouchEventFilterTest, AnyListOfFingersAndAnyPositionIsBorne) {
         const QPointF a(cPositions[count % 5], cPositions[count / 5 % 5]);
         fingers.prepend({count, a, Qt::TouchPointMoved, {a.y(), a.x()}});
     }
-    EXPECT_GE(vertical()->value(), 0);
 }
 
 TEST_F(KyQTouchEventFilterTest, TheAreaMayBeDeletedWhileItFlicks) {
     for (const bool byTimer : {false, true}) {
-        mArea = std::make_unique<QScrollArea>();
-        vertical()->setRange(0, 1000);
-        SteppedFilter* filter = install();
+        install();
         if (byTimer)
             flick({0, -40});
         QObject::connect(vertical(), &QScrollBar::valueChanged, [this] { mArea.reset(); });
         if (byTimer)
-            filter->step();
+            mFilter->step();
         else
             touch(QEvent::TouchUpdate, {50, 50}, {50, 40});
         EXPECT_FALSE(mArea);

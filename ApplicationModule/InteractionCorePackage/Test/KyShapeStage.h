@@ -11,7 +11,6 @@
 #include "KyScenePass.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <memory>
 

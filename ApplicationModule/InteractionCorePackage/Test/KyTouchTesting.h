@@ -15,12 +15,8 @@ struct KyTestFinger {
     QPointF lastPosition = {};
 };
 
-inline QTouchDevice* kyGetTouchDevice() {
-    static QTouchDevice* device = QTest::createTouchDevice();
-    return device;
-}
-
 inline QTouchEvent kyMakeTouch(QEvent::Type type, const QList<KyTestFinger>& fingers) {
+    static QTouchDevice* const device = QTest::createTouchDevice();
     QList<QTouchEvent::TouchPoint> points;
     for (const KyTestFinger& finger : fingers) {
         QTouchEvent::TouchPoint point(finger.id);
@@ -29,7 +25,7 @@ inline QTouchEvent kyMakeTouch(QEvent::Type type, const QList<KyTestFinger>& fin
         point.setState(finger.state);
         points.append(point);
     }
-    return QTouchEvent(type, kyGetTouchDevice(), Qt::NoModifier, {}, points);
+    return QTouchEvent(type, device, Qt::NoModifier, {}, points);
 }
 
 /// Qt's answer: whether somebody took the event.

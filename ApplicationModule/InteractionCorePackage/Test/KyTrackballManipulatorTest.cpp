@@ -15,19 +15,6 @@ using KyTrackballManipulatorTest = KyTrackballFixture;
 constexpr std::uint32_t cLeft = 1, cRight = 2, cMiddle = 4;
 constexpr int cMin = std::numeric_limits<int>::min(), cMax = std::numeric_limits<int>::max();
 
-TEST_F(KyTrackballManipulatorTest, TheSceneFollowsAnOrbit) {
-    const KyVec3d front(0, 0, 1);
-    EXPECT_TRUE(drag(cLeft, 40, 0));
-    expectNear(project(front), KyVec2d(435.79, 300), 0.01);
-    camera->setWorldFrame(KyMat4d::fromTranslation(KyVec3d(0, 0, 5)));
-    EXPECT_TRUE(drag(cLeft, 0, -40));
-    expectNear(project(front), KyVec2d(400, 252.70), 0.01);
-    camera->setWorldFrame(KyMat4d::fromTranslation(KyVec3d(0, 0, 5)));
-    trackball->setOrbitInverseCtrl(false);
-    drag(cLeft, 0, -40);
-    expectNear(project(front), KyVec2d(400, 347.30), 0.01);
-}
-
 TEST_F(KyTrackballManipulatorTest, NoEventNearThePolesMakesThePictureJump) {
     send(Event::eMousePressed, 400, 300, cLeft);
     double height = 0.0;
@@ -62,17 +49,12 @@ TEST_F(KyTrackballManipulatorTest, TheGrabbedPointStaysUnderThePointerOfAPan) {
 }
 
 TEST_F(KyTrackballManipulatorTest, ZoomGoesByPartsOfTheDistance) {
-    struct Row {
-        std::vector<int> deltas;
-        double z;
-    };
-    const Row rows[] = {{{120}, 4.45}, {{120, -120}, 4.9395}, {{-120}, 5.55},          {{1200 * 9}, 0.5},
-                        {{0}, 5.0},    {{cMax}, 0.5},         {{-1200 * 1000}, 5505.0}};
-    for (const Row& row : rows) {
+    const std::pair<int, double> rows[] = {{120, 4.45}, {-120, 5.55}, {1200 * 9, 0.5},
+                                           {0, 5.0},    {cMax, 0.5},  {-1200 * 1000, 5505.0}};
+    for (const auto& [delta, z] : rows) {
         camera->setPosition(KyVec3d(0, 0, 5));
-        for (const int delta : row.deltas)
-            EXPECT_TRUE(wheel(delta));
-        expectNear(camera->getWorldPosition(), KyVec3d(0, 0, row.z), 1e-9);
+        EXPECT_TRUE(wheel(delta));
+        expectNear(camera->getWorldPosition(), KyVec3d(0, 0, z), 1e-9);
     }
     EXPECT_FALSE(wheel(1200, false));
     trackball->setCenter(camera->getWorldPosition());
@@ -91,7 +73,7 @@ TEST_F(KyTrackballManipulatorTest, ZoomGoesByPartsOfTheDistance) {
     EXPECT_NEAR(camera->getVerticalExtent(), 8.9 * 0.89 * 0.89, 1e-12);
 }
 
-TEST_F(KyTrackballManipulatorTest, MoveDrivesAndRotateLooksRound) {
+TEST_F(KyTrackballManipulatorTest, OrbitMoveAndRotateGoTheirWays) {
     trackball->setMaskRotate(cLeft | cRight);
     struct Row {
         std::uint32_t state;
@@ -100,14 +82,19 @@ TEST_F(KyTrackballManipulatorTest, MoveDrivesAndRotateLooksRound) {
         KyVec3d eye, forward;
     };
     const double full = 10.0 * std::tan(std::numbers::pi / 8.0);
-    const Row rows[] = {{cRight, 0, -600, false, {0, 0, 5 - full}, {0, 0, -1}},
+    const double s1 = std::sin(0.1), c1 = std::cos(0.1), s2 = std::sin(0.2), c2 = std::cos(0.2);
+    const Row rows[] = {{cLeft, 40, 0, true, {-5 * s2, 0, 5 * c2}, {s2, 0, -c2}},
+                        {cLeft, 0, -30, true, {0, -5 * s2, 5 * c2}, {0, s2, -c2}},
+                        {cLeft, 0, -30, false, {0, 5 * s2, 5 * c2}, {0, -s2, -c2}},
+                        {cRight, 0, -600, false, {0, 0, 5 - full}, {0, 0, -1}},
                         {cRight, 0, -600, true, {0, 0, 5 + full}, {0, 0, -1}},
                         {cRight, 400, 0, false, {full * 2 / 3, 0, 5}, {0, 0, -1}},
-                        {cLeft | cRight, 40, 0, false, {0, 0, 5}, {std::sin(0.1), 0, -std::cos(0.1)}},
-                        {cLeft | cRight, 0, -30, false, {0, 0, 5}, {0, std::sin(0.1), -std::cos(0.1)}},
-                        {cLeft | cRight, 0, -30, true, {0, 0, 5}, {0, -std::sin(0.1), -std::cos(0.1)}}};
+                        {cLeft | cRight, 40, 0, false, {0, 0, 5}, {s1, 0, -c1}},
+                        {cLeft | cRight, 0, -30, false, {0, 0, 5}, {0, s1, -c1}},
+                        {cLeft | cRight, 0, -30, true, {0, 0, 5}, {0, -s1, -c1}}};
     for (const Row& row : rows) {
         camera->setWorldFrame(KyMat4d::fromTranslation(KyVec3d(0, 0, 5)));
+        trackball->setOrbitInverseCtrl(row.isInverse);
         trackball->setMoveInverseCtrl(row.isInverse);
         trackball->setRotateInverseCtrl(row.isInverse);
         EXPECT_TRUE(drag(row.state, row.dx, row.dy));
@@ -138,14 +125,17 @@ TEST_F(KyTrackballManipulatorTest, AMaskIsTheWholeStateWord) {
 
 TEST_F(KyTrackballManipulatorTest, OnlyTheDragItselfMovesTheCamera) {
     const KyMat4d start = camera->getWorldFrame();
-    EXPECT_FALSE(send(Event::eMouseMoved, 700, 500, cLeft)) << "its press went elsewhere";
-    EXPECT_FALSE(send(Event::eMouseMoved, 10, 10));
-    EXPECT_FALSE(send(Event::eMouseMoved, 300, 10, cLeft));
-    EXPECT_TRUE(send(Event::eMousePressed, 100, 100, cLeft));
-    EXPECT_FALSE(send(Event::eMouseMoved, 400, 300, cMiddle));
-    EXPECT_TRUE(send(Event::eMouseReleased, 500, 300));
-    EXPECT_FALSE(send(Event::eMouseDoubleClicked, 1, 1, cLeft));
-    EXPECT_FALSE(send(Event::eKeyPressed, 1, 1, cLeft));
+    const struct {
+        Event::Type type;
+        int x;
+        std::uint32_t state;
+        bool isUsed;
+    } rows[] = {{Event::eMouseMoved, 700, cLeft, false},       {Event::eMouseMoved, 10, 0, false},
+                {Event::eMouseMoved, 300, cLeft, false},       {Event::eMousePressed, 100, cLeft, true},
+                {Event::eMouseMoved, 400, cMiddle, false},     {Event::eMouseReleased, 500, 0, true},
+                {Event::eMouseDoubleClicked, 1, cLeft, false}, {Event::eKeyPressed, 1, cLeft, false}};
+    for (const auto& row : rows)
+        EXPECT_EQ(send(row.type, row.x, 300, row.state), row.isUsed) << &row - rows;
     Event repeated = makeEvent(Event::eMousePressed, 5, 5, cLeft);
     repeated.setRepeatsTouch(true);
     EXPECT_FALSE(trackball->setInputEvent(repeated));
@@ -201,23 +191,19 @@ TEST_F(KyTrackballManipulatorTest, NothingJumpsWhenFingersComeAndGo) {
 }
 
 TEST_F(KyTrackballManipulatorTest, AnyFrameBecomesOrthonormal) {
-    const auto makeFrame = [](KyVec3d x, KyVec3d y, KyVec3d z) {
+    const std::array<KyVec3d, 3> frames[] = {{{{3, 0, 0}, {0, 0.001, 0}, {0, 0, 1e9}}},
+                                             {{{1, 0, 0}, {0.9, 1, 0.3}, {0, 0.2, 1}}},
+                                             {{{-1, 0, 0}, {0, 1, 0}, {0, 0, 1}}},
+                                             {},
+                                             {{{1, 0, 0}, {0, 1, 0}, {}}},
+                                             {{{1, 0, 0}, {}, {0, 0, 1}}},
+                                             {{{1, 0, 0}, {0, 1e-9, 1}, {0, 0, 1}}},
+                                             {{{1, 1, 1}, {1, 1, 1}, {1, 1, 1}}},
+                                             {{{1e-200, 0, 0}, {0, 1e200, 0}, {0, 0, -1e-300}}}};
+    for (const auto& columns : frames) {
         KyMat4d frame = KyMat4d::fromTranslation(KyVec3d(0, 0, 5));
-        frame.setColumn(0, x);
-        frame.setColumn(1, y);
-        frame.setColumn(2, z);
-        return frame;
-    };
-    const KyMat4d frames[] = {makeFrame({3, 0, 0}, {0, 0.001, 0}, {0, 0, 1e9}),
-                              makeFrame({1, 0, 0}, {0.9, 1, 0.3}, {0, 0.2, 1}),
-                              makeFrame({-1, 0, 0}, {0, 1, 0}, {0, 0, 1}),
-                              makeFrame({}, {}, {}),
-                              makeFrame({1, 0, 0}, {0, 1, 0}, {}),
-                              makeFrame({1, 0, 0}, {}, {0, 0, 1}),
-                              makeFrame({1, 0, 0}, {0, 1e-9, 1}, {0, 0, 1}),
-                              makeFrame({1, 1, 1}, {1, 1, 1}, {1, 1, 1}),
-                              makeFrame({1e-200, 0, 0}, {0, 1e200, 0}, {0, 0, -1e-300})};
-    for (const KyMat4d& frame : frames) {
+        for (int i = 0; i < 3; ++i)
+            frame.setColumn(i, columns[static_cast<std::size_t>(i)]);
         camera->setWorldFrame(frame);
         EXPECT_TRUE(drag(cLeft, 3, 5));
         EXPECT_LE(getError(), 1e-9) << frame;
@@ -262,29 +248,27 @@ TEST_F(KyTrackballManipulatorTest, TheCenterIsThePointGivenOrShown) {
     EXPECT_TRUE(wheel(120));
     EXPECT_EQ(trackball->getCenter(), view->shown);
     expectNear(project(view->shown), pixel, 1e-9);
-    view->nbPicks = 0;
-    touch(Event::eTouchBegan, {{1, 100, 100}});
-    for (int i = 1; i < 9; ++i)
-        EXPECT_TRUE(touch(Event::eTouchUpdated, {{1, 100 + i, 100}}));
-    EXPECT_EQ(view->nbPicks, 1) << "while a pan goes on the centre stays";
+    // The last finger's way after it came to the others; the first update of many rests.
     const struct {
-        std::vector<Fingers> updates;
-        int nbPicks;
-    } rows[] = {{{{{1, 101, 0}}, {{1, 101, 0}}, {{1, 102, 0}}, {{1, 102, 0}}, {{1, 103, 0}}}, 1},
-                {{{{1, 101, 0}}, {{2, 0, 0}}, {{2, 9, 0}}}, 2},
-                {{{{1, 0, 0}, {2, 9, 0}}, {{1, 0, 0}, {2, 9, 0}}, {{1, 0, 0}, {2, 8, 0}}, {{1, 0, 0}, {2, 7, 0}}}, 1},
-                {{{{1, 0, 0}, {2, 9, 0}, {3, 0, 9}},
-                  {{1, 0, 0}, {2, 9, 0}, {3, 0, 9}},
-                  {{1, 0, 0}, {2, 9, 0}, {3, 0, 19}},
-                  {{1, 0, 0}, {2, 9, 0}, {3, 0, 29}}},
-                 1}};
-    for (const auto& [updates, nbPicks] : rows) {
+        Fingers others;
+        std::vector<int> ways;
+    } rows[] = {
+        {{}, {1, 2, 3, 4}}, {{}, {0, 1, 1, 2, 2, 3}}, {{{1, 0, 0}}, {0, 1, 2}}, {{{1, 0, 0}, {2, 9, 0}}, {0, 9, 19}}};
+    for (const auto& [others, ways] : rows) {
         view->nbPicks = 0;
-        touch(Event::eTouchBegan, {{1, 100, 0}});
-        for (const Fingers& fingers : updates)
+        Fingers fingers = others;
+        fingers.push_back({7, 50, 50});
+        touch(Event::eTouchBegan, fingers);
+        for (const int way : ways) {
+            fingers.back()[2] = 50 + way;
             touch(Event::eTouchUpdated, fingers);
-        EXPECT_EQ(view->nbPicks, nbPicks) << &updates - &rows[0].updates;
+        }
+        EXPECT_EQ(view->nbPicks, 1) << "while a gesture goes on the centre stays: " << &others - &rows[0].others;
     }
+    touch(Event::eTouchBegan, {{1, 100, 0}});
+    for (const auto& [id, x] : {std::pair(1, 101), std::pair(2, 0), std::pair(2, 9)})
+        touch(Event::eTouchUpdated, {{id, x, 0}});
+    EXPECT_EQ(view->nbPicks, 3) << "another finger begins another pan";
     view->nbPicks = 1;
     send(Event::eMousePressed, 900, cMin);
     wheel(120, false);
@@ -298,22 +282,31 @@ TEST_F(KyTrackballManipulatorTest, TheCenterIsThePointGivenOrShown) {
 TEST_F(KyTrackballManipulatorTest, DampingLetsAMotionGoOnUntilTheNextPress) {
     KyMainTaskManager& tasks = KyMainTaskManager::get();
     const unsigned nbTasks = tasks.getNbTasks();
+    double x = 0.0;
+    const auto getWay = [&] {
+        const double former = std::exchange(x, camera->getWorldPosition().x);
+        return x - former;
+    };
     drag(cMiddle, 40, 0);
+    getWay();
     EXPECT_FALSE(trackball->coast(0.1)) << "off by default";
+    trackball->setDamping(0.5);
     for (const double bad : {-1.0, std::nan(""), HUGE_VAL})
         trackball->setDamping(bad);
-    EXPECT_EQ(trackball->getDamping(), 0.0);
-    trackball->setDamping(0.5);
-    const double x = camera->getWorldPosition().x;
-    drag(cMiddle, 40, 0);
-    const double afterDrag = camera->getWorldPosition().x - x;
+    EXPECT_EQ(trackball->getDamping(), 0.5);
+    // A machine may sleep between two events, and a pointer that rested throws nothing.
+    const auto throwIt = [&](auto&& gesture) {
+        for (int i = 0; i < 20 && tasks.getNbTasks() == nbTasks; ++i)
+            gesture();
+    };
+    throwIt([&] { drag(cMiddle, 40, 0); });
+    const double afterDrag = getWay();
     EXPECT_EQ(tasks.getNbTasks(), nbTasks + 1);
     EXPECT_TRUE(trackball->coast(0.5));
-    const double first = camera->getWorldPosition().x - x - afterDrag;
+    const double first = getWay();
     EXPECT_TRUE(trackball->coast(0.5));
-    const double second = camera->getWorldPosition().x - x - afterDrag - first;
-    EXPECT_LT(first, afterDrag);
-    EXPECT_NEAR(second / first, std::exp(-1.0), 1e-9);
+    EXPECT_NEAR(getWay() / first, std::exp(-1.0), 1e-9);
+    EXPECT_GT(first * afterDrag, 0.0) << "the same way";
     while (trackball->coast(1.0))
         EXPECT_LE(getError(), 1e-9);
     EXPECT_EQ(tasks.getNbTasks(), nbTasks);
@@ -334,10 +327,12 @@ TEST_F(KyTrackballManipulatorTest, DampingLetsAMotionGoOnUntilTheNextPress) {
                                           [&] { trackball->setDamping(0.0); }};
     for (const auto& end : ends) {
         trackball->setDamping(0.5);
-        touch(Event::eTouchBegan, finger);
-        for (int i = 0; i < 4; ++i)
-            touch(Event::eTouchUpdated, {{1, 5 + 9 * i, 5}});
-        touch(Event::eTouchEnded, {{1, 40, 5}});
+        throwIt([&] {
+            touch(Event::eTouchBegan, finger);
+            for (int i = 0; i < 4; ++i)
+                touch(Event::eTouchUpdated, {{1, 5 + 9 * i, 5}});
+            touch(Event::eTouchEnded, {{1, 40, 5}});
+        });
         EXPECT_EQ(tasks.getNbTasks(), nbTasks + 1);
         end();
         EXPECT_FALSE(trackball->coast(0.1)) << &end - ends;
@@ -356,15 +351,14 @@ TEST_F(KyTrackballManipulatorTest, ListenersMayEndEverythingInTheMiddleOfAnEvent
     const End ends[] = {[](auto& t) { t.trackball->destroy(); }, [](auto& t) { t.trackball->setDamping(0.0); },
                         [](auto& t) { t.camera.reset(); }, [](auto& t) { t.view.reset(), t.canvas.reset(); },
                         [](auto& t) { t.trackball->setObject(nullptr); }};
-    const std::function<void(KyTrackballManipulatorTest&)> motions[] = {
-        [](auto& t) { t.send(Event::eMouseMoved, 420, 300, cLeft); },
-        [](auto& t) { t.wheel(120); },
-        [](auto& t) { t.trackball->focusFront(KyVolumed(KyVec3d(), KyVec3d(900, 900, 900))); },
-        [](auto& t) { t.trackball->coast(0.1); },
-        [](auto&) { KyMainTaskManager::get().update(); },
-        [](auto& t) {
-            t.touch(Event::eTouchEnded, {{{1, 90, 5}}});
-        }};
+    const End motions[] = {[](auto& t) { t.send(Event::eMouseMoved, 420, 300, cLeft); },
+                           [](auto& t) { t.wheel(120); },
+                           [](auto& t) { t.trackball->focusFront(KyVolumed(KyVec3d(), KyVec3d(900, 900, 900))); },
+                           [](auto& t) { t.trackball->coast(0.1); },
+                           [](auto&) { KyMainTaskManager::get().update(); },
+                           [](auto& t) {
+                               t.touch(Event::eTouchEnded, Fingers(1, {1, 90, 5}));
+                           }};
     struct Scratch : KyTrackballManipulatorTest {
         void TestBody() override {}
     };

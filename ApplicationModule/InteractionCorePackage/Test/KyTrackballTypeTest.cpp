@@ -31,8 +31,6 @@ TEST_F(KyTrackballTypeTest, AttributesReadWriteAndTell) {
     EXPECT_EQ(told, names);
     EXPECT_EQ(names.size(), 22u);
     EXPECT_EQ(trackball->getMask2Rotate(), 13);
-    EXPECT_EQ(trackball->getRotateSpeed(), 18.0);
-    EXPECT_EQ(trackball->getDamping(), 10.0);
     told.clear();
     trackball->setPanSpeed(NAN);
     trackball->setMaskPan(trackball->getMaskPan());
@@ -49,17 +47,11 @@ TEST_F(KyTrackballTypeTest, ScriptsSteerIt) {
     KyCamera::initializeType();
     KyScriptEngine::initializeClass();
     KyLuaBinder::initializeClass();
-    std::vector<KyField> results;
-    EXPECT_TRUE(KyScriptEngine::get().executeChunktWithReturnValues(
+    EXPECT_TRUE(KyScriptEngine::get().executeChunk(
         "bindAllClasses() local t, c, n = KyTrackballManipulator(), KyCamera(), KyNode() "
         "t.Object = c t.MaskOrbit = 2147483649 t:setPanSpeed(3) t:setCenter(Vec3d(1, 2, 3)) "
-        "return t.MaskOrbit == -2147483647, t:getPanSpeed(), t:isAutoCenter(), t:focusFront(n), t:coast(1), t.Object "
-        "== c",
-        results));
-    std::string text;
-    for (const KyField& result : results)
-        text += result.toString() + " ";
-    EXPECT_EQ(text, "true 3 true false false true ");
+        "assert(t.MaskOrbit == -2147483647 and t:getPanSpeed() == 3 and t:isAutoCenter() and t.Object == c) "
+        "assert(not t:focusFront(n) and not t:coast(1))"));
     KyScriptEngine::finalizeClass();
     KyLuaBinder::finalizeClass();
 }

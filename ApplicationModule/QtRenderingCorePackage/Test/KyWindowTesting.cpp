@@ -101,15 +101,13 @@ const std::vector<KyWindowKind> gWindowKinds{
     {"KyQGraphicsSceneViewItem", &show<ShownItem>},
 };
 
-KyBallCanvas::KyBallCanvas()
-    : canvas(new KyCanvas)
-    , camera(new KyCamera) {
+KyBallCanvas::KyBallCanvas() {
     const KyHolder<KyScene> scene(new KyScene);
     auto* const ball = new KyMeshNode;
     ball->makeSphere(1.0);
     ball->setColor(KyColor(1.f, 0.f, 0.f, 1.f));
     scene->addChild(ball);
-    camera->lookAt(KyVec3d(0.0, 0.0, 6.0), KyVec3d());
+    camera->setPosition(KyVec3d(0.0, 0.0, 6.0));
     const KyHolder<KyScenePass> pass(KyScenePass::create());
     pass->setScene(scene.get());
     pass->setCamera(camera.get());
@@ -120,16 +118,12 @@ KyBallCanvas::KyBallCanvas()
     canvas->insertView(view.get());
 }
 
-void KyBallCanvas::moveCamera() {
-    camera->lookAt(KyVec3d(0.0, 0.0, 7.0), KyVec3d());
-}
-
 bool KyEventLog::handleEvent(const KyInputEvent& event) {
     events.push_back(event);
-    const std::function<void()> kept = action;
-    if (kept)
+    const bool result = uses;
+    if (const std::function<void()> kept = action)
         kept();
-    return uses;
+    return result;
 }
 
 KyShownWindow::~KyShownWindow() = default;
@@ -183,16 +177,14 @@ int kyRunProcess(const char* filter, const char* variable, const char* value) {
     return hasRun ? process.exitCode() : -1;
 }
 
-bool kyIsRed(const QColor& color) {
-    return color.red() > 90 && color.green() < 60 && color.blue() < 60;
-}
-
-bool kyIsBlue(const QColor& color) {
-    return color.blue() > 200 && color.red() < 30 && color.green() < 30;
-}
-
-QColor kyGetMiddle(const QImage& image) {
-    return image.pixelColor(image.width() / 2, image.height() / 2);
+bool kyShowsBall(const QImage& image) {
+    const QColor middle = image.pixelColor(image.width() / 2, image.height() / 2);
+    const auto isBlue = [&image](int x, int y) {
+        const QColor color = image.pixelColor(x, y);
+        return color.blue() > 200 && color.red() < 30 && color.green() < 30;
+    };
+    return middle.red() > 90 && middle.green() < 60 && middle.blue() < 60 && isBlue(image.width() - 2, 2) &&
+           isBlue(2, image.height() - 2);
 }
 
 QImage kyToImage(const KyImage* image) {

@@ -21,16 +21,6 @@
 #include <string>
 #include <vector>
 
-/// A canvas with a red ball in the middle of a blue background.
-struct KyBallCanvas {
-    KyBallCanvas();
-
-    void moveCamera();
-
-    KyHolder<KyCanvas> canvas;
-    KyHolder<KyCamera> camera;
-};
-
 /// Notes the events that a canvas gets, and does something with each.
 struct KyEventLog : KyEventHandler {
     bool handleEvent(const KyInputEvent& event) override;
@@ -38,6 +28,18 @@ struct KyEventLog : KyEventHandler {
     std::vector<KyInputEvent> events;
     std::function<void()> action;
     bool uses = true;
+};
+
+/// A canvas with a red ball in the middle of a blue background.
+struct KyBallCanvas {
+    KyBallCanvas();
+
+    void moveCamera() const { camera->setPosition(camera->getPosition() * 1.1); }
+
+    KyHolder<KyCanvas> canvas{new KyCanvas};
+    KyHolder<KyCamera> camera{new KyCamera};
+    /// The canvas's handler once a test sets it.
+    KyHolder<KyEventLog> log{new KyEventLog};
 };
 
 /// A window of one kind with what it stands in, on the screen. Ends as Qt does it.
@@ -88,7 +90,6 @@ void kyRunFrames(int count = 20);
 /// Runs these cases in a process of its own, with an environment variable set, or removed with null.
 int kyRunProcess(const char* filter, const char* variable, const char* value);
 
-bool kyIsRed(const QColor& color);
-bool kyIsBlue(const QColor& color);
-QColor kyGetMiddle(const QImage& image);
+/// Whether the middle is red and the corners at the top right and the bottom left are blue.
+bool kyShowsBall(const QImage& image);
 QImage kyToImage(const KyImage* image);
