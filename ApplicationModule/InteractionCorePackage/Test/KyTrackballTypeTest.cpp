@@ -51,7 +51,7 @@ TEST_F(KyTrackballTypeTest, ScriptsSteerIt) {
         "bindAllClasses() local t, c, n = KyTrackballManipulator(), KyCamera(), KyNode() "
         "t.Object = c t.MaskOrbit = 2147483649 t:setPanSpeed(3) t:setCenter(Vec3d(1, 2, 3)) "
         "assert(t.MaskOrbit == -2147483647 and t:getPanSpeed() == 3 and t:isAutoCenter() and t.Object == c) "
-        "assert(not t:focusFront(n) and not t:coast(1))"));
+        "assert(not t:focusFront(n) and not t:coast(1)) t:destroy()"));
     KyScriptEngine::finalizeClass();
     KyLuaBinder::finalizeClass();
 }
