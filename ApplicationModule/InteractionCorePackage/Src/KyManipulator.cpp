@@ -147,8 +147,8 @@ void KyManipulator::pushEvent(const KyInputEvent& event) {
     *mCurrent = event;
 }
 
-void KyManipulator::pushCopy(KyInputEvent event) {
-    pushEvent(event);
+void KyManipulator::pushCopy(const KyInputEvent& event) {
+    pushEvent(KyInputEvent(event));
 }
 
 void KyManipulator::forgetPrevious() {

@@ -106,7 +106,7 @@ private:
         return object && !object->isEnding() ? object : nullptr;
     }
     /// Of an event that is one of the two.
-    void pushCopy(KyInputEvent event);
+    void pushCopy(const KyInputEvent& event);
     /// After events were missed.
     void forgetPrevious();
     template <class Handle>
