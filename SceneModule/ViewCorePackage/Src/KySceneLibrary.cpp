@@ -24,7 +24,6 @@
 
 #include <algorithm>
 #include <array>
-#include <ranges>
 
 namespace {
 
@@ -57,5 +56,5 @@ void KySceneLibrary::initialize() {
 }
 
 void KySceneLibrary::finalize() {
-    std::ranges::for_each(cRecords | std::views::reverse, [](const Record& record) { record.finalize(); });
+    std::for_each(cRecords.rbegin(), cRecords.rend(), [](const Record& record) { record.finalize(); });
 }
