@@ -3,6 +3,7 @@
 #include "KyQEventProvider.h"
 
 #include "KyQtEventConversion_p.h"
+#include "KyQtEventTable_p.h"
 
 #include "KyException.h"
 
@@ -101,14 +102,8 @@ struct KyQEventProvider::Dispatch {
     };
 
     static Handler find(QEvent::Type type) {
-        static constexpr auto cHandlers = [] {
-            std::array<Handler, QEvent::TouchCancel + 1> handlers{};
-            for (const auto& [rowType, handler] : cRows)
-                handlers[rowType] = handler;
-            return handlers;
-        }();
-        const auto index = static_cast<std::size_t>(type);
-        return index < cHandlers.size() ? cHandlers[index] : nullptr;
+        static constexpr KyQtEventTable<Handler> cHandlers(cRows);
+        return cHandlers.find(type);
     }
 };
 

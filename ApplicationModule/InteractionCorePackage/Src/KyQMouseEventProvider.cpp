@@ -4,12 +4,12 @@
 
 #include "KyManipulator.h"
 #include "KyQtEventConversion_p.h"
+#include "KyQtEventTable_p.h"
 
 #include <QPointer>
 #include <QTouchEvent>
 #include <QWheelEvent>
 
-#include <array>
 #include <utility>
 
 /// The handlers by the number of Qt's event type.
@@ -45,14 +45,8 @@ struct KyQMouseEventProvider::Dispatch {
     };
 
     static Handler find(QEvent::Type type) {
-        static constexpr auto cHandlers = [] {
-            std::array<Handler, QEvent::TouchCancel + 1> handlers{};
-            for (const auto& [rowType, handler] : cRows)
-                handlers[rowType] = handler;
-            return handlers;
-        }();
-        const auto index = static_cast<std::size_t>(type);
-        return index < cHandlers.size() ? cHandlers[index] : nullptr;
+        static constexpr KyQtEventTable<Handler> cHandlers(cRows);
+        return cHandlers.find(type);
     }
 };
 

@@ -296,15 +296,8 @@ bool KyTrackballManipulator::pickCenter(KyVec3d& point) const {
         view = getView();
     if (!view)
         return false;
-    const KyRect<int> area = view->getAbsoluteArea();
-    const auto isInside = [](int position, int origin, int size) {
-        const std::int64_t offset = std::int64_t{position} - origin;
-        return offset >= 0 && offset < size;
-    };
     const KyInputEvent& event = getInputEvent();
-    return isInside(event.getX(), area.origin.x, area.getWidth()) &&
-           isInside(event.getY(), area.origin.y, area.getHeight()) &&
-           view->pickPoint(event.getX(), event.getY(), point);
+    return view->containsPixel(event.getX(), event.getY()) && view->pickPoint(event.getX(), event.getY(), point);
 }
 
 void KyTrackballManipulator::updateCenter(const KyVec3d& point) {
