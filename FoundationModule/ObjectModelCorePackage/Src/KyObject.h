@@ -91,6 +91,9 @@ public:
     void notifyModified(KyObjectModificationType kind, const std::string& name, int index = -1);
     void notifyModified(std::string_view name) { notifyModified(eAttributeChanged, std::string(name)); }
 
+    /// False while nobody ever listened or referred to the object: a cheap question before telling a change.
+    bool isWatched() const { return mLinks != nullptr; }
+
     /// The record that tells others whether the object still lives; made on first use.
     KyLiveness* getLiveness() const;
     /// True once the end has been announced.
