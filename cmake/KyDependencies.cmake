@@ -20,7 +20,7 @@ pkg_check_modules(assimp IMPORTED_TARGET assimp)
 option(KY_WITH_ASSIMP "Read model files through assimp" ${assimp_FOUND})
 
 # Application
-find_package(Qt5 5.15 REQUIRED COMPONENTS Core Gui Widgets Network Qml)
+find_package(Qt5 5.15 REQUIRED COMPONENTS Core Gui Widgets Network Qml Quick Svg UiTools)
 find_package(Boost REQUIRED)
 pkg_check_modules(lua REQUIRED IMPORTED_TARGET lua5.1)
 find_package(Luabind REQUIRED)

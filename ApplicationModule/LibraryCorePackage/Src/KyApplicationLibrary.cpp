@@ -2,6 +2,20 @@
 // SPDX-License-Identifier: MIT
 #include "KyApplicationLibrary.h"
 
+#include "Ky2DEllipse.h"
+#include "Ky2DGroup.h"
+#include "Ky2DImage.h"
+#include "Ky2DIntersected.h"
+#include "Ky2DLine.h"
+#include "Ky2DNode.h"
+#include "Ky2DPath.h"
+#include "Ky2DProxy.h"
+#include "Ky2DRect.h"
+#include "Ky2DScene.h"
+#include "Ky2DStyle.h"
+#include "Ky2DSvgImporter.h"
+#include "Ky2DText.h"
+#include "Ky2DView.h"
 #include "KyCameraManipulator.h"
 #include "KyDoxygenXmlDocMgr.h"
 #include "KyDoxygenXmlDocReader.h"
@@ -12,6 +26,7 @@
 #include "KyObjectConverterEntry_p.h"
 #include "KyQGLGraphicsView.h"
 #include "KyQGLWindow.h"
+#include "KyQGraphicsItemIntersected.h"
 #include "KyQGraphicsSceneViewItem.h"
 #include "KyQOpenGLWindow.h"
 #include "KyQWindow.h"
@@ -25,6 +40,7 @@
 #include "KySceneLibrary.h"
 
 #include "KyEnvironment.h"
+#include "KyFieldType.h"
 #include "KyFoundationLibrary.h"
 #include "KyLibraryEntry.h"
 #include "KyModuleManager.h"
@@ -53,9 +69,19 @@ void closeScripts() {
         engine->closeLuaState();
 }
 
+/// Modes that scripts, editors and settings know by name.
+void registerEnumeratedFields() {
+    KyFieldManager& manager = KyFieldManager::get();
+    manager.registerEnumFieldType("KyStrokeModeField", eNbStrokeMode, KyGraphics::gStrokeModeNames);
+    manager.registerEnumFieldType("KyFillModeField", eNbFillMode, KyGraphics::gFillModeNames);
+    manager.registerEnumFieldType("KyStrokeJoinField", eNbStrokeJoin, KyGraphics::gStrokeJoinNames);
+    manager.registerEnumFieldType("KyStrokeCapField", eNbStrokeCap, KyGraphics::gStrokeCapNames);
+}
+
 constexpr Step cInitialization[] = {
     &chooseDesktopOpenGL,
     &KyWindow::initializeClass,
+    &KyQGraphicsItemIntersected::initializeType,
     &KyQWindow::initializeType,
     &KyQGLGraphicsView::initializeType,
     &KyQGraphicsSceneViewItem::initializeType,
@@ -74,10 +100,39 @@ constexpr Step cInitialization[] = {
     &KyStyleParameters::initializeClass,
     &KyDoxygenXmlDocMgr::initializeClass,
     &KyDoxygenXmlDocReader::initializeType,
+    &Ky2DStyle::initializeClass,
+    &Ky2DScene::initializeClass,
+    &Ky2DNode::initializeClass,
+    &Ky2DRect::initializeClass,
+    &Ky2DEllipse::initializeClass,
+    &Ky2DPath::initializeClass,
+    &Ky2DText::initializeClass,
+    &Ky2DGroup::initializeClass,
+    &Ky2DIntersected::initializeType,
+    &Ky2DLine::initializeClass,
+    &Ky2DImage::initializeClass,
+    &Ky2DProxy::initializeClass,
+    &Ky2DView::initializeType,
+    &Ky2DSvgImporter::initializeType,
+    &registerEnumeratedFields,
 };
 
 constexpr Step cFinalization[] = {
     &closeScripts,
+    &Ky2DProxy::finalizeType,
+    &Ky2DLine::finalizeType,
+    &Ky2DRect::finalizeType,
+    &Ky2DEllipse::finalizeType,
+    &Ky2DPath::finalizeType,
+    &Ky2DText::finalizeType,
+    &Ky2DGroup::finalizeType,
+    &Ky2DNode::finalizeType,
+    &Ky2DStyle::finalizeType,
+    &Ky2DIntersected::finalizeType,
+    &Ky2DScene::finalizeType,
+    &Ky2DImage::finalizeType,
+    &Ky2DView::finalizeType,
+    &Ky2DSvgImporter::finalizeType,
     &KyDoxygenXmlDocReader::finalizeType,
     &KyDoxygenXmlDocMgr::finalizeClass,
     &KyStyleParameters::finalizeClass,
@@ -93,6 +148,7 @@ constexpr Step cFinalization[] = {
     &KyScriptEngine::finalizeClass,
     &KyLuaBinder::finalizeClass,
     &KyWindow::finalizeClass,
+    &KyQGraphicsItemIntersected::finalizeType,
     &KyQGLGraphicsView::finalizeType,
     &KyQGraphicsSceneViewItem::finalizeType,
     &KyQOpenGLWindow::finalizeType,

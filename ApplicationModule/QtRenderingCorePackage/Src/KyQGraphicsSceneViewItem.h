@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "KyGraphicsItemType.h"
 #include "KyWindow.h"
 
 #include <QGraphicsObject>
@@ -45,6 +46,8 @@ public:
     /// In the scene's units, 256 x 256 at the start. Ignored when not finite or negative.
     void setItemSize(const QSizeF& size);
 
+    /// Picking of 2D scenes leaves the item out.
+    int type() const override { return eGraphicsItem3DView; }
     QRectF boundingRect() const override { return QRectF(QPointF(), mSize); }
     void paint(QPainter* painter, const QStyleOptionGraphicsItem* option, QWidget* widget) override;
 

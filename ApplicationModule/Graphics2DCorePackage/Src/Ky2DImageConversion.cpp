@@ -1,0 +1,91 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#include "Ky2DUtil.h"
+
+#include "KyImage.h"
+
+#include <QColor>
+#include <QImage>
+
+#include <algorithm>
+#include <cstring>
+#include <iostream>
+
+namespace {
+
+constexpr int cBitsPerByte = 8;
+
+/// One row of the source as Qt's pixels.
+using RowConverter = void (*)(const unsigned char* source, QRgb* target, int width);
+
+void convertMono(const unsigned char* source, QRgb* target, int width) {
+    for (int x = 0; x < width; ++x) {
+        const bool isWhite = (source[x / cBitsPerByte] & 0x80 >> x % cBitsPerByte) != 0;
+        target[x] = isWhite ? 0xFFFFFFFFu : 0xFF000000u;
+    }
+}
+
+void convertGrey(const unsigned char* source, QRgb* target, int width) {
+    std::transform(source, source + width, target, [](unsigned char grey) { return qRgb(grey, grey, grey); });
+}
+
+/// Widens a component of few bits so that its largest value becomes 255.
+int widen(unsigned value, unsigned bits) {
+    return static_cast<int>(value << (8 - bits) | value >> (2 * bits - 8));
+}
+
+void convert565(const unsigned char* source, QRgb* target, int width) {
+    for (int x = 0; x < width; ++x) {
+        std::uint16_t word = 0;
+        std::memcpy(&word, source + 2 * x, sizeof word);
+        target[x] = qRgb(widen(word >> 11 & 0x1Fu, 5), widen(word >> 5 & 0x3Fu, 6), widen(word & 0x1Fu, 5));
+    }
+}
+
+void convertRgb(const unsigned char* source, QRgb* target, int width) {
+    for (int x = 0; x < width; ++x, source += 3)
+        target[x] = qRgb(source[0], source[1], source[2]);
+}
+
+void convertRgba(const unsigned char* source, QRgb* target, int width) {
+    for (int x = 0; x < width; ++x, source += 4)
+        target[x] = qRgba(source[0], source[1], source[2], source[3]);
+}
+
+RowConverter findConverter(const KyImage& image) {
+    switch (image.getBitsPerPixel()) {
+    case 1:
+        return &convertMono;
+    case 8:
+        return &convertGrey;
+    case 16:
+        return image.getLayoutName() == "R5G6B5" ? &convert565 : nullptr;
+    case 24:
+        return &convertRgb;
+    case 32:
+        return &convertRgba;
+    default:
+        return nullptr;
+    }
+}
+
+} // namespace
+
+QImage Ky2DUtil::KyImageToQImage(const KyImage* image) {
+    if (!image || !image->isValid())
+        return {};
+    const int width = image->getWidth();
+    QImage result(width, image->getHeight(), QImage::Format_ARGB32);
+    if (result.isNull())
+        return {};
+    const RowConverter convert = findConverter(*image);
+    if (!convert) {
+        std::cerr << "Unknown 16 bits format." << std::endl;
+        result.fill(0u);
+        return result;
+    }
+    for (int y = 0; y < result.height(); ++y)
+        convert(image->getData() + image->getBytesPerRow() * static_cast<std::size_t>(y),
+                reinterpret_cast<QRgb*>(result.scanLine(y)), width);
+    return result;
+}

@@ -1,0 +1,45 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Ky2DGroup.h"
+#include "Ky2DStyle.h"
+#include "Ky2DSvgImporter.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace Ky2DSvgDocuments {
+
+struct Destroy {
+    void operator()(KyObject* object) const { object->destroy(); }
+};
+using Group = std::unique_ptr<Ky2DGroup, Destroy>;
+
+/// A document of 200 by 200 pixels.
+inline std::string wrap(const std::string& content) {
+    return "<svg xmlns='http://www.w3.org/2000/svg' xmlns:xlink='http://www.w3.org/1999/xlink' width='200' "
+           "height='200' viewBox='0 0 200 200'>" +
+           content + "</svg>";
+}
+
+/// What an importer makes of a document.
+struct Imported {
+    explicit Imported(const std::string& svg)
+        : group(importer.importText(svg)) {}
+    template <class Node = Ky2DNode>
+    Node* find(const char* name) {
+        return group ? Node::cast(group->find(name)) : nullptr;
+    }
+    std::vector<std::string> getReports() const {
+        std::vector<std::string> names;
+        for (unsigned i = 0; i < importer.getNbReports(); ++i)
+            names.push_back(importer.getReport(i));
+        return names;
+    }
+    Ky2DSvgImporter importer;
+    Group group;
+};
+
+} // namespace Ky2DSvgDocuments
