@@ -43,3 +43,6 @@ std::vector<KyBenchmark> getLibraryBenchmarks();
 std::vector<KyBenchmark> getFileBenchmarks();
 std::vector<KyBenchmark> getValueBenchmarks();
 std::vector<KyBenchmark> getInteractionBenchmarks();
+std::vector<KyBenchmark> get2DNodeBenchmarks();
+std::vector<KyBenchmark> get2DPathBenchmarks();
+std::vector<KyBenchmark> get2DPickingBenchmarks();

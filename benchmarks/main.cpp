@@ -6,7 +6,7 @@
 
 #include "KyModuleManager.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 
 #include <algorithm>
 #include <chrono>
@@ -26,6 +26,7 @@ constexpr int cNbRounds = 15;
 constexpr std::vector<KyBenchmark> (*cSubjects[])() = {
     &getScriptBenchmarks, &getLibraryBenchmarks, &getConversionBenchmarks,
     &getFileBenchmarks,   &getValueBenchmarks,   &getInteractionBenchmarks,
+    &get2DNodeBenchmarks, &get2DPathBenchmarks,  &get2DPickingBenchmarks,
 };
 
 std::vector<KyBenchmark> getAllBenchmarks() {
@@ -112,7 +113,9 @@ int runTable(const std::vector<KyBenchmark>& all, const char* program, bool json
 } // namespace
 
 int main(int argc, char** argv) {
-    QCoreApplication application(argc, argv);
+    // Machines that measure have no screen.
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
     if (!KyModuleManager::get().initialize())
         return 1;
     const std::vector<KyBenchmark> all = getAllBenchmarks();
