@@ -15,6 +15,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <utility>
 
 namespace {
 
@@ -26,6 +27,11 @@ constexpr int cLongestWait = 100;
 } // namespace
 
 KyHostSurface::~KyHostSurface() = default;
+
+void KyHostSurface::open() {
+    if (!std::exchange(mIsOpen, true))
+        onOpened();
+}
 
 KyHostLoop::KyHostLoop(KyHost& host, KyHostStage& stage, KyHostSurface* surface, const Limits& limits)
     : mHost(host)
@@ -76,7 +82,10 @@ void KyHostLoop::runFrame() {
         mFlush();
     else
         std::fflush(stdout);
-    const bool draws = mSurface && (mStage.needsDrawing() || mSurface->needsDrawing());
+    // What the program shows may come later than its windows.
+    if (mSurface && !mStage.isEmpty())
+        mSurface->open();
+    const bool draws = mSurface && mSurface->isOpen() && (mStage.needsDrawing() || mSurface->needsDrawing());
     mHost.countFrame(now);
     mDue = std::max(mDue + (mSurface ? mSurface->getFrameInterval() : cNominalInterval), now);
     mIsWaitingForDisplay = draws;

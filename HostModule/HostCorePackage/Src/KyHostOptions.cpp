@@ -172,9 +172,10 @@ bool KyHostOptions::parse(const std::vector<std::string>& arguments, KyHostOptio
 
 std::string KyHostOptions::getHelp() {
     constexpr std::size_t cColumn = 24;
-    std::string help = "usage: kyhost [options] [SCRIPT.lua | MODEL]...\n\n"
+    std::string help = "usage: kyhost [options] [SCRIPT.lua | MODEL | DRAWING.svg]...\n\n"
                        "Shows a 3D scene that Lua scripts make and move. Scripts find it in the globals\n"
-                       "scene, camera, view, trackball, shaper and host.\n\n";
+                       "scene, camera, view, trackball, shaper and host. A drawing is shown as 2D nodes in a\n"
+                       "window of its own, which scripts after it find in drawing and drawingView.\n\n";
     for (const Option& option : cOptions) {
         const std::string usage = getUsage(option);
         help += "  " + usage + std::string(cColumn - std::min(cColumn - 1, usage.size()), ' ') + option.help + "\n";
@@ -186,6 +187,6 @@ std::string KyHostOptions::getHelp() {
            "\n"
            "After an error in a changed script --watch keeps the old picture, which stands still\n"
            "until the next change: the coroutines that moved it are gone.\n\n"
-           "Exits with 0; with 1 when a script failed or a model could not be read; with 2 for a\n"
+           "Exits with 0; with 1 when a script failed or a file could not be read; with 2 for a\n"
            "wrong command line or a missing file.\n";
 }

@@ -23,7 +23,7 @@ struct KyHostOptions {
         enum Kind { eFile, eChunk, eNbKinds };
 
         Kind kind = eFile;
-        /// Path of a script or model, or the text of a chunk.
+        /// Path of a script, model or drawing, or the text of a chunk.
         std::string text;
     };
 

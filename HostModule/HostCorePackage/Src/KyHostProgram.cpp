@@ -3,7 +3,9 @@
 #include "KyHostProgram.h"
 
 #include "KyHostDisplay.h"
+#include "KyHostDrawing.h"
 #include "KyHostOffscreen.h"
+#include "KyHostPicture.h"
 #include "KyHostWindow.h"
 
 #include "KyScriptEngine.h"
@@ -111,6 +113,7 @@ int KyHostProgram::execute() {
     if (!openSurface())
         return eFailure;
     bool succeeded = mScripts.run();
+    openWhatIsShown();
     runLoop();
     succeeded = savePicture() && succeeded;
     return succeeded && mErrors.getNbScriptErrors() == 0 ? eSuccess : eFailure;
@@ -125,6 +128,14 @@ bool KyHostProgram::openSurface() {
     if (!mSurface && mOptions.view != KyHostOptions::eNoView)
         KyHostErrors::write(error);
     return mSurface || mOptions.view == KyHostOptions::eNoView;
+}
+
+/// An empty 3D scene beside a 2D one would only be in the way.
+void KyHostProgram::openWhatIsShown() {
+    if (mStage.isEmpty())
+        mDrawingView = KyObjectReference(KyHostDrawing::findShownView());
+    if (mSurface && !mDrawingView)
+        mSurface->open();
 }
 
 void KyHostProgram::runLoop() {
@@ -181,8 +192,12 @@ void KyHostProgram::onPromptEnded() {
 }
 
 bool KyHostProgram::savePicture() {
+    if (mOptions.screenshot.empty())
+        return true;
     std::string error;
-    if (mOptions.screenshot.empty() || mSurface->savePicture(mOptions.screenshot, error))
+    Ky2DView* const view = mSurface->isOpen() ? nullptr : Ky2DView::cast(mDrawingView.get());
+    if (view ? KyHostPicture::save(view->toImage(view->getWidth(), view->getHeight()), mOptions.screenshot, error)
+             : mSurface->savePicture(mOptions.screenshot, error))
         return true;
     KyHostErrors::write(error);
     return false;

@@ -12,6 +12,8 @@
 #include "KyHostStage.h"
 #include "KyHostSurface.h"
 
+#include "KyObjectReference.h"
+
 #include <memory>
 #include <optional>
 #include <string>
@@ -36,6 +38,7 @@ private:
     void openPrompt();
     void watchFiles();
     void runLoop();
+    void openWhatIsShown();
     bool savePicture();
     void onPromptEnded();
     KyHostLoop::Limits getLimits() const;
@@ -50,5 +53,7 @@ private:
     std::unique_ptr<KyHostLoop> mLoop;
     std::unique_ptr<KyHostFileWatch> mWatch;
     std::unique_ptr<KyHostPrompt> mPrompt;
+    /// The window of a 2D scene where that is all there is to see, else null.
+    KyObjectReference mDrawingView;
     bool mHasPromptEnded = false;
 };

@@ -3,6 +3,7 @@
 #include "KyHostScripts.h"
 
 #include "KyHost.h"
+#include "KyHostDrawing.h"
 #include "KyHostErrors.h"
 #include "KyHostStage.h"
 #include "KyHostWindow.h"
@@ -41,6 +42,8 @@ Windows getWindows() {
     Windows windows;
     for (unsigned i = 0; i < KyWindow::getNbWindows(); ++i)
         windows.emplace_back(KyWindow::getWindow(i));
+    for (Ky2DView* view : KyHostDrawing::getViews())
+        windows.emplace_back(view);
     return windows;
 }
 
@@ -59,6 +62,10 @@ KyHostScripts::KyHostScripts(const KyHostOptions& options, KyHostErrors& errors,
     , mHost(host)
     , mStage(stage) {}
 
+KyHostScripts::~KyHostScripts() {
+    endWindows(getWindows());
+}
+
 bool KyHostScripts::run() {
     prepareState();
     return runItems();
@@ -68,6 +75,7 @@ bool KyHostScripts::runAgain() {
     if (!checkSyntax())
         return false;
     const Windows former = getWindows();
+    std::unique_ptr<KyHostDrawing> formerDrawing = std::move(mDrawing);
     KyScriptEngine& engine = KyScriptEngine::get();
     engine.resetLuaState();
     KyLuaBinder::bind();
@@ -85,13 +93,19 @@ bool KyHostScripts::runAgain() {
     engine.resetLuaState();
     KyLuaBinder::bind();
     mStage.dropScene();
+    mDrawing = std::move(formerDrawing);
     prepareState();
+    bindDrawing();
     return false;
 }
 
 bool KyHostScripts::isModel(const std::string& path) {
     const std::string extension = getExtension(path);
     return extension != "lua" && std::ranges::count(KyModelLoader::getExtensions(), extension) > 0;
+}
+
+bool KyHostScripts::isDrawing(const std::string& path) {
+    return getExtension(path) == "svg";
 }
 
 void KyHostScripts::prepareState() {
@@ -117,7 +131,7 @@ bool KyHostScripts::runItems() {
             break;
         succeeded = runItem(item) && succeeded;
     }
-    if (!hasScripts())
+    if (!hasScripts() && !(mDrawing && mStage.isEmpty()))
         mStage.addGround();
     return succeeded;
 }
@@ -127,6 +141,8 @@ bool KyHostScripts::runItem(const KyHostOptions::Item& item) {
         return KyScriptEngine::get().executeChunk(item.text, cChunkName, {});
     if (isModel(item.text))
         return addModel(item.text);
+    if (isDrawing(item.text))
+        return addDrawing(item.text);
     if (KyScriptEngine::get().executeScript(item.text))
         return true;
     std::string error;
@@ -146,16 +162,35 @@ bool KyHostScripts::addModel(const std::string& path) {
     return true;
 }
 
+bool KyHostScripts::addDrawing(const std::string& path) {
+    if (!mDrawing)
+        mDrawing = std::make_unique<KyHostDrawing>(QSize(mOptions.width, mOptions.height));
+    std::string error;
+    if (!mDrawing->addDocument(path, error)) {
+        KyHostErrors::write(error);
+        return false;
+    }
+    bindDrawing();
+    return true;
+}
+
+void KyHostScripts::bindDrawing() {
+    if (!mDrawing)
+        return;
+    KyScriptEngine::get().bindInstance(mDrawing->getScene(), "drawing");
+    KyScriptEngine::get().bindInstance(mDrawing->getView(), "drawingView");
+}
+
 bool KyHostScripts::hasScripts() const {
     return std::ranges::any_of(mOptions.items, [](const KyHostOptions::Item& item) {
-        return item.kind == KyHostOptions::Item::eChunk || !isModel(item.text);
+        return item.kind == KyHostOptions::Item::eChunk || !(isModel(item.text) || isDrawing(item.text));
     });
 }
 
 bool KyHostScripts::checkSyntax() {
     for (const KyHostOptions::Item& item : mOptions.items) {
         std::string error;
-        const bool isScript = item.kind == KyHostOptions::Item::eFile && !isModel(item.text);
+        const bool isScript = item.kind == KyHostOptions::Item::eFile && !isModel(item.text) && !isDrawing(item.text);
         if (isScript && !KyScriptEngine::get().checkScriptSyntax(item.text, error)) {
             KyScriptEngine::output(error);
             hintAtFormat(item.text);

@@ -4,20 +4,25 @@
 
 #include "KyHostOptions.h"
 
+#include <memory>
+
 class KyHost;
+class KyHostDrawing;
 class KyHostErrors;
 class KyHostStage;
 
-/// Runs what the command line names, chunks, scripts and models in their order, in a Lua state that has `scene`,
-/// `camera`, `view`, `trackball`, `shaper`, `host` and every class of the object model.
+/// Runs what the command line names, chunks, scripts, models and drawings in their order, in a Lua state that has
+/// `scene`, `camera`, `view`, `trackball`, `shaper`, `host` and every class of the object model; after a drawing also
+/// `drawing` and `drawingView`.
 ///
 /// Running it all again begins with a new Lua state and an empty scene. The scene before stays on the stage until
 /// everything has succeeded; after a failure it remains, as still as the failure found it, since what moved it went
-/// with the old state, and the scripts' globals name it again. Windows that scripts made end with the run that made
-/// them.
+/// with the old state, and the scripts' globals name it again. Windows that scripts made, and those of drawings, end
+/// with the run that made them.
 class KyHostScripts {
 public:
     KyHostScripts(const KyHostOptions& options, KyHostErrors& errors, KyHost& host, KyHostStage& stage);
+    ~KyHostScripts();
 
     /// False when anything failed; the rest is run all the same.
     bool run();
@@ -26,12 +31,15 @@ public:
 
     /// A file that is shown and not run, by its extension.
     static bool isModel(const std::string& path);
+    static bool isDrawing(const std::string& path);
 
 private:
     void prepareState();
     bool runItems();
     bool runItem(const KyHostOptions::Item& item);
     bool addModel(const std::string& path);
+    bool addDrawing(const std::string& path);
+    void bindDrawing();
     bool hasScripts() const;
     bool checkSyntax();
 
@@ -39,4 +47,6 @@ private:
     KyHostErrors& mErrors;
     KyHost& mHost;
     KyHostStage& mStage;
+    /// Null until a drawing is shown.
+    std::unique_ptr<KyHostDrawing> mDrawing;
 };

@@ -2,19 +2,15 @@
 // SPDX-License-Identifier: MIT
 #include "KyHostStage.h"
 
+#include "KyHostPicture.h"
+
 #include "KyFrameBuffer.h"
 #include "KyImage.h"
 #include "KyMeshNode.h"
 #include "KyRendererContext.h"
-#include "KyURL.h"
-
-#include <QCoreApplication>
 
 #include <algorithm>
 #include <cmath>
-#include <filesystem>
-
-namespace fs = std::filesystem;
 
 namespace {
 
@@ -41,29 +37,6 @@ class Lasting : public Manipulator {
 public:
     void destroy() override {}
 };
-
-bool savePNG(const fs::path& path, const KyImage& image) {
-    return image.savePNG(KyURL(path.string(), KyURL::eLocalPath));
-}
-
-/// Whoever reads the file finds the picture before or the new one, whole. Devices and pipes are written to as they are.
-bool replaceFile(const fs::path& path, const KyImage& image) {
-    std::error_code error;
-    if (fs::exists(path, error) && !fs::is_regular_file(path, error))
-        return savePNG(path, image);
-    fs::path target = fs::weakly_canonical(path, error);
-    if (error)
-        target = path;
-    fs::path unfinished = target;
-    unfinished += '.' + std::to_string(QCoreApplication::applicationPid()) + ".part";
-    const bool isWritten = savePNG(unfinished, image);
-    if (isWritten)
-        fs::rename(unfinished, target, error);
-    if (isWritten && !error)
-        return true;
-    fs::remove(unfinished, error);
-    return false;
-}
 
 } // namespace
 
@@ -151,12 +124,5 @@ bool KyHostStage::savePicture(KyGraphicsDevice& device, const std::string& path,
         return false;
     }
     const KyHolder<KyImage> image(target->readPixels());
-    return image && writePicture(*image, path, error);
-}
-
-bool KyHostStage::writePicture(const KyImage& image, const std::string& path, std::string& error) {
-    if (replaceFile(path, image))
-        return true;
-    error = "cannot write '" + path + "'";
-    return false;
+    return image && KyHostPicture::save(*image, path, error);
 }

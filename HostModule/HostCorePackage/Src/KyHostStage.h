@@ -17,7 +17,6 @@
 
 class KyFrameBuffer;
 class KyGraphicsDevice;
-class KyImage;
 class KyNode;
 
 /// What the program shows: a canvas with one view of one scene through one camera, and what a hand does to it: a
@@ -45,6 +44,8 @@ public:
     /// Gives up the scene that was begun: the scripts have the one before again, which is still shown.
     void dropScene() { mMade = mShown; }
 
+    /// Whether nobody has put anything into the scene that scripts work on.
+    bool isEmpty() const { return mMade.scene->getNbChildren() == 0; }
     /// Puts a model into the scene and frames it from the front, right and above.
     void addModel(KyNode& model);
     /// A grid below everything, a few times as wide.
@@ -58,8 +59,6 @@ public:
     bool draw(KyGraphicsDevice& device, KyFrameBuffer* target);
     /// Draws into a PNG file. False, and the reason, when that cannot be done.
     bool savePicture(KyGraphicsDevice& device, const std::string& path, std::string& error);
-    /// Into a PNG file, as savePicture().
-    static bool writePicture(const KyImage& image, const std::string& path, std::string& error);
 
 private:
     /// A scene and all that it takes to show and to turn it.

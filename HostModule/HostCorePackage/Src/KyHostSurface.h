@@ -19,6 +19,10 @@ public:
 
     void setListeners(Listeners listeners) { mListeners = std::move(listeners); }
 
+    /// Closed at first: the program may have nothing to show on it.
+    bool isOpen() const { return mIsOpen; }
+    void open();
+
     /// Draws now, or as soon as the display takes a frame; `drawn` is called then.
     virtual void draw() = 0;
     /// Whether something outside the scene, such as a new size, asks for a new frame.
@@ -31,5 +35,10 @@ public:
     virtual bool savePicture(const std::string& path, std::string& error) = 0;
 
 protected:
+    virtual void onOpened() {}
+
     Listeners mListeners;
+
+private:
+    bool mIsOpen = false;
 };

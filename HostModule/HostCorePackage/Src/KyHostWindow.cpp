@@ -2,36 +2,24 @@
 // SPDX-License-Identifier: MIT
 #include "KyHostWindow.h"
 
-#include "KyHostErrors.h"
 #include "KyHostHelp.h"
 #include "KyHostKeys.h"
+#include "KyHostPicture.h"
 #include "KyHostStage.h"
 
 #include "KyImage.h"
 
-#include <QDateTime>
-#include <QFile>
 #include <QKeyEvent>
 #include <QOpenGLContext>
 #include <QScreen>
 
 #include <algorithm>
-#include <cstdio>
 
 namespace {
 
 /// Shorter than the display's frame, so that the display and not this sets the pace where it can.
 constexpr double cShareOfFrame = 0.9;
 constexpr double cNominalRate = 60.0;
-
-/// A name that no file has yet: pictures of one second are numbered.
-std::string findPictureName() {
-    const QString stem = QDateTime::currentDateTime().toString("'kyhost-'yyyyMMdd-HHmmss");
-    QString name = stem + ".png";
-    for (int i = 2; QFile::exists(name); ++i)
-        name = stem + '-' + QString::number(i) + ".png";
-    return name.toStdString();
-}
 
 } // namespace
 
@@ -42,7 +30,6 @@ std::unique_ptr<KyHostWindow> KyHostWindow::create(KyHostStage& stage, int width
     }
     std::unique_ptr<KyHostWindow> window(new KyHostWindow(stage));
     window->resize(width, height);
-    window->show();
     return window;
 }
 
@@ -91,7 +78,7 @@ bool KyHostWindow::makeCurrent() {
 bool KyHostWindow::savePicture(const std::string& path, std::string& error) {
     showStage();
     if (const KyHolder<KyImage> image(grabPicture()); image)
-        return KyHostStage::writePicture(*image, path, error);
+        return KyHostPicture::save(*image, path, error);
     error = "cannot draw the picture for '" + path + "'";
     return false;
 }
@@ -103,14 +90,7 @@ void KyHostWindow::toggleHelp() {
 }
 
 void KyHostWindow::writePicture() {
-    const std::string name = findPictureName();
-    std::string error;
-    if (!savePicture(name, error)) {
-        KyHostErrors::write(error);
-        return;
-    }
-    std::printf("wrote %s\n", name.c_str());
-    std::fflush(stdout);
+    KyHostPicture::writeNext([this](const std::string& path, std::string& error) { return savePicture(path, error); });
 }
 
 void KyHostWindow::leave() {

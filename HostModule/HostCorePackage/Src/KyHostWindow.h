@@ -17,7 +17,8 @@ class KyHostStage;
 /// owner, not by scripts.
 class KyHostWindow : public KyQOpenGLWindow, public KyHostSurface, public KyHasSlots {
 public:
-    /// A window on the screen; null, and the reason, when there is no GL. Size in device-independent pixels.
+    /// A window, not on the screen until it is opened; null, and the reason, when there is no GL. Size in
+    /// device-independent pixels.
     static std::unique_ptr<KyHostWindow> create(KyHostStage& stage, int width, int height, std::string& error);
     ~KyHostWindow() override;
     /// Closes it only: it belongs to the program.
@@ -38,6 +39,7 @@ public:
     void leave();
 
 protected:
+    void onOpened() override { show(); }
     void keyPressEvent(QKeyEvent* event) override;
     void hideEvent(QHideEvent* event) override;
     void moveEvent(QMoveEvent* event) override;

@@ -86,6 +86,15 @@ TEST_F(KyHostProgramTest, ModelsAreReadInTheirOrderAndBadOnesNamed) {
     expect({1, "0\n1\n", "garbage.obj"}, {"garbage.obj", "-e", count, "a.obj", "-e", count});
 }
 
+TEST_F(KyHostProgramTest, DrawingsAreReadWithoutAWindowTooAndWhatIsMissingOfThemIsNamed) {
+    write("broken.svg", "<svg><g></svg>");
+    write("a.svg",
+          "<svg xmlns='http://www.w3.org/2000/svg'><rect id='r' width='9' height='4' filter='url(#f)'/></svg>");
+    const char* const find = "local r = drawing:find('r') print(r.Width, r.Height, drawingView)";
+    expect({1, "9\t4\tnil\n", "broken.svg"}, {"broken.svg", "a.svg", "-e", find});
+    expect({0, "", "'a.svg' is shown without: filter"}, {"a.svg"});
+}
+
 TEST_F(KyHostProgramTest, AWindowWithoutADisplayIsRefusedWithAHint) {
     for (const char* variable : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
         mEnvironment.remove(variable);

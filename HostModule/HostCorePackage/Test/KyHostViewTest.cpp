@@ -84,8 +84,8 @@ TEST_F(KyHostViewTest, ThePictureShowsWhatTheScriptMadeInTheLastFrame) {
 
 TEST_F(KyHostViewTest, ExamplesDrawMoreThanABackground) {
     mEnvironment.insert("QT_QPA_PLATFORM", "nonsense"); // Off screen, any choice does.
-    for (const char* name :
-         {"hello.lua", "objects.lua", "values.lua", "coroutines.lua", "model.lua", "viewer.lua", "gear.obj"}) {
+    for (const char* name : {"hello.lua", "objects.lua", "values.lua", "coroutines.lua", "model.lua", "viewer.lua",
+                             "gear.obj", "hud.lua", "plant.lua", "plant.svg"}) {
         SCOPED_TRACE(name);
         const KyHolder<KyImage> picture =
             take({"--frames", "3", "--size", "320x180", QString(KY_TEST_DATA_DIR "/../../../examples/") + name});
@@ -106,6 +106,26 @@ TEST_F(KyHostViewTest, APictureTakesThePlaceOfTheOneBeforeAtOnceOrIsNamed) {
     const KyHostResult result = draw({"--frames", "1", "--screenshot", "no/such/folder/a.png"});
     EXPECT_EQ(1, result.code);
     EXPECT_PRED2(contains, result.errors, "'no/such/folder/a.png'");
+}
+
+TEST_F(KyHostViewTest, ADrawingIsShownAloneUnlessThereIsASceneAndScriptsMayChangeIt) {
+    write("a.svg", "<svg xmlns='http://www.w3.org/2000/svg' width='80' height='60'>"
+                   "<rect id='all' width='80' height='60' fill='blue'/></svg>");
+    const QString redden = "drawing:find('all').Style.FillColor = Color('#ff0000')";
+    const std::tuple<QStringList, int, int> rows[] = {{{"a.svg"}, 0, 0},
+                                                      {{"a.svg", "-e", redden}, 10000, 19200},
+                                                      {{"a.svg", "a.svg", "-e", redden}, 3000, 9600},
+                                                      {{"a.svg", "-e", "drawingView:destroy()"}, 0, 0},
+                                                      {{"a.svg", "-e", "drawing:destroy()"}, 0, 0},
+                                                      {{"a.svg", "-e", cRedBall}, 1000, 8000}};
+    for (const auto& [items, fewest, most] : rows) {
+        SCOPED_TRACE(items.join(" ").toStdString());
+        const KyHolder<KyImage> picture = take(QStringList{"--frames", "2", "--size", "160x120"} + items);
+        ASSERT_TRUE(picture);
+        EXPECT_EQ(160, picture->getWidth());
+        EXPECT_GE(countRed(*picture), fewest);
+        EXPECT_LE(countRed(*picture), most);
+    }
 }
 
 TEST_F(KyHostViewTest, AChangedScriptIsRunAgainAndAFailingOneKeepsThePicture) {

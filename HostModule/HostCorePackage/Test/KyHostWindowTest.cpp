@@ -59,6 +59,8 @@ TEST_F(KyHostWindowTest, AWindowShowsTheSceneFollowsItsSizeAndClosesOnEscape) {
     std::string error;
     const auto window = KyHostWindow::create(mStage, 200, 150, error);
     ASSERT_TRUE(window) << error;
+    EXPECT_FALSE(window->isVisible());
+    window->open();
     runFrames(*window, 5);
     EXPECT_FALSE(window->needsDrawing());
     const QImage image = window->grabFramebuffer();

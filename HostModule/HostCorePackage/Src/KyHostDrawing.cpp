@@ -1,0 +1,116 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#include "KyHostDrawing.h"
+
+#include "KyHostErrors.h"
+#include "KyHostPicture.h"
+
+#include "Ky2DGroup.h"
+#include "Ky2DSvgImporter.h"
+
+#include <QApplication>
+#include <QFileInfo>
+#include <QKeyEvent>
+
+#include <algorithm>
+
+namespace {
+
+/// Between drawings, of the width of what is there.
+constexpr double cGap = 0.05;
+
+/// Has the keys that the window of the 3D view has, where they make sense.
+class DrawingView : public Ky2DView {
+public:
+    explicit DrawingView(QSize size) {
+        setWindowTitle("kyhost");
+        resize(size);
+    }
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override {
+        if (event->key() == Qt::Key_Escape)
+            close();
+        else if (event->key() == Qt::Key_F12 && !event->isAutoRepeat())
+            KyHostPicture::writeNext([this](const std::string& path, std::string& error) {
+                return KyHostPicture::save(toImage(getWidth(), getHeight()), path, error);
+            });
+        else
+            Ky2DView::keyPressEvent(event);
+    }
+};
+
+void end(const KyObjectReference& object) {
+    if (object)
+        object.get()->destroy();
+}
+
+/// What the importer left out, once by name.
+void reportMissing(const std::string& path, const Ky2DSvgImporter& importer) {
+    std::string names;
+    for (unsigned i = 0; i < importer.getNbReports(); ++i)
+        names += (i ? ", " : "") + importer.getReport(i);
+    if (!names.empty())
+        KyHostErrors::write("'" + path + "' is shown without: " + names);
+}
+
+} // namespace
+
+KyHostDrawing::KyHostDrawing(QSize size)
+    : mScene(Ky2DScene::create(nullptr, true)) {
+    if (!qobject_cast<QApplication*>(QCoreApplication::instance()))
+        return;
+    auto* const view = new DrawingView(size);
+    mView = KyObjectReference(view);
+    view->setScene(getScene());
+}
+
+KyHostDrawing::~KyHostDrawing() {
+    end(mView);
+    end(mScene);
+}
+
+bool KyHostDrawing::addDocument(const std::string& path, std::string& error) {
+    Ky2DScene* const scene = getScene();
+    Ky2DSvgImporter importer;
+    Ky2DGroup* const document = scene ? importer.importFile(path) : nullptr;
+    if (!document) {
+        error = scene ? importer.getError() : "there is no drawing any more to put '" + path + "' into";
+        return false;
+    }
+    reportMissing(path, importer);
+    const KyRectd before = scene->getBound();
+    if (!before.isNull()) {
+        const KyVec2d right(before.getMax().x + cGap * before.getWidth(), before.getMin().y);
+        document->setTranslation(right - document->getBound().getMin());
+    }
+    scene->insertChild(document, Ky2DNode::cAppend);
+    if (Ky2DView* const view = getView()) {
+        view->setCaption(QFileInfo(QString::fromLocal8Bit(path.c_str())).fileName().toStdString() + " - kyhost");
+        view->show();
+        view->fit();
+    }
+    return true;
+}
+
+Ky2DScene* KyHostDrawing::getScene() const {
+    return Ky2DScene::cast(mScene.get());
+}
+
+Ky2DView* KyHostDrawing::getView() const {
+    return Ky2DView::cast(mView.get());
+}
+
+std::vector<Ky2DView*> KyHostDrawing::getViews() {
+    std::vector<Ky2DView*> views;
+    for (unsigned i = 0; i < Ky2DView::getNbViews(); ++i)
+        views.push_back(Ky2DView::getView(i));
+    return views;
+}
+
+Ky2DView* KyHostDrawing::findShownView() {
+    const std::vector<Ky2DView*> views = getViews();
+    const auto shown = std::find_if(views.rbegin(), views.rend(),
+                                    [](const Ky2DView* view) { return view->isWindow() && view->isVisible(); });
+    return shown == views.rend() ? nullptr : *shown;
+}
