@@ -27,6 +27,8 @@ void Ky2DSvgImporter::initializeType() {
                  .container("Report", &T::getNbReports, &T::getReport)
                  .method("importFile", &T::importFile)
                  .method("importText", &T::importText)
+                 .attribute("MaxNodes", &T::getMaxNodes, &T::setMaxNodes)
+                 .attribute("MaxExpansion", &T::getMaxExpansion, &T::setMaxExpansion)
                  .method("getError", &T::getError)
                  .method("getNbReports", &T::getNbReports)
                  .method("getReport", &T::getReport)
@@ -89,7 +91,7 @@ Ky2DGroup* Ky2DSvgImporter::import(const std::string& bytes, const KyURL& base) 
     KySvgDocument document;
     if (!document.read(bytes, reports, mError))
         return nullptr;
-    KySvgBuilder builder(document, base, reports);
+    KySvgBuilder builder(document, base, reports, {mMaxNodes, mMaxExpansion});
     Ky2DGroup* group = builder.build();
     mWidth = builder.getSize().width;
     mHeight = builder.getSize().height;

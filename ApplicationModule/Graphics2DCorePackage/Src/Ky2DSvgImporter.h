@@ -39,10 +39,6 @@ public:
     /// Elements of a document; attributes of one element.
     static constexpr std::size_t cMaxElements = 200'000;
     static constexpr std::size_t cMaxAttributes = 1'000;
-    /// Nodes made, and bytes that `use` and style sheets read beyond the document's own; what is beyond is left out and
-    /// reported as "size".
-    static constexpr std::size_t cMaxNodes = 200'000;
-    static constexpr std::size_t cMaxExpansion = cMaxBytes;
     /// Elements within elements, `use` followed; what is below is left out and reported as "nesting".
     static constexpr unsigned cMaxDepth = 900;
 
@@ -64,6 +60,13 @@ public:
     /// current resource directory.
     Ky2DGroup* importText(const std::string& svg);
 
+    /// Nodes made, at most; what is beyond is left out and reported as "size".
+    unsigned getMaxNodes() const { return mMaxNodes; }
+    void setMaxNodes(unsigned count) { mMaxNodes = count; }
+    /// Bytes that `use` and style sheets may read beyond the document's own, at most; as above.
+    unsigned getMaxExpansion() const { return mMaxExpansion; }
+    void setMaxExpansion(unsigned bytes) { mMaxExpansion = bytes; }
+
     /// The reason of the last refusal, with line and column where there are some; empty after a success.
     const std::string& getError() const { return mError; }
     /// Names of what the last document holds and the nodes do not, each once, in order of appearance.
@@ -79,6 +82,8 @@ private:
     void reset();
     Ky2DGroup* import(const std::string& bytes, const KyURL& base);
 
+    unsigned mMaxNodes = 200'000;
+    unsigned mMaxExpansion = 1U << 24;
     std::string mError;
     std::vector<std::string> mReports;
     double mWidth = 0.0;

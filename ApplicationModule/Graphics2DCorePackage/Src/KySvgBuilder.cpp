@@ -83,11 +83,12 @@ const KySvgElements::Kind* KySvgElements::find(std::string_view name) {
     return kind == cKinds.end() ? nullptr : kind;
 }
 
-KySvgBuilder::KySvgBuilder(const KySvgDocument& document, KyURL base, KySvgReports& reports)
+KySvgBuilder::KySvgBuilder(const KySvgDocument& document, KyURL base, KySvgReports& reports, const Limits& limits)
     : mDocument(document)
     , mBase(std::move(base))
     , mReports(reports)
-    , mCascade(document, reports, document.getSize() + Ky2DSvgImporter::cMaxExpansion) {}
+    , mMaxNodes(limits.nodes)
+    , mCascade(document, reports, document.getSize() + limits.expansion) {}
 
 Ky2DGroup* KySvgBuilder::build() {
     reportUnknown();
@@ -116,7 +117,7 @@ void KySvgBuilder::reportUnknown() {
 }
 
 bool KySvgBuilder::isWithinLimits() {
-    const bool isWithin = mNbNodes < Ky2DSvgImporter::cMaxNodes && mCascade.spend(0);
+    const bool isWithin = mNbNodes < mMaxNodes && mCascade.spend(0);
     if (!isWithin)
         mReports.add("size");
     return isWithin;

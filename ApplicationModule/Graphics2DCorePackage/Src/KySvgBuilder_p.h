@@ -29,7 +29,13 @@ struct KySvgTextRun;
 /// what `use` makes of it, costs no stack of the thread.
 class KySvgBuilder {
 public:
-    KySvgBuilder(const KySvgDocument& document, KyURL base, KySvgReports& reports);
+    /// Nodes and bytes read beyond the document's own, at most.
+    struct Limits {
+        std::size_t nodes;
+        std::size_t expansion;
+    };
+
+    KySvgBuilder(const KySvgDocument& document, KyURL base, KySvgReports& reports, const Limits& limits);
 
     /// The caller owns the group.
     Ky2DGroup* build();
@@ -108,6 +114,7 @@ private:
     const KySvgDocument& mDocument;
     KyURL mBase;
     KySvgReports& mReports;
+    std::size_t mMaxNodes;
     KySvgCascade mCascade;
     KySvgViewport mSize;
     std::vector<Task> mTasks;

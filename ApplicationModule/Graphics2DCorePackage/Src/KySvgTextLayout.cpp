@@ -5,6 +5,7 @@
 #include "Ky2DGroup.h"
 #include "Ky2DStyle.h"
 #include "Ky2DText.h"
+#include "Ky2DUtil.h"
 #include "KySvgBuilder_p.h"
 
 #include "KyQtText.h"
@@ -50,7 +51,10 @@ struct Extent {
     double ascent = 0.0;
 };
 
+/// Nothing without application: there are no fonts.
 Extent measure(const QString& text, const QFont& font) {
+    if (!Ky2DUtil::hasApplication())
+        return {};
     QGraphicsSimpleTextItem item(text);
     item.setFont(font);
     QTextLayout layout(text, font);

@@ -28,6 +28,12 @@ inline std::string wrap(const std::string& content) {
 struct Imported {
     explicit Imported(const std::string& svg)
         : group(importer.importText(svg)) {}
+    /// With a limit, and as many hundred bytes of expansion.
+    Imported(const std::string& svg, unsigned maxNodes) {
+        importer.setMaxNodes(maxNodes);
+        importer.setMaxExpansion(100 * maxNodes);
+        group.reset(importer.importText(svg));
+    }
     template <class Node = Ky2DNode>
     Node* find(const char* name) {
         return group ? Node::cast(group->find(name)) : nullptr;

