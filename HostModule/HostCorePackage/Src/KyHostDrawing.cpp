@@ -19,24 +19,27 @@ namespace {
 /// Between drawings, of the width of what is there.
 constexpr double cGap = 0.05;
 
-/// Has the keys that the window of the 3D view has, where they make sense.
-class DrawingView : public Ky2DView {
+/// In windows of 2D scenes, whoever made them, the keys that the window of the 3D view has, where they make sense.
+class Keys : public QObject {
 public:
-    explicit DrawingView(QSize size) {
-        setWindowTitle("kyhost");
-        resize(size);
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() != QEvent::KeyPress)
+            return false;
+        auto* const view = dynamic_cast<Ky2DView*>(watched);
+        return view && view->isWindow() && press(*view, static_cast<QKeyEvent*>(event)->key());
     }
 
-protected:
-    void keyPressEvent(QKeyEvent* event) override {
-        if (event->key() == Qt::Key_Escape)
-            close();
-        else if (event->key() == Qt::Key_F12 && !event->isAutoRepeat())
-            KyHostPicture::writeNext([this](const std::string& path, std::string& error) {
-                return KyHostPicture::save(toImage(getWidth(), getHeight()), path, error);
+private:
+    static bool press(Ky2DView& view, int key) {
+        if (key == Qt::Key_Escape)
+            view.close();
+        else if (key == Qt::Key_F12)
+            KyHostPicture::writeNext([&view](const std::string& path, std::string& error) {
+                return KyHostPicture::save(KyHostDrawing::grab(view), path, error);
             });
         else
-            Ky2DView::keyPressEvent(event);
+            return false;
+        return true;
     }
 };
 
@@ -60,8 +63,10 @@ KyHostDrawing::KyHostDrawing(QSize size)
     : mScene(Ky2DScene::create(nullptr, true)) {
     if (!qobject_cast<QApplication*>(QCoreApplication::instance()))
         return;
-    auto* const view = new DrawingView(size);
+    auto* const view = new Ky2DView;
     mView = KyObjectReference(view);
+    view->setCaption("kyhost");
+    view->resize(size);
     view->setScene(getScene());
 }
 
@@ -75,7 +80,7 @@ bool KyHostDrawing::addDocument(const std::string& path, std::string& error) {
     Ky2DSvgImporter importer;
     Ky2DGroup* const document = scene ? importer.importFile(path) : nullptr;
     if (!document) {
-        error = scene ? importer.getError() : "there is no drawing any more to put '" + path + "' into";
+        error = scene ? "'" + path + "': " + importer.getError() : "there is no drawing for '" + path + "' any more";
         return false;
     }
     reportMissing(path, importer);
@@ -113,4 +118,15 @@ Ky2DView* KyHostDrawing::findShownView() {
     const auto shown = std::find_if(views.rbegin(), views.rend(),
                                     [](const Ky2DView* view) { return view->isWindow() && view->isVisible(); });
     return shown == views.rend() ? nullptr : *shown;
+}
+
+QImage KyHostDrawing::grab(Ky2DView& view) {
+    const QSizeF size = QSizeF(view.size()) * view.devicePixelRatioF();
+    return view.toImage(qRound(size.width()), qRound(size.height()));
+}
+
+std::unique_ptr<QObject> KyHostDrawing::makeKeys() {
+    auto keys = std::make_unique<Keys>();
+    QCoreApplication::instance()->installEventFilter(keys.get());
+    return keys;
 }

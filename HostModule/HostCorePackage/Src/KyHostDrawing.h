@@ -7,8 +7,10 @@
 
 #include "KyObjectReference.h"
 
+#include <QImage>
 #include <QSize>
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -36,6 +38,10 @@ public:
     static std::vector<Ky2DView*> getViews();
     /// The last one made of those on the screen, null when there is none.
     static Ky2DView* findShownView();
+    /// What the view shows, in device pixels.
+    static QImage grab(Ky2DView& view);
+    /// While it lives, Escape and F12 do in windows of 2D scenes what they do in the window of the 3D view.
+    static std::unique_ptr<QObject> makeKeys();
 
 private:
     KyObjectReference mScene;

@@ -3,6 +3,7 @@
 #include "KyHostLoop.h"
 
 #include "KyHost.h"
+#include "KyHostDrawing.h"
 #include "KyHostStage.h"
 #include "KyHostSurface.h"
 
@@ -82,8 +83,8 @@ void KyHostLoop::runFrame() {
         mFlush();
     else
         std::fflush(stdout);
-    // What the program shows may come later than its windows.
-    if (mSurface && !mStage.isEmpty())
+    // A scene may come later than the windows, and what was shown instead of it may end.
+    if (mSurface && !mSurface->isOpen() && (!mStage.isEmpty() || !KyHostDrawing::findShownView()))
         mSurface->open();
     const bool draws = mSurface && mSurface->isOpen() && (mStage.needsDrawing() || mSurface->needsDrawing());
     mHost.countFrame(now);

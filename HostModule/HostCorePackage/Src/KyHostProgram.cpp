@@ -3,7 +3,6 @@
 #include "KyHostProgram.h"
 
 #include "KyHostDisplay.h"
-#include "KyHostDrawing.h"
 #include "KyHostOffscreen.h"
 #include "KyHostPicture.h"
 #include "KyHostWindow.h"
@@ -196,7 +195,7 @@ bool KyHostProgram::savePicture() {
         return true;
     std::string error;
     Ky2DView* const view = mSurface->isOpen() ? nullptr : Ky2DView::cast(mDrawingView.get());
-    if (view ? KyHostPicture::save(view->toImage(view->getWidth(), view->getHeight()), mOptions.screenshot, error)
+    if (view ? KyHostPicture::save(KyHostDrawing::grab(*view), mOptions.screenshot, error)
              : mSurface->savePicture(mOptions.screenshot, error))
         return true;
     KyHostErrors::write(error);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "KyHost.h"
+#include "KyHostDrawing.h"
 #include "KyHostErrors.h"
 #include "KyHostFileWatch.h"
 #include "KyHostLoop.h"
@@ -55,5 +56,6 @@ private:
     std::unique_ptr<KyHostPrompt> mPrompt;
     /// The window of a 2D scene where that is all there is to see, else null.
     KyObjectReference mDrawingView;
+    const std::unique_ptr<QObject> mDrawingKeys = KyHostDrawing::makeKeys();
     bool mHasPromptEnded = false;
 };
