@@ -81,6 +81,10 @@ uniform vec3 kyLightColor[cMaxLights];
 uniform float kyLightRange[cMaxLights];
 uniform bool kyIsPerspective;
 uniform bool kyIsLit;
+uniform bool kyHasTexture;
+uniform sampler2D kyTexture;
+uniform int kyTextureAlpha; // 0 ignored, 1 straight, 2 multiplied with the colours already
+uniform bool kyIsTextureFlipped;
 in vec3 vPosition;
 in vec3 vNormal;
 in vec2 vTexCoord;
@@ -105,8 +109,32 @@ vec3 getSpecular(vec3 normal, vec3 view, vec3 light, vec3 reflectance, float rou
     return reflectance * strength;
 }
 
+// The texture as it is, the colours multiplied with alpha.
+vec4 getTexel(vec2 position) {
+    vec4 texel = texture(kyTexture, position);
+    texel.a = kyTextureAlpha == 0 ? 1.0 : texel.a;
+    return kyTextureAlpha == 1 ? vec4(texel.rgb * texel.a, texel.a) : texel;
+}
+
+// The mean of what lies under the pixel: pictures drawn by others come without smaller copies. Not premultiplied.
+vec4 getTextureColor() {
+    vec2 position = kyIsTextureFlipped ? vec2(vTexCoord.x, 1.0 - vTexCoord.y) : vTexCoord;
+    vec2 alongX = dFdx(position), alongY = dFdy(position), size = vec2(textureSize(kyTexture, 0));
+    ivec2 count = ivec2(clamp(ceil(vec2(length(alongX * size), length(alongY * size)) - 0.25), 1.0, 6.0));
+    vec4 sum = vec4(0.0);
+    for (int y = 0; y < count.y; ++y)
+        for (int x = 0; x < count.x; ++x) {
+            vec2 offset = (vec2(x, y) + 0.5) / vec2(count) - 0.5;
+            sum += getTexel(position + alongX * offset.x + alongY * offset.y);
+        }
+    sum /= float(count.x * count.y);
+    return vec4(sum.rgb / max(sum.a, 1e-4), sum.a);
+}
+
 void main() {
     vec4 colour = kyMaterialColor * vColor;
+    if (kyHasTexture)
+        colour *= getTextureColor();
     if (!kyIsLit) {
         kyFragment = vec4(colour.rgb * colour.a, colour.a);
         return;

@@ -40,6 +40,7 @@ void KyTexture::initializeType() {
                  .factory()
                  .attribute("Width", &KyTexture::getWidth)
                  .attribute("Height", &KyTexture::getHeight)
+                 .attribute("Version", &KyTexture::getVersion)
                  .attribute("MinFilter", &KyTexture::getMinFilter, &KyTexture::setMinFilter)
                  .attribute("MagFilter", &KyTexture::getMagFilter, &KyTexture::setMagFilter)
                  .method("setImage", &KyTexture::setImage)
@@ -127,6 +128,46 @@ bool KyTexture::setImage(const KyImage* image) {
     mNeedsUpload = true;
     touch();
     return true;
+}
+
+void KyTexture::touch() {
+    ++mVersion;
+    // Frame buffers touch theirs every frame.
+    if (isWatched())
+        notifyModified("Version");
+}
+
+bool KyTexture::setPixels(const std::uint32_t* pixels, int width, int height) {
+    if (!pixels || !kyGetCurrentGpuHandle() || width < 1 || height < 1)
+        return false;
+    GLint bound = 0;
+    glGetIntegerv(GL_TEXTURE_BINDING_2D, &bound);
+    const bool isKept = !isForeign() && width == mWidth && height == mHeight && hasPixels();
+    const bool isMade = isKept || makeStorage(width, height);
+    if (isMade) {
+        glBindTexture(GL_TEXTURE_2D, mName->get());
+        glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
+        glTexSubImage2D(GL_TEXTURE_2D, 0, 0, 0, width, height, GL_BGRA, GL_UNSIGNED_INT_8_8_8_8_REV, pixels);
+        touch();
+    }
+    glBindTexture(GL_TEXTURE_2D, static_cast<GLuint>(bound));
+    return isMade;
+}
+
+bool KyTexture::hasPixels() const {
+    return isForeign() || (!mNeedsUpload && mName->isUsable());
+}
+
+bool KyTexture::makeStorage(int width, int height) {
+    GLint largest = 0;
+    glGetIntegerv(GL_MAX_TEXTURE_SIZE, &largest);
+    if (width > largest || height > largest)
+        return false;
+    setHandle(0);
+    setSize(width, height);
+    mImage.reset();
+    mNeedsUpload = true;
+    return prepare() != 0;
 }
 
 bool KyTexture::bind(unsigned unit) {

@@ -60,9 +60,15 @@ public:
     void setSize(int width, int height);
     /// Takes over size and pixels of a valid image of any depth; it is not kept. False for null and not valid ones.
     bool setImage(const KyImage* image);
+    /// Gives the device pixels at once: 32-bit words 0xAARRGGBB, row 0 first, without gaps. They are not kept: see
+    /// hasPixels(). Own pixels from now on. False, and nothing changed, without context, pixels or a size that the
+    /// device takes.
+    bool setPixels(const std::uint32_t* pixels, int width, int height);
+    /// Whether the current context has pixels that were given it; true for a foreign texture.
+    bool hasPixels() const;
 
-    /// Says that the pixels were changed.
-    void touch() { ++mVersion; }
+    /// Says that the pixels were changed; listeners are told of the attribute "Version".
+    void touch();
     /// Makes it the texture of the unit (0 ... 3) in the current context, uploading what is new. False when there is no
     /// context or nothing to bind; nothing is bound then.
     bool bind(unsigned unit = 0);
@@ -73,6 +79,7 @@ private:
     /// The GL name, made when needed; 0 when it cannot be.
     unsigned prepare();
     void upload();
+    bool makeStorage(int width, int height);
 
     std::unique_ptr<KyGpuName> mName;
     std::unique_ptr<KyImage> mImage;

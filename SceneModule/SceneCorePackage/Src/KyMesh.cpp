@@ -3,6 +3,7 @@
 #include "KyMesh.h"
 
 #include "KyMeshDrawing_p.h"
+#include "KyNodeHit.h"
 
 #include "KyRay.h"
 #include "KyTypeBuilder.h"
@@ -29,18 +30,36 @@ bool isConsistent(const KyMeshData& data) {
            std::ranges::all_of(data.vertices, isFinite);
 }
 
-/// Distance along the ray where it passes the triangle, negative when it does not.
-double intersectTriangle(const KyRayd& ray, const KyVec3d& a, const KyVec3d& ab, const KyVec3d& ac) {
+KyVec2d toVector(const std::array<float, 2>& numbers) {
+    return KyVec2d(static_cast<double>(numbers[0]), static_cast<double>(numbers[1]));
+}
+
+/// Where a ray passes the plane of a triangle: lengths of its direction, and shares of the second and third corner.
+struct Crossing {
+    double distance;
+    double u;
+    double v;
+
+    bool isInside() const { return u >= 0.0 && v >= 0.0 && u + v <= 1.0; }
+};
+
+/// False for a ray along the plane.
+bool cross(const KyRayd& ray, const KyVec3d& a, const KyVec3d& ab, const KyVec3d& ac, Crossing& crossing) {
     const KyVec3d p = ray.direction.cross(ac);
     const double determinant = ab.dot(p);
     if (determinant == 0.0)
-        return -1.0;
+        return false;
     const KyVec3d toOrigin = ray.origin - a;
-    const double u = toOrigin.dot(p) / determinant;
     const KyVec3d q = toOrigin.cross(ab);
-    const double v = ray.direction.dot(q) / determinant;
-    const bool isInside = u >= 0.0 && v >= 0.0 && u + v <= 1.0;
-    return isInside ? ac.dot(q) / determinant : -1.0;
+    crossing = {ac.dot(q) / determinant, toOrigin.dot(p) / determinant, ray.direction.dot(q) / determinant};
+    return true;
+}
+
+KyVec2d getTexCoord(const KyMeshData& data, std::size_t firstIndex, const Crossing& crossing) {
+    const auto corner = [&data, firstIndex](std::size_t i) {
+        return toVector(data.vertices[data.indices[firstIndex + i]].texCoord);
+    };
+    return corner(0) * (1.0 - crossing.u - crossing.v) + corner(1) * crossing.u + corner(2) * crossing.v;
 }
 
 } // namespace
@@ -142,25 +161,47 @@ void KyMesh::computeNormals() {
     update();
 }
 
-bool KyMesh::intersect(const KyRayd& ray, double& distance, KyVec3d& normal) const {
+bool KyMesh::intersect(const KyRayd& ray, KySurfaceHit& hit) const {
     if (mData.primitive != KyPrimitive::eTriangles)
         return false;
     bool isHit = false;
+    Crossing nearest{};
     const auto& indices = mData.indices;
     for (std::size_t i = 0; i + 2 < indices.size(); i += 3) {
         const KyVec3d a = toVector(mData.vertices[indices[i]].position);
         const KyVec3d ab = toVector(mData.vertices[indices[i + 1]].position) - a;
         const KyVec3d ac = toVector(mData.vertices[indices[i + 2]].position) - a;
-        const double found = intersectTriangle(ray, a, ab, ac);
-        if (!(found >= 0.0 && found <= distance))
+        Crossing found{};
+        if (!cross(ray, a, ab, ac, found) || !found.isInside() ||
+            !(found.distance >= 0.0 && found.distance <= hit.distance))
             continue;
         isHit = true;
-        distance = found;
-        normal = ab.cross(ac);
+        nearest = found;
+        hit.distance = found.distance;
+        hit.normal = ab.cross(ac);
+        hit.triangle = static_cast<unsigned>(i / 3);
     }
-    if (isHit && normal.dot(ray.direction) > 0.0)
-        normal = -normal;
-    if (isHit)
-        normal.normalize();
-    return isHit;
+    if (!isHit)
+        return false;
+    if (hit.normal.dot(ray.direction) > 0.0)
+        hit.normal = -hit.normal;
+    hit.normal.normalize();
+    hit.hasTexCoord = true;
+    hit.texCoord = getTexCoord(mData, hit.triangle * std::size_t{3}, nearest);
+    return true;
+}
+
+bool KyMesh::projectToTriangle(const KyRayd& ray, unsigned triangle, KyVec2d& texCoord) const {
+    if (mData.primitive != KyPrimitive::eTriangles || triangle >= getNbPrimitives())
+        return false;
+    const std::size_t first = triangle * std::size_t{3};
+    const auto corner = [this, first](std::size_t i) {
+        return toVector(mData.vertices[mData.indices[first + i]].position);
+    };
+    const KyVec3d a = corner(0);
+    Crossing found{};
+    if (!cross(ray, a, corner(1) - a, corner(2) - a, found) || found.distance < 0.0)
+        return false;
+    texCoord = getTexCoord(mData, first, found);
+    return true;
 }

@@ -8,12 +8,14 @@
 
 #include "KyObject.h"
 #include "KyReferenceCounted.h"
+#include "KyVec2.h"
 #include "KyVolume.h"
 
 #include <memory>
 #include <vector>
 
 class KyMeshBuffers;
+struct KySurfaceHit;
 template <class T>
 class KyRay;
 
@@ -44,9 +46,12 @@ public:
     unsigned getNbPrimitives() const;
     /// In the mesh's own coordinates; null without vertices.
     const KyVolumed& getBoundingVolume() const { return mBoundingVolume; }
-    /// The nearest triangle that the ray hits, from either side, within `distance` times the length of its direction;
-    /// `distance` and `normal` (of length 1, towards the ray's origin) are set then. Lines and points are never hit.
-    bool intersect(const KyRay<double>& ray, double& distance, KyVec3d& normal) const;
+    /// The nearest triangle that the ray hits, from either side, within the hit's distance; the hit is set then, its
+    /// normal of length 1 towards the ray's origin. Lines and points are never hit.
+    bool intersect(const KyRay<double>& ray, KySurfaceHit& hit) const;
+    /// Texture coordinates where the ray passes the plane of a triangle, outside of it too: they go on evenly. False,
+    /// and nothing set, out of range, for a ray that does not come there and for what is no mesh of triangles.
+    bool projectToTriangle(const KyRay<double>& ray, unsigned triangle, KyVec2d& texCoord) const;
 
     /// False, and nothing changed, when an index points past the vertices, the indices do not come in whole primitives
     /// or a position is not finite.

@@ -13,18 +13,29 @@
 #include <algorithm>
 #include <cmath>
 
-void KyMeshNode::setMesh(KyMesh* mesh) {
-    if (mMesh == mesh)
-        return;
-    if (mMesh)
-        mMesh->disconnectModified(this, &KyMeshNode::onMeshModified);
-    mMesh.reset(mesh);
-    if (mMesh)
-        mMesh->connectModified(this, &KyMeshNode::onMeshModified);
-    markModified("Mesh");
+template <class Part>
+bool KyMeshNode::replacePart(KyHolder<Part>& holder, Part* part) {
+    if (holder == part)
+        return false;
+    if (holder)
+        holder->disconnectModified(this, &KyMeshNode::onPartModified);
+    holder.reset(part);
+    if (holder)
+        holder->connectModified(this, &KyMeshNode::onPartModified);
+    return true;
 }
 
-void KyMeshNode::onMeshModified(KyObject*, KyObjectModificationType, const std::string&, int) {
+void KyMeshNode::setMesh(KyMesh* mesh) {
+    if (replacePart(mMesh, mesh))
+        markModified("Mesh");
+}
+
+void KyMeshNode::setTexture(KyTexture* texture) {
+    if (replacePart(mTexture, texture))
+        markModified("Texture");
+}
+
+void KyMeshNode::onPartModified(KyObject*, KyObjectModificationType, const std::string&, int) {
     touch();
 }
 
@@ -56,6 +67,24 @@ void KyMeshNode::setShading(int shading) {
         return;
     mShading = shading;
     markModified("Shading");
+}
+
+void KyMeshNode::setTextureAlpha(int alpha) {
+    if (alpha < 0 || alpha >= eNbTextureAlphas || alpha == mTextureAlpha)
+        return;
+    mTextureAlpha = alpha;
+    markModified("TextureAlpha");
+}
+
+void KyMeshNode::setTextureFlipped(bool isFlipped) {
+    if (isFlipped == mIsTextureFlipped)
+        return;
+    mIsTextureFlipped = isFlipped;
+    markModified("TextureFlipped");
+}
+
+bool KyMeshNode::isTranslucent() const {
+    return mColor.alpha < 1.0f || (mTexture && mTextureAlpha != eIgnored);
 }
 
 void KyMeshNode::setShape(KyMeshData data, Shading shading) {
@@ -113,6 +142,6 @@ KyVolumed KyMeshNode::getOwnVolume() const {
     return mMesh ? mMesh->getBoundingVolume() : KyVolumed();
 }
 
-bool KyMeshNode::intersectOwn(const KyRay<double>& ray, double& distance, KyVec3d& normal) const {
-    return mMesh && mMesh->intersect(ray, distance, normal);
+bool KyMeshNode::intersectOwn(const KyRay<double>& ray, KySurfaceHit& hit) const {
+    return mMesh && mMesh->intersect(ray, hit);
 }

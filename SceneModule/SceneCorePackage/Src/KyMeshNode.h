@@ -7,6 +7,7 @@
 #include "KyHolder.h"
 #include "KyMesh.h"
 #include "KyNode.h"
+#include "KyTexture.h"
 
 #include "KyColor.h"
 
@@ -14,7 +15,8 @@
 
 class KyURL;
 
-/// A node that shows a mesh in a colour. Scripts make shapes by its methods:
+/// A node that shows a mesh in a colour, with a picture on it where it has a texture. Scripts make shapes by its
+/// methods:
 ///
 /// ```
 /// local box = createKyObject("KyMeshNode")
@@ -25,6 +27,9 @@ class KYSCENE_EXPORT KyMeshNode : public KyNode, public KyHasSlots {
 public:
     /// Lit smoothly, its plain colour, or as a grid of lines (for the mesh of makeGrid).
     enum Shading { eSmooth = 0, eUnlit = 1, eGrid = 2, eNbShadings };
+    /// What the texture's alpha does: nothing, or it lets shine through what is behind, with colours as they are or
+    /// multiplied with it already, as Qt paints them.
+    enum TextureAlpha { eIgnored = 0, eStraight = 1, ePremultiplied = 2, eNbTextureAlphas };
 
     static const KyType* getType();
     static KyMeshNode* cast(KyObject* object);
@@ -42,6 +47,14 @@ public:
     double getMetalness() const { return mMetalness; }
     /// A number of Shading.
     int getShading() const { return mShading; }
+    /// Null without picture.
+    KyTexture* getTexture() const { return mTexture.get(); }
+    /// A number of TextureAlpha.
+    int getTextureAlpha() const { return mTextureAlpha; }
+    /// Row 0 of the texture is shown at the top instead of at the bottom.
+    bool isTextureFlipped() const { return mIsTextureFlipped; }
+    /// Whether something behind may shine through.
+    bool isTranslucent() const;
 
     /// Holds a reference of the mesh; null shows nothing.
     void setMesh(KyMesh* mesh);
@@ -52,6 +65,12 @@ public:
     void setMetalness(double metalness);
     /// Others than those of Shading are ignored.
     void setShading(int shading);
+    /// Its colours are multiplied with the node's; grids show none. Holds a reference; the node counts as changed with
+    /// every new version of the texture. Null for none.
+    void setTexture(KyTexture* texture);
+    /// Others than those of TextureAlpha are ignored.
+    void setTextureAlpha(int alpha);
+    void setTextureFlipped(bool isFlipped);
 
     /// Each gives the node a mesh of its own, see KyMeshBuilder.
     void makeBox(double width, double height, double depth);
@@ -68,17 +87,22 @@ public:
     KyVolumed getOwnVolume() const override;
 
 protected:
-    bool intersectOwn(const KyRay<double>& ray, double& distance, KyVec3d& normal) const override;
+    bool intersectOwn(const KyRay<double>& ray, KySurfaceHit& hit) const override;
 
 private:
     void setShape(KyMeshData data, Shading shading = eSmooth);
-    void onMeshModified(KyObject* mesh, KyObjectModificationType kind, const std::string& attribute, int index);
+    void onPartModified(KyObject* part, KyObjectModificationType kind, const std::string& attribute, int index);
+    template <class Part>
+    bool replacePart(KyHolder<Part>& holder, Part* part);
 
     KyHolder<KyMesh> mMesh;
+    KyHolder<KyTexture> mTexture;
     KyColor mColor{0.75f, 0.77f, 0.80f, 1.0f};
     double mRoughness = 0.45;
     double mMetalness = 0.0;
     int mShading = eSmooth;
+    int mTextureAlpha = eIgnored;
+    bool mIsTextureFlipped = false;
 
     static const KyType* msType;
 };

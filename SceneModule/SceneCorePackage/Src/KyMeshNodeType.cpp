@@ -26,6 +26,8 @@ void KyMeshNode::initializeType() {
         return;
     static constexpr std::array<const char*, eNbShadings> cShadings{"Smooth", "Unlit", "Grid"};
     KyFieldManager::get().registerEnumFieldType("KyShadingField", eNbShadings, cShadings.data());
+    static constexpr std::array<const char*, eNbTextureAlphas> cTextureAlphas{"Ignored", "Straight", "Premultiplied"};
+    KyFieldManager::get().registerEnumFieldType("KyTextureAlphaField", eNbTextureAlphas, cTextureAlphas.data());
     msType =
         KyTypeBuilder<KyMeshNode>("KyMeshNode", KyNode::getType())
             .factory()
@@ -35,6 +37,11 @@ void KyMeshNode::initializeType() {
             .attribute("Metalness", &KyMeshNode::getMetalness, &KyMeshNode::setMetalness)
             .enumAttribute("Shading", "KyShadingField", &KyMeshNode::getShading, &KyMeshNode::setShading)
             .enumeration({{"eSmooth", eSmooth}, {"eUnlit", eUnlit}, {"eGrid", eGrid}})
+            .attribute("Texture", &KyMeshNode::getTexture, &KyMeshNode::setTexture)
+            .enumAttribute("TextureAlpha", "KyTextureAlphaField", &KyMeshNode::getTextureAlpha,
+                           &KyMeshNode::setTextureAlpha)
+            .enumeration({{"eIgnored", eIgnored}, {"eStraight", eStraight}, {"ePremultiplied", ePremultiplied}})
+            .attribute("TextureFlipped", &KyMeshNode::isTextureFlipped, &KyMeshNode::setTextureFlipped)
             .method("makeBox", &KyMeshNode::makeBox)
             .method("makeBox", [](KyMeshNode& n, double size) { n.makeBox(size, size, size); })
             .method("makeSphere", &KyMeshNode::makeSphere)

@@ -301,7 +301,7 @@ KyVolumed KyNode::getBoundingVolume() const {
     return volume;
 }
 
-bool KyNode::intersectOwn(const KyRayd&, double&, KyVec3d&) const {
+bool KyNode::intersectOwn(const KyRayd&, KySurfaceHit&) const {
     return false;
 }
 
@@ -318,14 +318,14 @@ void KyNode::intersectHere(const KyRayd& ray, KyNodeHit& hit) {
     if (!volume.isNull() && toLocal.invert()) {
         // Distances count lengths of the direction, which the transformation keeps.
         const KyRayd local(toLocal.transformPoint(ray.origin), toLocal.transformVector(ray.direction));
-        KyVec3d normal;
-        double distance = hit.distance;
-        if (mayHit(local, volume, distance) && intersectOwn(local, distance, normal) && distance < hit.distance) {
+        KySurfaceHit found;
+        found.distance = hit.distance;
+        if (mayHit(local, volume, found.distance) && intersectOwn(local, found) && found.distance < hit.distance) {
             toLocal.transpose();
+            static_cast<KySurfaceHit&>(hit) = found;
             hit.node = this;
-            hit.distance = distance;
-            hit.point = ray.getPoint(distance);
-            hit.normal = toLocal.transformVector(normal);
+            hit.point = ray.getPoint(hit.distance);
+            hit.normal = toLocal.transformVector(found.normal);
             hit.normal.normalize();
         }
     }

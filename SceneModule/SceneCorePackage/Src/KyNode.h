@@ -17,6 +17,7 @@
 #include <vector>
 
 struct KyNodeHit;
+struct KySurfaceHit;
 template <class T>
 class KyRay;
 
@@ -117,7 +118,7 @@ protected:
     void markModified(std::string_view attribute);
     void touch();
     /// As intersect, for the own geometry, in the node's coordinates.
-    virtual bool intersectOwn(const KyRay<double>& ray, double& distance, KyVec3d& normal) const;
+    virtual bool intersectOwn(const KyRay<double>& ray, KySurfaceHit& hit) const;
 
 private:
     void composeLocalFrame();

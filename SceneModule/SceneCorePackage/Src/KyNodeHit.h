@@ -2,17 +2,28 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "KyVec2.h"
 #include "KyVec3.h"
 
 #include <limits>
 
 class KyNode;
 
+/// Where a ray first meets a surface, in the coordinates of the surface. `distance` counts lengths of the ray's
+/// direction; what is farther than its value before the test is not looked at.
+struct KySurfaceHit {
+    double distance = std::numeric_limits<double>::max();
+    KyVec3d normal;
+    /// Of the point itself, however the surface is seen; false for surfaces that have none.
+    bool hasTexCoord = false;
+    KyVec2d texCoord;
+    /// Number of the triangle among those of the mesh.
+    unsigned triangle = 0;
+};
+
 /// Where a ray first meets a scene, in world coordinates. `distance` counts lengths of the ray's direction; what is
 /// farther than its value before the test is not looked at.
-struct KyNodeHit {
+struct KyNodeHit : KySurfaceHit {
     KyNode* node = nullptr;
     KyVec3d point;
-    KyVec3d normal;
-    double distance = std::numeric_limits<double>::max();
 };

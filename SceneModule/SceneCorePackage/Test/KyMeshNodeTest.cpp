@@ -60,4 +60,19 @@ TEST(KyMeshNodeTest, AChangedMeshChangesTheNodesThatShowIt) {
     EXPECT_EQ(second.getRevision(), other);
 }
 
+TEST(KyMeshNodeTest, ANewVersionOfTheTextureChangesTheNodesThatShowIt) {
+    const KyHolder<KyTexture> texture(KyTexture::create());
+    KyMeshNode node;
+    node.setTexture(texture.get());
+    const auto revision = node.getRevision();
+    texture->touch();
+    const auto touched = node.getRevision();
+    EXPECT_NE(touched, revision);
+    node.setTexture(nullptr);
+    const auto plain = node.getRevision();
+    texture->touch();
+    EXPECT_EQ(node.getRevision(), plain);
+    EXPECT_EQ(texture->getNbReferences(), 1u);
+}
+
 } // namespace

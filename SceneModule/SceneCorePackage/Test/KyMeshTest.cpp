@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "KyMesh.h"
 #include "KyMeshBuilder.h"
+#include "KyNodeHit.h"
 
 #include "KyRay.h"
 
@@ -74,16 +75,20 @@ TEST(KyMeshTest, InconsistentDataIsRefusedAndNothingChanges) {
 
 TEST(KyMeshTest, ARayIsMetFromBothSidesWithinItsDistance) {
     const KyMesh mesh(KyMeshBuilder::makePlane(2, 2));
-    KyVec3d normal;
-    double distance = 10.0;
-    EXPECT_TRUE(mesh.intersect(KyRayd(KyVec3d(0.2, 3, 0.1), KyVec3d(0, -1, 0)), distance, normal));
-    EXPECT_NEAR(distance, 3.0, 1e-12);
-    EXPECT_EQ(normal, KyVec3d(0, 1, 0));
-    distance = 10.0;
-    EXPECT_TRUE(mesh.intersect(KyRayd(KyVec3d(0.2, -3, 0.1), KyVec3d(0, 1, 0)), distance, normal));
-    EXPECT_EQ(normal, KyVec3d(0, -1, 0));
-    distance = 2.0;
-    EXPECT_FALSE(mesh.intersect(KyRayd(KyVec3d(0.2, 3, 0.1), KyVec3d(0, -1, 0)), distance, normal));
+    const auto intersect = [&mesh](double height, double distance) {
+        KySurfaceHit hit;
+        hit.distance = distance;
+        const bool isHit = mesh.intersect(KyRayd(KyVec3d(0.2, height, 0.1), KyVec3d(0, -height, 0)), hit);
+        EXPECT_EQ(isHit, hit.hasTexCoord);
+        return hit;
+    };
+    for (const double side : {1.0, -1.0}) {
+        const KySurfaceHit hit = intersect(3 * side, 10.0);
+        EXPECT_NEAR(hit.distance, 1.0, 1e-12);
+        EXPECT_EQ(hit.normal, KyVec3d(0, side, 0));
+        EXPECT_LT((hit.texCoord - KyVec2d(0.6, 0.45)).length(), 1e-6) << hit.texCoord;
+    }
+    EXPECT_FALSE(intersect(3, 0.9).hasTexCoord);
 }
 
 } // namespace

@@ -203,6 +203,7 @@ TEST_F(KyNodeTest, ARayFindsTheNearestVisibleSurface) {
     EXPECT_EQ(hit.node, near);
     EXPECT_NEAR(hit.distance, 7.0, 1e-9);
     expectNear(hit.normal, KyVec3d(0, 0, 1));
+    EXPECT_TRUE(hit.hasTexCoord);
     near->setVisible(false);
     hit = KyNodeHit();
     ASSERT_TRUE(mRoot->intersect(ray, hit));

@@ -26,6 +26,7 @@ void KyCanvas::initializeType() {
                  .container("Views", &KyCanvas::getNbViews, &KyCanvas::getView, nullptr, &KyCanvas::insertViewAt,
                             &KyCanvas::removeViewAt)
                  .signal<&KyCanvas::viewRemovedSignal>("viewRemoved")
+                 .signal<&KyCanvas::pointerLeftSignal>("pointerLeft")
                  .method("insertView", &KyCanvas::insertView)
                  .method("removeView", &KyCanvas::removeView)
                  .method("needsRedraw", &KyCanvas::needsRedraw)

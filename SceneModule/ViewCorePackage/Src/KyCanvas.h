@@ -72,6 +72,8 @@ public:
 
     /// Sent with each view that leaves, the deepest child first, while it still exists. Slots may drop the canvas.
     ViewRemovedSignal& viewRemovedSignal() { return mViewRemovedSignal; }
+    /// Sent when the pointer left the window that shows the canvas: nothing is under it any more.
+    KySignal<>& pointerLeftSignal() { return mPointerLeftSignal; }
 
 private:
     bool insertViewAt(unsigned index, KyGraphicsViewMultiPass* view) {
@@ -86,6 +88,7 @@ private:
     std::vector<KyHolder<KyGraphicsViewMultiPass>> mViews;
     KyHolder<KyEventHandler> mEventHandler;
     ViewRemovedSignal mViewRemovedSignal{"viewRemoved"};
+    KySignal<> mPointerLeftSignal{"pointerLeft"};
 
     static const KyType* msType;
 };

@@ -17,6 +17,16 @@
 
 const KyType* KyScenePass::msType = nullptr;
 
+namespace {
+
+// In doubles: the difference of two ints may be none.
+bool isInside(const KyRect<int>& area, int x, int y) {
+    const double column = static_cast<double>(x) - area.origin.x, row = static_cast<double>(y) - area.origin.y;
+    return column >= 0.0 && row >= 0.0 && column < area.getWidth() && row < area.getHeight();
+}
+
+} // namespace
+
 void KyScenePass::initializeType() {
     if (msType)
         return;
@@ -99,17 +109,19 @@ void KyScenePass::setBackgroundVisible(bool isVisible) {
     markModified("BackgroundVisible");
 }
 
-bool KyScenePass::findHit(const KyGraphicsViewMultiPass& view, int x, int y, KyNodeHit& hit) const {
+bool KyScenePass::getRay(const KyGraphicsViewMultiPass& view, int x, int y, KyRayd& ray) const {
     const KyRect<int> area = getAreaPixels(&view);
     const double width = area.getWidth(), height = area.getHeight();
-    // In doubles: the difference of two ints may be none.
     const double column = static_cast<double>(x) - area.origin.x, row = static_cast<double>(y) - area.origin.y;
-    const bool isInside = column >= 0.0 && row >= 0.0 && column < width && row < height;
-    if (!mScene || !mCamera || !isInside)
+    if (!mCamera || !(width > 0.0 && height > 0.0))
         return false;
-    const KyRayd ray =
-        mCamera->getRay((column + 0.5) / width * 2.0 - 1.0, 1.0 - (row + 0.5) / height * 2.0, width / height);
-    return mScene->intersect(ray, hit);
+    ray = mCamera->getRay((column + 0.5) / width * 2.0 - 1.0, 1.0 - (row + 0.5) / height * 2.0, width / height);
+    return true;
+}
+
+bool KyScenePass::findHit(const KyGraphicsViewMultiPass& view, int x, int y, KyNodeHit& hit) const {
+    KyRayd ray;
+    return mScene && isInside(getAreaPixels(&view), x, y) && getRay(view, x, y, ray) && mScene->intersect(ray, hit);
 }
 
 bool KyScenePass::pickPoint(const KyGraphicsViewMultiPass& view, int x, int y, KyVec3d& world) const {

@@ -12,6 +12,9 @@
 #include <vector>
 
 class KySceneRenderer;
+struct KyNodeHit;
+template <class T>
+class KyRay;
 
 /// Draws a scene as a camera sees it: background, then what is solid, lines of the ground, what shines through. Without
 /// a light in the scene a key light over the camera's shoulder is added. Edges are smoothed with several samples a
@@ -45,6 +48,11 @@ public:
     bool isBackgroundVisible() const { return mIsBackgroundVisible; }
     std::uint64_t getRevision() const override;
     bool pickPoint(const KyGraphicsViewMultiPass& view, int x, int y, KyVec3<double>& world) const override;
+    /// The ray through a pixel's middle, from the eye into the scene, in world units; for pixels beside the pass's area
+    /// too. False without camera or area.
+    bool getRay(const KyGraphicsViewMultiPass& view, int x, int y, KyRay<double>& ray) const;
+    /// The nearest visible surface under a pixel, nearer than `hit.distance`; false when there is none.
+    bool findHit(const KyGraphicsViewMultiPass& view, int x, int y, KyNodeHit& hit) const;
     /// Appends a valid record of the nearest surface under the pixel, which the caller owns; false when there is none
     /// within the creator's limit (world units from the eye).
     bool pick(const KyGraphicsViewMultiPass& view, int x, int y, std::vector<KyIntersected*>& results,
@@ -59,7 +67,6 @@ public:
     void doRender(KyRendererContext& context, KyGraphicsViewMultiPass& view) override;
 
 private:
-    bool findHit(const KyGraphicsViewMultiPass& view, int x, int y, KyNodeHit& hit) const;
     void renderSmoothed(KyRendererContext& context, const KyRect<int>& area);
 
     KyHolder<KyScene> mScene;

@@ -92,7 +92,7 @@ void KySceneRenderer::collect(const KyNode& node, const KyMat4d& view) {
         const KyMat4d modelView = view * mesh->getWorldFrame();
         if (isInView(modelView, *mesh)) {
             Items& items = mesh->getShading() == KyMeshNode::eGrid ? mGrids
-                           : mesh->getColor().alpha < 1.0f         ? mTransparents
+                           : mesh->isTranslucent()                 ? mTransparents
                                                                    : mSolids;
             items.push_back({mesh, modelView, -modelView.transformPoint(mesh->getOwnVolume().getCenter()).z});
         }
@@ -143,8 +143,20 @@ void KySceneRenderer::drawItems(const Items& items, KyShader& shader, const KySc
         shader.setUniform("kyRoughness", static_cast<float>(item.node->getRoughness()));
         shader.setUniform("kyMetalness", static_cast<float>(item.node->getMetalness()));
         shader.setUniform("kyIsLit", item.node->getShading() == KyMeshNode::eSmooth ? 1 : 0);
+        setTexture(*item.node, shader);
         drawing.draw(*item.node->getMesh());
     }
+}
+
+void KySceneRenderer::setTexture(const KyMeshNode& node, KyShader& shader) {
+    KyTexture* const texture = node.getTexture();
+    const bool hasTexture = texture && texture->bind(0);
+    shader.setUniform("kyHasTexture", hasTexture ? 1 : 0);
+    if (!hasTexture)
+        return;
+    shader.setUniform("kyTexture", 0);
+    shader.setUniform("kyTextureAlpha", node.getTextureAlpha());
+    shader.setUniform("kyIsTextureFlipped", node.isTextureFlipped() ? 1 : 0);
 }
 
 void KySceneRenderer::drawGrids(KyMeshDrawing& drawing) {

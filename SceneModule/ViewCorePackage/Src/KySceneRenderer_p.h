@@ -38,6 +38,7 @@ private:
     void drawBackground(const KyScene& scene);
     void drawItems(const Items& items, KyShader& shader, const KyScene& scene, const KyCamera& camera,
                    KyMeshDrawing& drawing);
+    void setTexture(const KyMeshNode& node, KyShader& shader);
     void drawGrids(KyMeshDrawing& drawing);
     void setShades(const Item& grid, double cellsPerUnit);
 

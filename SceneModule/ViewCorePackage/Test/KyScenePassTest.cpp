@@ -6,6 +6,7 @@
 
 #include <epoxy/gl.h>
 
+#include <numbers>
 #include <utility>
 #include <vector>
 
@@ -185,6 +186,77 @@ TEST_F(KyScenePassTest, ItDrawsInACompatibilityContextAndInTheNextContextTheSame
         EXPECT_LT(draw()->getDifference(*first), 0.002);
         EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
     }
+}
+
+/// Two columns: red as strong as its alpha of a half, and green.
+KyHolder<KyTexture> makePicture(bool isPremultiplied) {
+    KyImage image(2, 2, 32);
+    for (int y = 0; y < 2; ++y) {
+        image.setPixel(0, y, KyColor(isPremultiplied ? 0.5f : 1.0f, 0, 0, 0.5f));
+        image.setPixel(1, y, KyColor(0, 1, 0, 1));
+    }
+    KyHolder<KyTexture> texture(KyTexture::create());
+    texture->setImage(&image);
+    texture->setMagFilter(KyTexture::eNearest);
+    return texture;
+}
+
+TEST_F(KyScenePassTest, ATextureIsMultipliedAndItsAlphaCountsAsTold) {
+    KyMeshNode* box = addBox(KyColor(1, 0.5f, 1));
+    addBox(KyColor(0, 0, 1))->setPosition(KyVec3d(0, 0, -4));
+    const KyColor cOverBlue(0.5f, 0, 0.5f), cGreen(0, 0.5f, 0);
+    struct Case {
+        int alpha;
+        bool isPremultiplied;
+        KyColor left;
+    };
+    const Case cCases[] = {{KyMeshNode::eIgnored, false, KyColor(1, 0, 0)},
+                           {KyMeshNode::eStraight, false, cOverBlue},
+                           {KyMeshNode::ePremultiplied, true, cOverBlue}};
+    for (const Case& c : cCases) {
+        box->setTexture(makePicture(c.isPremultiplied).get());
+        box->setTextureAlpha(c.alpha);
+        // Only the front: the box's other sides would be blended as well.
+        box->makePlane(2, 2);
+        box->setOrientation(KyQuatd::fromAxisAngle(KyVec3d(1, 0, 0), std::numbers::pi / 2.0));
+        const auto image = draw();
+        kyExpectColor(image->getPixel(72, 60), c.left);
+        kyExpectColor(image->getPixel(88, 60), cGreen);
+    }
+    box->setTexture(nullptr);
+    kyExpectColor(draw()->getPixel(72, 60), KyColor(1, 0.5f, 1));
+}
+
+TEST_F(KyScenePassTest, ATextureStandsUprightAndIsDrawnAnewWithItsVersion) {
+    KyImage image(1, 2, 32);
+    image.setPixel(0, 0, KyColor(1, 0, 0));
+    image.setPixel(0, 1, KyColor(0, 1, 0));
+    const KyHolder<KyTexture> texture(KyTexture::create());
+    texture->setMagFilter(KyTexture::eNearest);
+    texture->setImage(&image);
+    KyMeshNode* box = addBox(KyColor(1, 1, 1));
+    box->setTexture(texture.get());
+    kyExpectColor(draw()->getPixel(80, 52), KyColor(1, 0, 0));
+    box->setTextureFlipped(true);
+    kyExpectColor(draw()->getPixel(80, 52), KyColor(0, 1, 0));
+    EXPECT_FALSE(mCanvas->needsRedraw());
+    image.setPixel(0, 1, KyColor(0, 0, 1));
+    texture->setImage(&image);
+    EXPECT_TRUE(mCanvas->needsRedraw());
+    kyExpectColor(draw()->getPixel(80, 52), KyColor(0, 0, 1));
+}
+
+TEST_F(KyScenePassTest, APictureThatIsMuchLargerThanItsNodeShowsItsMean) {
+    KyImage image(256, 256, 32);
+    for (int y = 0; y < 256; ++y)
+        for (int x = 0; x < 256; ++x)
+            image.setPixel(x, y, x / 2 % 2 ? KyColor(1, 1, 1) : KyColor(0, 0, 0));
+    const KyHolder<KyTexture> texture(KyTexture::create());
+    texture->setImage(&image);
+    addBox(KyColor(1, 1, 1))->setTexture(texture.get());
+    const auto drawn = draw();
+    for (int x = 70; x < 90; ++x)
+        EXPECT_NEAR(drawn->getPixel(x, 60).red, 0.5f, 0.17f) << x;
 }
 
 } // namespace
