@@ -185,6 +185,13 @@ void KyQEventCanvasProvider::touchCanceled(bool asMouse) {
     endGrab(asMouse ? cHeldByConvertedTouch : cHeldByTouch);
 }
 
+void KyQEventCanvasProvider::pointerLeft() {
+    KyCanvas* canvas = getCanvas();
+    const KyHolder<KyCanvas> kept(canvas && canvas->getNbReferences() > 0 ? canvas : nullptr);
+    if (canvas)
+        canvas->pointerLeftSignal().send();
+}
+
 void KyQEventCanvasProvider::onGraphicsViewMultiPassRemoved(KyGraphicsViewMultiPass* view) {
     if (mGrabbingView.get() == view)
         endGrab(cHeldByAny);

@@ -57,6 +57,8 @@ public:
 
 protected:
     void touchCanceled(bool asMouse) override;
+    /// Tells by the canvas's signal.
+    void pointerLeft() override;
 
 private:
     void place(KyInputEvent& event, const KyCanvas& canvas);

@@ -13,6 +13,7 @@
 #include <QInputMethodQueryEvent>
 #include <QKeyEvent>
 #include <QPointer>
+#include <QStyleHints>
 #include <QTouchEvent>
 #include <QWheelEvent>
 
@@ -70,8 +71,31 @@ struct KyQEventProvider::Dispatch {
         (provider.*Method)(static_cast<Event*>(event), watched);
         return false;
     }
+    static bool callPress(KyQEventProvider& provider, QObject* watched, QEvent* event) {
+        auto* const mouse = static_cast<QMouseEvent*>(event);
+        if (mouse->button() == Qt::RightButton && watched->isWindowType())
+            provider.mMenuPress = mouse->globalPos();
+        provider.mousePressed(mouse);
+        return false;
+    }
+    static bool callRelease(KyQEventProvider& provider, QObject* watched, QEvent* event) {
+        auto* const mouse = static_cast<QMouseEvent*>(event);
+        const QPointer<KyQEventProvider> guard(&provider);
+        const QPointer<QObject> window(watched);
+        provider.mouseReleased(mouse);
+        if (guard && window && mouse->button() == Qt::RightButton)
+            provider.sendMenuOfWindow(*mouse);
+        return false;
+    }
     static bool callTouch(KyQEventProvider& provider, QObject*, QEvent* event) {
         return provider.filterTouch(*static_cast<QTouchEvent*>(event));
+    }
+    static bool callInputMethod(KyQEventProvider& provider, QObject*, QEvent* event) {
+        return provider.sendInputMethod(*event);
+    }
+    static bool callLeave(KyQEventProvider& provider, QObject*, QEvent*) {
+        provider.pointerLeft();
+        return false;
     }
     static bool callTouchCancel(KyQEventProvider& provider, QObject*, QEvent*) {
         provider.cancelTouch();
@@ -79,8 +103,8 @@ struct KyQEventProvider::Dispatch {
     }
 
     static constexpr std::pair<QEvent::Type, Handler> cRows[] = {
-        {QEvent::MouseButtonPress, &call<QMouseEvent, &KyQEventProvider::mousePressed>},
-        {QEvent::MouseButtonRelease, &call<QMouseEvent, &KyQEventProvider::mouseReleased>},
+        {QEvent::MouseButtonPress, &callPress},
+        {QEvent::MouseButtonRelease, &callRelease},
         {QEvent::MouseButtonDblClick, &call<QMouseEvent, &KyQEventProvider::mouseDoubleClicked>},
         {QEvent::MouseMove, &call<QMouseEvent, &KyQEventProvider::mouseMove>},
         {QEvent::Wheel, &call<QWheelEvent, &KyQEventProvider::wheel>},
@@ -98,7 +122,10 @@ struct KyQEventProvider::Dispatch {
         {QEvent::TouchCancel, &callTouchCancel},
         {QEvent::ContextMenu, &call<QContextMenuEvent, &KyQEventProvider::contextMenu>},
         {QEvent::ToolTip, &call<QHelpEvent, &KyQEventProvider::toolTip>},
-        {QEvent::InputMethodQuery, &call<QInputMethodQueryEvent, &KyQEventProvider::inputMethodQuery>},
+        {QEvent::InputMethodQuery, &callInputMethod},
+        {QEvent::InputMethod, &callInputMethod},
+        {QEvent::Leave, &callLeave},
+        {QEvent::GraphicsSceneHoverLeave, &callLeave},
     };
 
     static Handler find(QEvent::Type type) {
@@ -243,6 +270,15 @@ void KyQEventProvider::contextMenu(QContextMenuEvent* event) {
     setInputEvent(input);
 }
 
+void KyQEventProvider::sendMenuOfWindow(const QMouseEvent& release) {
+    const auto press = std::exchange(mMenuPress, std::nullopt);
+    const int tolerance = QGuiApplication::styleHints()->startDragDistance();
+    if (!press || (release.globalPos() - *press).manhattanLength() >= tolerance)
+        return;
+    QContextMenuEvent event(QContextMenuEvent::Mouse, release.pos(), release.globalPos(), release.modifiers());
+    contextMenu(&event);
+}
+
 void KyQEventProvider::toolTip(QHelpEvent* event) {
     KyInputEvent input = makeInput(*event, KyInputEvent::eToolTip);
     KyQtEventConversion::setPosition(event->pos(), input, Dispatch::getPixels(*this));
@@ -251,8 +287,18 @@ void KyQEventProvider::toolTip(QHelpEvent* event) {
 }
 
 void KyQEventProvider::inputMethodQuery(QInputMethodQueryEvent* event) {
-    KyInputEvent input = makeInput(*event, KyInputEvent::eInputMethodQuery);
+    sendInputMethod(*event);
+}
+
+void KyQEventProvider::inputMethod(QInputMethodEvent* event) {
+    sendInputMethod(*event);
+}
+
+bool KyQEventProvider::sendInputMethod(QEvent& event) {
+    KyInputEvent input = makeInput(event, KyInputEvent::eInputMethodQuery);
     setInputEvent(input);
+    // What is watched would answer as well, over what was answered.
+    return input.getInternalEventReturn();
 }
 
 void KyQEventProvider::touch(QTouchEvent* event) {
@@ -316,6 +362,8 @@ void KyQEventProvider::cancelTouch() {
 }
 
 void KyQEventProvider::touchCanceled(bool) {}
+
+void KyQEventProvider::pointerLeft() {}
 
 void KyQEventProvider::convertMouseEvent(QMouseEvent* event, KyInputEvent& input) const {
     KyQtEventConversion::convertMouse(*event, input, Dispatch::getPixels(*this));

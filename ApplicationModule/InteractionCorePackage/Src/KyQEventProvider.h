@@ -9,6 +9,7 @@
 #include "KyInputEvent.h"
 
 #include <QObject>
+#include <QPoint>
 #include <QPointer>
 
 #include <cstdint>
@@ -19,6 +20,7 @@ class QContextMenuEvent;
 class QGraphicsSceneMouseEvent;
 class QGraphicsSceneWheelEvent;
 class QHelpEvent;
+class QInputMethodEvent;
 class QInputMethodQueryEvent;
 class QKeyEvent;
 class QMouseEvent;
@@ -28,8 +30,9 @@ class QWheelEvent;
 /// A Qt event filter that turns events of a widget, a window or a graphics scene into input events and passes them on,
 /// here to the event handler. It lives as long as what it watches and belongs to whoever made it; GUI thread.
 ///
-/// Only touch events are consumed, and only while they are accepted. Everything else goes on to the watched object,
-/// unless the event made somebody delete that: then it is accepted, so that Qt does not ask that one's parent.
+/// Touch events are consumed while they are accepted, and what a handler used of an input method. Everything else goes
+/// on to the watched object, unless the event made somebody delete that: then it is accepted, so that Qt does not ask
+/// that one's parent.
 ///
 /// ```
 /// auto* provider = new KyQEventProvider(1, widget);
@@ -41,6 +44,9 @@ class QWheelEvent;
 /// Positions are pixels of the canvas: Qt's position, rounded, times the scale. With a pixel ratio other than 1 Qt's
 /// fraction of a pixel is kept until ratio and scale have been applied. What no int can hold becomes the nearest that
 /// does, and what is not a number becomes 0. Events of a scene are placed in the viewport that they came by.
+///
+/// A window gets no context menu events from Qt for the mouse, as widgets do: there a click with the right button,
+/// without a drag, sends one after its release.
 ///
 /// A canceled touch sends nothing. QGraphicsView does not tell its scene of one: there the sequence ends with the next
 /// one's begin.
@@ -84,6 +90,8 @@ public:
     /// sequence; other types are ignored.
     void touch(QTouchEvent* event);
     void inputMethodQuery(QInputMethodQueryEvent* event);
+    /// What an input method writes comes as the type of its queries; the native event tells them apart.
+    void inputMethod(QInputMethodEvent* event);
     /// The scene is the one that got the event; it is asked whether the event's widget is still there.
     void mousePressed(QGraphicsSceneMouseEvent* event, QObject* scene = nullptr);
     void mouseReleased(QGraphicsSceneMouseEvent* event, QObject* scene = nullptr);
@@ -104,6 +112,8 @@ public:
 protected:
     /// A touch sequence ended without an end: nothing of it was sent. `asMouse`: it had been sent as a mouse button.
     virtual void touchCanceled(bool asMouse);
+    /// The pointer left what is watched; nothing is sent.
+    virtual void pointerLeft();
 
 private:
     struct Dispatch;
@@ -121,7 +131,9 @@ private:
     void sendMouse(QMouseEvent& event, KyInputEvent::Type type);
     void sendMouse(QGraphicsSceneMouseEvent& event, KyInputEvent::Type type, QObject* scene);
     void sendKey(QKeyEvent& event, KyInputEvent::Type type);
+    bool sendInputMethod(QEvent& event);
     void contextMenu(QContextMenuEvent* event);
+    void sendMenuOfWindow(const QMouseEvent& release);
     void toolTip(QHelpEvent* event);
     bool filterTouch(QTouchEvent& event);
     void cancelTouch();
@@ -136,6 +148,8 @@ private:
     double mPixelRatio = 1;
     /// What was watched last: asking Qt for a guard with each event would cost more than to convert it.
     QPointer<QObject> mWatched;
+    /// Where the right button went down in a window, on the desktop.
+    std::optional<QPoint> mMenuPress;
     /// The finger that plays the mouse, and where it was last.
     std::optional<KyTouchPoint> mMouseFinger;
 };
