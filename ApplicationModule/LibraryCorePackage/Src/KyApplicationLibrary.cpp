@@ -24,16 +24,21 @@
 #include "KyManipulator.h"
 #include "KyManipulatorEventHandler.h"
 #include "KyObjectConverterEntry_p.h"
+#include "KyPassSurface.h"
 #include "KyQGLGraphicsView.h"
 #include "KyQGLWindow.h"
 #include "KyQGraphicsItemIntersected.h"
 #include "KyQGraphicsSceneViewItem.h"
 #include "KyQOpenGLWindow.h"
 #include "KyQWindow.h"
+#include "KyQmlPass.h"
+#include "KyQtPass.h"
+#include "KyQtPassEventHandler.h"
 #include "KyQtStreamBuffers_p.h"
 #include "KyScriptEngine.h"
 #include "KyShapeManipulator.h"
 #include "KyStyleParameters.h"
+#include "KySurfacePassEventHandler.h"
 #include "KyTrackballManipulator.h"
 #include "KyWindow.h"
 
@@ -113,6 +118,11 @@ constexpr Step cInitialization[] = {
     &Ky2DImage::initializeClass,
     &Ky2DProxy::initializeClass,
     &Ky2DView::initializeType,
+    &KyQtPass::initializeType,
+    &KyQtPassEventHandler::initializeClass,
+    &KyQmlPass::initializeType,
+    &KyPassSurface::initializeType,
+    &KySurfacePassEventHandler::initializeType,
     &Ky2DSvgImporter::initializeType,
     &registerEnumeratedFields,
 };
@@ -131,7 +141,12 @@ constexpr Step cFinalization[] = {
     &Ky2DIntersected::finalizeType,
     &Ky2DScene::finalizeType,
     &Ky2DImage::finalizeType,
+    &KyQtPassEventHandler::finalizeType,
+    &KyQtPass::finalizeType,
     &Ky2DView::finalizeType,
+    &KyQmlPass::finalizeClass,
+    &KySurfacePassEventHandler::finalizeType,
+    &KyPassSurface::finalizeType,
     &Ky2DSvgImporter::finalizeType,
     &KyDoxygenXmlDocReader::finalizeType,
     &KyDoxygenXmlDocMgr::finalizeClass,

@@ -165,6 +165,8 @@ protected:
     /// What a derived class's event() calls with Qt's result; returns what it is to return. Stops events that the
     /// canvas used from going to Qt's parents, and sends "closed".
     bool finishEvent(QEvent* event, bool wasHandled);
+    /// Whether something in the canvas used the event, which is being handled: keys that are typed there, for one.
+    bool isUsedByCanvas(const QEvent& event) const { return mUsedEvent == &event; }
     /// What a derived class calls first in its destructor, while all of it is there.
     void end();
     /// Whether there is GL; reported when there is none, once for each window.

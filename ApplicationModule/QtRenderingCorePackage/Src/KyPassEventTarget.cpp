@@ -1,0 +1,205 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#include "KyPassEventTarget_p.h"
+
+#include "KyQmlPass.h"
+#include "KyQmlRenderControl.h"
+#include "KyQtPass.h"
+
+#include <QCoreApplication>
+#include <QFocusEvent>
+#include <QGraphicsProxyWidget>
+#include <QGraphicsScene>
+#include <QGraphicsView>
+#include <QGuiApplication>
+#include <QPointer>
+#include <QQuickItem>
+#include <QQuickWindow>
+
+#include <algorithm>
+
+/// The friend by which Qt's own libraries send events as the system's; none of them exports it.
+bool qt_sendSpontaneousEvent(QObject* receiver, QEvent* event);
+
+bool qt_sendSpontaneousEvent(QObject* receiver, QEvent* event) {
+    return QCoreApplication::sendSpontaneousEvent(receiver, event);
+}
+
+namespace {
+
+/// Half of the smallest step that a picture of 8 bits has.
+constexpr float cTransparent = 0.5f / 255.0f;
+
+QPointF getCorner(const KyBaseGraphicsPass& pass, const KyGraphicsViewMultiPass& view) {
+    const KyRect<int> area = pass.getAreaPixels(&view);
+    return {static_cast<double>(area.origin.x), static_cast<double>(area.origin.y)};
+}
+
+bool isOpenPopup(const QGraphicsProxyWidget& proxy) {
+    return proxy.isVisible() && proxy.widget() && proxy.widget()->windowType() == Qt::Popup;
+}
+
+/// Its upper left corner, when it is larger.
+void moveInto(const QRectF& area, QGraphicsItem& item) {
+    const QRectF rect = item.sceneBoundingRect();
+    const double x = std::max(std::min(0.0, area.right() - rect.right()), area.left() - rect.left());
+    const double y = std::max(std::min(0.0, area.bottom() - rect.bottom()), area.top() - rect.top());
+    if (x != 0.0 || y != 0.0)
+        item.moveBy(x, y);
+}
+
+class QtTarget : public KyPassEventTarget {
+public:
+    explicit QtTarget(KyQtPass& pass)
+        : mPass(pass) {}
+
+    QObject* getReceiver() const override {
+        QGraphicsView* const view = getGraphicsView();
+        return view ? view->viewport() : nullptr;
+    }
+    QGraphicsView* getGraphicsView() const override {
+        QGraphicsView* const view = mPass.editQGraphicsView();
+        return view && view->scene() ? view : nullptr;
+    }
+    bool isOpaque(const KyVec2f& pixel, const KyGraphicsViewMultiPass& view) const override {
+        return mPass.getPixelColor(pixel, &view).alpha > cTransparent;
+    }
+    KyPassEventMap adapt(const KyGraphicsViewMultiPass& view) override {
+        mPass.adaptQGraphicsView(&view);
+        KyPassEventMap map;
+        map.origin = getCorner(mPass, view);
+        if (mPass.editQWidget())
+            map.scale = {static_cast<double>(mPass.getViewScale().x), static_cast<double>(mPass.getViewScale().y)};
+        if (const QGraphicsView* shown = getGraphicsView()) {
+            shown->viewport()->setAttribute(Qt::WA_AcceptTouchEvents);
+            map.desktopOrigin = shown->viewport()->mapToGlobal(QPoint());
+        }
+        return map;
+    }
+
+    void placePopups() override {
+        const QGraphicsView* const view = getGraphicsView();
+        if (!view || !mPass.editQWidget())
+            return;
+        for (QGraphicsItem* item : view->scene()->items())
+            if (auto* proxy = qgraphicsitem_cast<QGraphicsProxyWidget*>(item); proxy && isOpenPopup(*proxy))
+                moveInto(view->sceneRect(), *proxy);
+    }
+
+    void activate() override {
+        QGraphicsScene* const scene = mPass.editQGraphicsScene();
+        if (!scene || scene == mActivated)
+            return;
+        mActivated = scene;
+        QEvent event(QEvent::WindowActivate);
+        QCoreApplication::sendEvent(scene, &event);
+    }
+    bool hasFocusItem() const override {
+        const QGraphicsScene* scene = mPass.editQGraphicsScene();
+        return scene && scene->focusItem();
+    }
+    void setFocused(bool isFocused) override {
+        QGraphicsScene* const scene = mPass.editQGraphicsScene();
+        if (!scene || scene->hasFocus() == isFocused)
+            return;
+        QFocusEvent event(isFocused ? QEvent::FocusIn : QEvent::FocusOut, Qt::ActiveWindowFocusReason);
+        QCoreApplication::sendEvent(scene, &event);
+    }
+    QObject* getInputMethodReceiver() const override { return getGraphicsView(); }
+
+protected:
+    /// A view says by its answer whether an item took the pointer, and its window is never asked; of all else the last
+    /// one that is asked always answers that it did.
+    bool wasUsed(bool result, const QEvent& event) const override {
+        const bool isAnswered = event.type() == QEvent::KeyPress || event.type() == QEvent::KeyRelease ||
+                                event.type() == QEvent::TouchBegin || event.type() == QEvent::InputMethod;
+        return result && (!isAnswered || event.isAccepted());
+    }
+
+private:
+    KyQtPass& mPass;
+    QPointer<QGraphicsScene> mActivated;
+};
+
+class QmlTarget : public KyPassEventTarget {
+public:
+    explicit QmlTarget(KyQmlPass& pass)
+        : mPass(pass) {}
+
+    QObject* getReceiver() const override { return mPass.getQuickWindow(); }
+    bool isOpaque(const KyVec2f& pixel, const KyGraphicsViewMultiPass& view) const override {
+        return mPass.getPixelColor(pixel, &view).alpha > cTransparent;
+    }
+    KyPassEventMap adapt(const KyGraphicsViewMultiPass& view) override {
+        KyPassEventMap map;
+        map.origin = getCorner(mPass, view);
+        const KyRect<int> area = mPass.getAreaPixels(&view);
+        const QSize size = mPass.getFboSize();
+        if (!size.isEmpty() && area.getWidth() > 0 && area.getHeight() > 0)
+            map.scale = {double(size.width()) / area.getWidth(), double(size.height()) / area.getHeight()};
+        if (const QQuickWindow* window = mPass.getQuickWindow())
+            map.desktopOrigin = window->mapToGlobal(QPoint());
+        return map;
+    }
+
+    void activate() override {
+        if (mWantsFocus)
+            setFocused(true);
+    }
+    bool hasFocusItem() const override {
+        const QQuickWindow* window = mPass.getQuickWindow();
+        return window && window->activeFocusItem() && window->activeFocusItem() != window->contentItem();
+    }
+    void setFocused(bool isFocused) override {
+        mWantsFocus = isFocused;
+        QQuickWindow* const window = mPass.getQuickWindow();
+        KyQmlRenderControl* const control = mPass.getRenderControl();
+        if (!window || !control || window->contentItem()->hasActiveFocus() == isFocused)
+            return;
+        // Items get the focus only in what is shown by the window that has it.
+        QPoint offset;
+        QWindow* const shown = control->renderWindow(&offset);
+        control->setRenderWindow(QGuiApplication::focusWindow());
+        QFocusEvent event(isFocused ? QEvent::FocusIn : QEvent::FocusOut, Qt::ActiveWindowFocusReason);
+        QCoreApplication::sendEvent(window, &event);
+        if (control == mPass.getRenderControl())
+            control->setRenderWindow(shown, offset);
+    }
+    QObject* getInputMethodReceiver() const override {
+        const QQuickWindow* window = mPass.getQuickWindow();
+        return window ? window->activeFocusItem() : nullptr;
+    }
+    QRectF mapFromInputMethod(const QRectF& rect) const override {
+        const QQuickWindow* window = mPass.getQuickWindow();
+        const QQuickItem* item = window ? window->activeFocusItem() : nullptr;
+        return item ? item->mapRectToScene(rect) : rect;
+    }
+
+protected:
+    bool wasUsed(bool, const QEvent& event) const override { return event.isAccepted(); }
+    bool isHandled(QEvent::Type type) const override { return type != QEvent::ContextMenu && type != QEvent::ToolTip; }
+
+private:
+    KyQmlPass& mPass;
+    bool mWantsFocus = true;
+};
+
+} // namespace
+
+std::unique_ptr<KyPassEventTarget> KyPassEventTarget::create(KyBaseGraphicsPass* pass) {
+    if (KyQtPass* qtPass = KyQtPass::cast(pass))
+        return std::make_unique<QtTarget>(*qtPass);
+    if (KyQmlPass* qmlPass = KyQmlPass::cast(pass))
+        return std::make_unique<QmlTarget>(*qmlPass);
+    return nullptr;
+}
+
+bool KyPassEventTarget::deliver(QEvent& event) {
+    QObject* const receiver = getReceiver();
+    if (!receiver)
+        return false;
+    if (!isHandled(event.type()))
+        event.ignore();
+    const bool result = qt_sendSpontaneousEvent(receiver, &event);
+    return wasUsed(result, event);
+}

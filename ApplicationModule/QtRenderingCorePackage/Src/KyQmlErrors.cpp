@@ -1,0 +1,86 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#include "KyQmlErrors_p.h"
+
+#include "KyQmlPass.h"
+
+#include <QJSValue>
+#include <QMetaObject>
+#include <QQmlError>
+
+namespace {
+
+constexpr const char* cLine = "line";
+constexpr const char* cColumn = "column";
+constexpr const char* cDescription = "description";
+constexpr const char* cFile = "file";
+
+QString toPlace(const QUrl& url) {
+    return url.isLocalFile() ? url.toLocalFile() : url.toString();
+}
+
+QVariantMap toMap(const QQmlError& error, const QUrl& qml) {
+    const bool isElsewhere = !error.url().isEmpty() && error.url() != qml;
+    return {{cLine, error.line()},
+            {cColumn, error.column()},
+            {cDescription, error.description().trimmed()},
+            {cFile, isElsewhere ? toPlace(error.url()) : QString()}};
+}
+
+QString toLine(const QVariantMap& error, const QString& place) {
+    const QString file = error[cFile].toString();
+    QString text = file.isEmpty() ? place : file;
+    for (const char* part : {cLine, cColumn})
+        if (const int number = error[part].toInt(); number > 0)
+            text += QStringLiteral(":%1").arg(number);
+    return text + QStringLiteral(": ") + error[cDescription].toString();
+}
+
+} // namespace
+
+QVariantList KyQmlErrors::toMaps(const QList<QQmlError>& errors, const QUrl& qml) {
+    QVariantList maps;
+    for (const QQmlError& error : errors)
+        if (const QVariantMap map = toMap(error, qml); !maps.contains(map))
+            maps.append(map);
+    if (maps.isEmpty()) {
+        QQmlError error;
+        error.setDescription(QStringLiteral("The root of this QML is no Item, so there is nothing to show."));
+        maps.append(toMap(error, qml));
+    }
+    return maps;
+}
+
+std::string KyQmlErrors::toText(const QVariantList& errors, const QUrl& qml) {
+    QStringList lines;
+    for (const QVariant& error : errors)
+        lines.append(toLine(error.toMap(), toPlace(qml)));
+    return lines.join(QLatin1Char('\n')).toStdString();
+}
+
+QString KyQmlErrors::getFileName(const QUrl& qml) {
+    const QString name = qml.fileName();
+    return name.isEmpty() ? qml.toString() : name;
+}
+
+QUrl KyQmlErrors::getFile(const QVariant& error, const QUrl& qml) {
+    const bool isScript = error.userType() == qMetaTypeId<QJSValue>();
+    const QVariantMap map = (isScript ? error.value<QJSValue>().toVariant() : error).toMap();
+    const QString file = map[cFile].toString();
+    return file.isEmpty() ? qml : QUrl::fromUserInput(file);
+}
+
+void KyQmlErrors::connectReport(QObject& root, KyQmlPass& pass) {
+    struct Entry {
+        const char* signature;
+        const char* from;
+        const char* to;
+    };
+    static const Entry cEntries[] = {
+        {"openError(QVariant)", SIGNAL(openError(QVariant)), SLOT(onOpenError(QVariant))},
+        {"reloadFile()", SIGNAL(reloadFile()), SLOT(onReloadCurrentQml())},
+    };
+    for (const Entry& entry : cEntries)
+        if (root.metaObject()->indexOfSignal(entry.signature) >= 0)
+            QObject::connect(&root, entry.from, &pass, entry.to);
+}

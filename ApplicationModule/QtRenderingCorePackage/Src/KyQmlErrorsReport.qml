@@ -1,0 +1,164 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+import QtQuick 2.15
+
+// Stands for a QML that failed: reads the context properties qmlPathErrors and qmlError.
+Rectangle {
+    id: report
+
+    signal openError(var error)
+    signal reloadFile()
+
+    readonly property real unit: Math.max(11, Math.min(width / 42, height / 22, Math.max(20, height / 60)))
+    readonly property real gap: Math.round(unit)
+    readonly property int count: qmlError ? qmlError.length : 0
+
+    color: "#f01b202a"
+
+    component Label: Text {
+        color: "#e8ecf2"
+        font.pixelSize: report.unit
+        textFormat: Text.PlainText
+    }
+
+    component Button: Rectangle {
+        id: button
+
+        property string text
+        property bool isMain: false
+
+        signal clicked()
+
+        width: caption.implicitWidth + 2 * report.gap
+        height: Math.round(2.2 * report.unit)
+        radius: Math.round(report.unit / 3)
+        color: isMain ? (area.containsMouse ? "#ff6f61" : "#e5533f") : (area.containsMouse ? "#3d4658" : "#2f3746")
+        border.color: isMain ? "transparent" : "#4a5468"
+        scale: area.pressed ? 0.96 : 1
+
+        Label {
+            id: caption
+            anchors.centerIn: parent
+            text: button.text
+            font.bold: button.isMain
+        }
+        MouseArea {
+            id: area
+            anchors.fill: parent
+            hoverEnabled: true
+            onClicked: button.clicked()
+        }
+    }
+
+    Rectangle {
+        id: stripe
+        width: parent.width
+        height: Math.max(3, Math.round(report.unit / 3))
+        color: "#e5533f"
+    }
+
+    Item {
+        id: header
+        anchors { top: stripe.bottom; left: parent.left; right: parent.right; margins: report.gap }
+        height: Math.max(titles.height, buttons.height)
+
+        Column {
+            id: titles
+            anchors { left: parent.left; right: buttons.left; rightMargin: report.gap; verticalCenter: parent.verticalCenter }
+            spacing: Math.round(report.unit / 4)
+
+            Label {
+                width: parent.width
+                text: qmlPathErrors
+                font { pixelSize: Math.round(1.5 * report.unit); bold: true }
+                elide: Text.ElideMiddle
+            }
+            Label {
+                width: parent.width
+                text: "Cannot be shown: " + report.count + (report.count === 1 ? " error" : " errors")
+                color: "#9aa5b8"
+                elide: Text.ElideRight
+            }
+        }
+        Row {
+            id: buttons
+            anchors { right: parent.right; verticalCenter: parent.verticalCenter }
+            spacing: Math.round(report.gap / 2)
+
+            Button {
+                objectName: "open"
+                text: "Open"
+                onClicked: report.openError(qmlError[0])
+            }
+            Button {
+                objectName: "reload"
+                text: "Reload"
+                isMain: true
+                onClicked: report.reloadFile()
+            }
+        }
+    }
+
+    ListView {
+        objectName: "errors"
+        anchors { top: header.bottom; left: parent.left; right: parent.right; bottom: parent.bottom; margins: report.gap }
+        spacing: Math.round(report.gap / 2)
+        clip: true
+        boundsBehavior: Flickable.StopAtBounds
+        model: qmlError
+
+        delegate: Rectangle {
+            id: row
+
+            readonly property bool hasPlace: modelData.line > 0
+
+            width: ListView.view.width
+            height: words.height + 2 * Math.round(report.gap * 0.7)
+            radius: Math.round(report.unit / 3)
+            color: rowArea.containsMouse ? "#323b4c" : "#272e3b"
+
+            Rectangle {
+                id: place
+                visible: row.hasPlace
+                anchors { left: parent.left; leftMargin: Math.round(report.gap * 0.7); verticalCenter: parent.verticalCenter }
+                width: visible ? placeText.implicitWidth + report.gap : 0
+                height: placeText.implicitHeight + Math.round(report.unit / 2)
+                radius: height / 2
+                color: "#4a2b2f"
+
+                Label {
+                    id: placeText
+                    anchors.centerIn: parent
+                    text: "line " + modelData.line + (modelData.column > 0 ? ", column " + modelData.column : "")
+                    font.pixelSize: Math.round(0.85 * report.unit)
+                    color: "#ff9d8f"
+                }
+            }
+            Column {
+                id: words
+                anchors { left: place.right; right: parent.right; margins: Math.round(report.gap * 0.7); verticalCenter: parent.verticalCenter }
+                spacing: Math.round(report.unit / 5)
+
+                Label {
+                    width: parent.width
+                    text: modelData.description
+                    wrapMode: Text.Wrap
+                }
+                Label {
+                    width: parent.width
+                    visible: text.length > 0
+                    text: modelData.file
+                    font.pixelSize: Math.round(0.85 * report.unit)
+                    color: "#9aa5b8"
+                    elide: Text.ElideLeft
+                }
+            }
+            MouseArea {
+                id: rowArea
+                anchors.fill: parent
+                hoverEnabled: true
+                onClicked: report.openError(modelData)
+            }
+        }
+    }
+}

@@ -1,0 +1,139 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#include "KyQmlPass.h"
+#include "KyQmlPasses_p.h"
+#include "KyQtPassEventHandler.h"
+
+#include "KyQtText.h"
+
+#include "KyGraphicsViewMultiPass.h"
+#include "KyProgramSourceManager.h"
+#include "KyScreenPass.h"
+
+#include "KyTypeBuilder.h"
+
+#include <QCoreApplication>
+#include <QQmlEngine>
+
+#include <algorithm>
+#include <vector>
+
+const KyType* KyQmlPass::msType = nullptr;
+QQmlEngine* KyQmlPass::msQmlEngine = nullptr;
+
+namespace {
+
+std::vector<KyQmlPass*>& getPasses() {
+    static auto* passes = new std::vector<KyQmlPass*>;
+    return *passes;
+}
+
+} // namespace
+
+void KyQmlPasses::add(KyQmlPass* pass) {
+    getPasses().push_back(pass);
+}
+
+void KyQmlPasses::remove(KyQmlPass* pass) {
+    std::erase(getPasses(), pass);
+}
+
+void KyQmlPasses::cleanUp() {
+    for (KyQmlPass* pass : std::vector(getPasses())) {
+        pass->cleanupGraphicsRessources();
+        pass->cleanupModelRessources();
+    }
+}
+
+void KyQmlPass::initializeType() {
+    if (msType)
+        return;
+    using P = KyQmlPass;
+    msType = KyTypeBuilder<P>("KyQmlPass", KyGraphicsPass::getType())
+                 .factory()
+                 .attribute("Qml", &P::getQmlText, &P::setQmlText)
+                 .attribute("ErrorsReportEnabled", &P::isErrorsReportEnabled, &P::setEnableErrorsReport)
+                 .attribute("Loaded", &P::isLoaded)
+                 .attribute("Error", &P::getErrorText)
+                 .component<&P::getTexture>("Texture")
+                 .signal<&P::needUpdateSignal>("needUpdate")
+                 .signal<&P::textureHandleModifiedSignal>("textureHandleModified")
+                 .signal<&P::qmlLoadedSignal>("qmlLoaded")
+                 .method("setQml", &P::setQmlText)
+                 .method("reload", &P::onReloadCurrentQml)
+                 .method("setFboSize",
+                         [](P& pass, int width, int height) {
+                             pass.setFboSize({width, height});
+                         })
+                 .method("addImportPath",
+                         [](P& pass, const std::string& path) { pass.addImportPath(KyApplication::toQString(path)); })
+                 .method("setContextObject", &P::setContextObject)
+                 .staticMethod("createQmlPassOverlayView", &P::createQmlPassOverlayView)
+                 .build();
+}
+
+void KyQmlPass::finalizeType() {
+    KyType::remove(msType);
+}
+
+const KyType* KyQmlPass::getType() {
+    if (!msType)
+        initializeType();
+    return msType;
+}
+
+const KyType* KyQmlPass::getObjectType() const {
+    return getType();
+}
+
+KyQmlPass* KyQmlPass::cast(KyObject* object) {
+    return kyCast<KyQmlPass>(object);
+}
+
+void KyQmlPass::finalizeClass() {
+    endQmlEngine();
+    finalizeType();
+}
+
+void KyQmlPass::endQmlEngine() {
+    KyQmlPasses::cleanUp();
+    delete msQmlEngine;
+    msQmlEngine = nullptr;
+}
+
+QQmlEngine* KyQmlPass::getQmlEngine() {
+    if (msQmlEngine || !QCoreApplication::instance() || QCoreApplication::closingDown())
+        return msQmlEngine;
+    // An application that ends before the library takes what it needs along.
+    qAddPostRoutine(&KyQmlPass::endQmlEngine);
+    msQmlEngine = new QQmlEngine;
+    return msQmlEngine;
+}
+
+KyGraphicsViewMultiPass* KyQmlPass::createQmlPassOverlayView(KyGraphicsViewMultiPass* parent, bool isBlended,
+                                                             bool hasEventHandler) {
+    const KyHolder<KyQmlPass> pass(create());
+    pass->setPriority(-1.0f);
+    if (hasEventHandler)
+        pass->setEventHandler(KyQtPassEventHandler::create());
+    const KyHolder<KyScreenPass> screen(KyScreenPass::create());
+    screen->setPriority(0.0f);
+    screen->setBackgroundColor({0.0f, 0.0f, 0.0f, 0.0f});
+    screen->setSplitStereoTexCoord(false);
+    KyShader* shader = screen->editShader();
+    const KyProgramSourceManager& sources = KyProgramSourceManager::get();
+    shader->setVertexProgram(sources.getSource("KyPrevious_vp.glsl"));
+    shader->setFragmentProgram(sources.getSource("KyPrevious_fp.glsl"));
+    KyGraphicsViewMultiPass* view = KyGraphicsViewMultiPass::create();
+    view->setName("OverlayQmlPass");
+    view->setMainPass(pass.get());
+    view->addPass(screen.get());
+    if (isBlended) {
+        view->setClearOrder(KyGraphicsViewMultiPass::eClearNothing);
+        shader->setState(KyShaderState::eDepthTest, false);
+        shader->setBlendFunction({KyBlendFactor::eOne, KyBlendFactor::eOneMinusSrcAlpha, KyBlendEquation::eAdd});
+    }
+    if (parent)
+        parent->insert(view, -1);
+    return view;
+}
