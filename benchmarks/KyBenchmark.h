@@ -46,3 +46,5 @@ std::vector<KyBenchmark> getInteractionBenchmarks();
 std::vector<KyBenchmark> get2DNodeBenchmarks();
 std::vector<KyBenchmark> get2DPathBenchmarks();
 std::vector<KyBenchmark> get2DPickingBenchmarks();
+std::vector<KyBenchmark> getQtPassBenchmarks();
+std::vector<KyBenchmark> getQmlPassBenchmarks();

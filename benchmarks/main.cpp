@@ -24,9 +24,9 @@ namespace {
 constexpr int cNbRounds = 15;
 
 constexpr std::vector<KyBenchmark> (*cSubjects[])() = {
-    &getScriptBenchmarks, &getLibraryBenchmarks, &getConversionBenchmarks,
-    &getFileBenchmarks,   &getValueBenchmarks,   &getInteractionBenchmarks,
-    &get2DNodeBenchmarks, &get2DPathBenchmarks,  &get2DPickingBenchmarks,
+    &getScriptBenchmarks,    &getLibraryBenchmarks,     &getConversionBenchmarks, &getFileBenchmarks,
+    &getValueBenchmarks,     &getInteractionBenchmarks, &get2DNodeBenchmarks,     &get2DPathBenchmarks,
+    &get2DPickingBenchmarks, &getQtPassBenchmarks,      &getQmlPassBenchmarks,
 };
 
 std::vector<KyBenchmark> getAllBenchmarks() {
@@ -115,6 +115,7 @@ int runTable(const std::vector<KyBenchmark>& all, const char* program, bool json
 int main(int argc, char** argv) {
     // Machines that measure have no screen.
     qputenv("QT_QPA_PLATFORM", "offscreen");
+    QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
     QApplication application(argc, argv);
     if (!KyModuleManager::get().initialize())
         return 1;
