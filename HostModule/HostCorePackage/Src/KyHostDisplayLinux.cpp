@@ -17,6 +17,13 @@ constexpr const char* cNoDisplay = "offscreen";
 constexpr const char* cRuntimeVariable = "XDG_RUNTIME_DIR";
 
 bool gKnowsDisplay = false;
+QtMessageHandler gFormerHandler = nullptr;
+
+/// Qt's platform without display complains about what widgets ask of every window, which nobody can help.
+void dropComplaints(QtMsgType type, const QMessageLogContext& context, const QString& message) {
+    if (!message.startsWith(QLatin1String("This plugin does not support ")))
+        gFormerHandler(type, context, message);
+}
 
 QByteArray getDesktopPlatforms() {
     return qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ? "xcb" : "wayland;xcb";
@@ -44,6 +51,7 @@ void KyHostDisplay::prepare() {
 }
 
 void KyHostDisplay::prepareWithout() {
+    gFormerHandler = qInstallMessageHandler(&dropComplaints);
     prepareRuntimeFolder();
     qputenv(cPlatformVariable, cNoDisplay);
 }

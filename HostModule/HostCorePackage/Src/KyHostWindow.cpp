@@ -101,7 +101,8 @@ void KyHostWindow::leave() {
 }
 
 void KyHostWindow::keyPressEvent(QKeyEvent* event) {
-    const bool isOurs = !event->isAutoRepeat() && !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier));
+    const bool isOurs = !event->isAutoRepeat() && !isUsedByCanvas(*event) &&
+                        !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier));
     if (!isOurs || !KyHostKeys::press(*this, event->key()))
         KyQOpenGLWindow::keyPressEvent(event);
 }

@@ -84,8 +84,9 @@ TEST_F(KyHostViewTest, ThePictureShowsWhatTheScriptMadeInTheLastFrame) {
 
 TEST_F(KyHostViewTest, ExamplesDrawMoreThanABackground) {
     mEnvironment.insert("QT_QPA_PLATFORM", "nonsense"); // Off screen, any choice does.
-    for (const char* name : {"hello.lua", "objects.lua", "values.lua", "coroutines.lua", "model.lua", "viewer.lua",
-                             "gear.obj", "hud.lua", "plant.lua", "plant.svg"}) {
+    for (const char* name :
+         {"hello.lua", "objects.lua", "values.lua", "coroutines.lua", "model.lua", "viewer.lua", "gear.obj", "hud.lua",
+          "plant.lua", "plant.svg", "panel.lua", "dashboard.lua", "wall.lua", "showcase.lua"}) {
         SCOPED_TRACE(name);
         const KyHolder<KyImage> picture =
             take({"--frames", "3", "--size", "320x180", QString(KY_TEST_DATA_DIR "/../../../examples/") + name});
