@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "Ky2DArc_p.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -72,7 +73,16 @@ unsigned Ky2DArc::compute(const QPointF& from, const QPointF& to, const Shape& s
     Vector chord{(axes.first.x * x + axes.first.y * y) / radiusX, (axes.second.x * x + axes.second.y * y) / radiusY};
     double square = chord.x * chord.x + chord.y * chord.y;
     if (square > 1) {
-        const double factor = std::hypot(chord.x, chord.y);
+        double factor = std::hypot(chord.x, chord.y);
+        if (!std::isfinite(factor)) {
+            // They are enlarged anyway: only how they relate counts.
+            const double larger = std::max(radiusX, radiusY);
+            radiusX /= larger;
+            radiusY /= larger;
+            chord = {(axes.first.x * x + axes.first.y * y) / radiusX,
+                     (axes.second.x * x + axes.second.y * y) / radiusY};
+            factor = std::hypot(chord.x, chord.y);
+        }
         radiusX *= factor;
         radiusY *= factor;
         chord = {chord.x / factor, chord.y / factor};

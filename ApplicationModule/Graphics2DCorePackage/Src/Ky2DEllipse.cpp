@@ -31,6 +31,8 @@ int toSixteenths(double degrees) {
 const KyType* Ky2DEllipse::msType = nullptr;
 
 const KyType* Ky2DEllipse::getType() {
+    if (!msType)
+        initializeType();
     return msType;
 }
 
@@ -51,7 +53,7 @@ void Ky2DEllipse::finalizeType() {
 }
 
 const KyType* Ky2DEllipse::getObjectType() const {
-    return msType;
+    return getType();
 }
 
 Ky2DEllipse* Ky2DEllipse::clone() const {
@@ -130,7 +132,7 @@ void Ky2DEllipse::updateQGraphicsItemGeometry() {
         return;
     const QRectF rect(getQtOffset().x + mX - mRX, getQtOffset().y + mY - mRY, 2 * mRX, 2 * mRY);
     const double sum = rect.x() + rect.y() + rect.width() + rect.height();
-    item->setRect(std::isfinite(sum) ? rect : QRectF());
+    item->setRect(std::isfinite(sum) ? rect.normalized() : QRectF());
     item->setSpanAngle(toSixteenths(mSpanAngle));
     item->setStartAngle(toSixteenths(mStartAngle));
 }

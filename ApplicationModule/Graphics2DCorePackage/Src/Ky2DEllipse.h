@@ -39,6 +39,7 @@ public:
     double getY() const { return mY; }
     void setY(double y);
     double getRX() const { return mRX; }
+    /// A negative radius draws what its amount draws.
     void setRX(double radius);
     double getRY() const { return mRY; }
     void setRY(double radius);

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 const KyType* Ky2DGroup::msType = nullptr;
 
@@ -86,8 +87,13 @@ void Ky2DGroup::setScene(Ky2DScene* scene) {
 void Ky2DGroup::removeAllChildren() {
     const Watch watch(this);
     // Those who are told may insert again: that stays.
-    for (std::size_t left = mChildren.size(); left > 0 && watch.isAlive() && !mChildren.empty(); --left)
-        Ky2DGroup::removeChildByIndex(getNbChildren() - 1, true);
+    for (std::size_t left = mChildren.size(); left > 0 && watch.isAlive() && !mChildren.empty(); --left) {
+        const std::size_t last = mChildren.size() - 1;
+        letGo(takeOut(last), last, true);
+    }
+    // Once for all: each one alone would look at those that are left.
+    if (watch.isAlive() && mHeight > 0)
+        lowerHeight(mHeight - 1);
 }
 
 Ky2DNode* Ky2DGroup::editChild(unsigned index) {
@@ -110,6 +116,8 @@ Ky2DNode* Ky2DGroup::editChildByName(const std::string& name) {
 
 bool Ky2DGroup::mayTake(const Ky2DNode* child) const {
     if (!child || child->isEnding() || isEnding() || child->getScene() == child)
+        return false;
+    if (mScene && mScene->isEnding())
         return false;
     unsigned depth = 0;
     for (const Ky2DNode* above = this; above; above = above->mParent, ++depth)
@@ -192,14 +200,23 @@ bool Ky2DGroup::setChild(unsigned index, Ky2DNode* child) {
 Ky2DNode* Ky2DGroup::removeChildByIndex(unsigned index, bool destroy) {
     if (index >= mChildren.size())
         return nullptr;
+    Ky2DNode* child = takeOut(index);
+    lowerHeight(child->mHeight);
+    return letGo(child, index, destroy);
+}
+
+Ky2DNode* Ky2DGroup::takeOut(std::size_t index) {
     Ky2DNode* child = mChildren[index];
-    const Watch watch(this), watchedChild(child);
     mChildren.erase(mChildren.begin() + static_cast<std::ptrdiff_t>(index));
     renumber(index);
-    lowerHeight();
+    return child;
+}
+
+Ky2DNode* Ky2DGroup::letGo(Ky2DNode* child, std::size_t formerIndex, bool destroy) {
+    const Watch watch(this), watchedChild(child);
     child->internalSetParent(nullptr);
     if (watch.isAlive())
-        tellChildren(eElementRemoved, index);
+        tellChildren(eElementRemoved, formerIndex);
     // Ended or taken elsewhere by those who were told.
     if (!watchedChild.isAlive() || child->mParent)
         return nullptr;
@@ -220,15 +237,16 @@ void Ky2DGroup::raiseHeight(const Ky2DNode* child) {
         node->mHeight = below->mHeight + 1;
 }
 
-void Ky2DGroup::lowerHeight() {
-    for (Ky2DNode* node = this; node; node = node->mParent) {
+void Ky2DGroup::lowerHeight(unsigned heightOfRemoved) {
+    unsigned former = heightOfRemoved;
+    for (Ky2DNode* node = this; node && former + 1 == node->mHeight; node = node->mParent) {
         unsigned height = 0;
         // The first child of the old height tells that nothing changes, here and above.
         for (unsigned i = 0; i < node->getNbChildren() && height < node->mHeight; ++i)
             height = std::max(height, node->editChild(i)->mHeight + 1);
         if (height == node->mHeight)
             return;
-        node->mHeight = height;
+        former = std::exchange(node->mHeight, height);
     }
 }
 

@@ -67,7 +67,9 @@ private:
     void stack(const Ky2DNode* child) const;
     void renumber(std::size_t from);
     void raiseHeight(const Ky2DNode* child);
-    void lowerHeight();
+    Ky2DNode* takeOut(std::size_t index);
+    Ky2DNode* letGo(Ky2DNode* child, std::size_t formerIndex, bool destroy);
+    void lowerHeight(unsigned heightOfRemoved);
     void tellChildren(KyObjectModificationType kind, std::size_t index);
 
     std::vector<Ky2DNode*> mChildren;

@@ -4,6 +4,7 @@
 
 #include "Ky2DItem.h"
 #include "Ky2DUtil.h"
+#include "KyPicture_p.h"
 
 #include "KyHolder.h"
 #include "KyImage.h"
@@ -105,10 +106,16 @@ Ky2DImage* Ky2DImage::clone() const {
 
 void Ky2DImage::setImageURL(const KyURL& url) {
     mImageURL = url;
-    mSourcePath = url.isEmpty() ? std::string() : KyResource::resolve(url).getLocalPath();
+    mSourcePath = url.isEmpty() ? std::string() : KyPicture::findFile(KyResource::resolve(url));
     mImage = QImage();
-    if (imageModified())
-        tell("ImageURL");
+    sourceModified();
+}
+
+void Ky2DImage::setLoadedImage(const KyURL& url, const QImage& image) {
+    const Watch watch(this);
+    setImageURL(url);
+    if (watch.isAlive())
+        mImage = image;
 }
 
 void Ky2DImage::setFileLocalPath(const std::string& path) {
@@ -121,11 +128,21 @@ void Ky2DImage::setImage(const QImage& image) {
     mImageURL.clear();
     mSourcePath.clear();
     mImage = image;
-    if (imageModified())
-        tell("ImageURL");
+    sourceModified();
+}
+
+void Ky2DImage::sourceModified() {
+    if (!imageModified())
+        return;
+    const Watch watch(this);
+    tell("ImageURL");
+    if (watch.isAlive())
+        tell("FileLocalPath");
 }
 
 bool Ky2DImage::imageModified() {
+    if (!mImageURL.isEmpty())
+        mImage = QImage();
     const bool wasModified = isModified();
     mIsImageModified = true;
     return (wasModified || nodeModified(this)) && geometryModified();
@@ -154,8 +171,8 @@ void Ky2DImage::updateQGraphicsItemGeometry() {
 }
 
 QImage Ky2DImage::loadImage() {
-    if (mSourcePath.empty())
-        return {};
-    const KyHolder<KyImage> image(KyImage::create(KyURL(mSourcePath, KyURL::eLocalPath)));
+    const QByteArray bytes = KyPicture::readFile(mSourcePath);
+    const auto* data = reinterpret_cast<const unsigned char*>(bytes.constData());
+    const KyHolder<KyImage> image(KyImage::createFromMemory(data, std::size_t(bytes.size())));
     return Ky2DUtil::KyImageToQImage(image.get());
 }

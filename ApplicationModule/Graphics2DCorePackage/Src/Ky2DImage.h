@@ -56,11 +56,15 @@ public:
     }
 
     const KyURL& getImageURL() const { return mImageURL; }
-    /// Loaded at the next update. A relative one is sought among the resources.
+    /// Loaded at the next update, from a regular file of up to 256 MiB or one of Qt's resources ("qrc"). A relative one
+    /// is sought among the resources.
     void setImageURL(const KyURL& url);
     /// The path of the URL, UTF-8; empty when it is not local.
     std::string getFileLocalPath() const { return mImageURL.getLocalPath(); }
     void setFileLocalPath(const std::string& path);
+    /// As setImageURL, with the file's picture, which may be shared, read already. It is read again when the node is
+    /// asked to.
+    void setLoadedImage(const KyURL& url, const QImage& image);
     /// A picture that is in memory already, instead of a file; null shows nothing.
     void setImage(const QImage& image);
 
@@ -74,10 +78,12 @@ protected:
     void updateQGraphicsItemGeometry() override;
     /// The picture to show, null when there is none.
     virtual QImage loadImage();
-    /// Where the file is on this machine, UTF-8; empty when it is not local.
+    /// Where Qt finds the file on this machine, UTF-8; empty when it is not local.
     const std::string& getSourcePath() const { return mSourcePath; }
 
 private:
+    void sourceModified();
+
     double mX = 0.0;
     double mY = 0.0;
     double mWidth = 0.0;

@@ -29,16 +29,16 @@ void convertGrey(const unsigned char* source, QRgb* target, int width) {
     std::transform(source, source + width, target, [](unsigned char grey) { return qRgb(grey, grey, grey); });
 }
 
-/// Widens a component of few bits so that its largest value becomes 255.
-int widen(unsigned value, unsigned bits) {
-    return static_cast<int>(value << (8 - bits) | value >> (2 * bits - 8));
+/// The nearest of 255 steps, as KyImage reads pixels.
+int widen(unsigned value, unsigned largest) {
+    return static_cast<int>((value * 255 + largest / 2) / largest);
 }
 
 void convert565(const unsigned char* source, QRgb* target, int width) {
-    for (int x = 0; x < width; ++x) {
-        std::uint16_t word = 0;
-        std::memcpy(&word, source + 2 * x, sizeof word);
-        target[x] = qRgb(widen(word >> 11 & 0x1Fu, 5), widen(word >> 5 & 0x3Fu, 6), widen(word & 0x1Fu, 5));
+    std::uint16_t word = 0;
+    for (int x = 0; x < width; ++x, source += sizeof word) {
+        std::memcpy(&word, source, sizeof word);
+        target[x] = qRgb(widen(word >> 11 & 31u, 31), widen(word >> 5 & 63u, 63), widen(word & 31u, 31));
     }
 }
 

@@ -30,11 +30,18 @@ private:
 };
 
 /// The Qt item of a node: a Qt item class with the way back to the node. A shape of its own makes it in all its
-/// constructors, the copying one too; the node owns it from then on.
+/// constructors, the copying one too, and overrides clone() with it; the node owns the item from then on.
 ///
 /// ```
 /// KyStar::KyStar() {
 ///     createItem<QGraphicsPolygonItem>();
+/// }
+/// KyStar::KyStar(const KyStar& other)
+///     : Ky2DNode(other), mNbCorners(other.mNbCorners) {
+///     createItem<QGraphicsPolygonItem>();
+/// }
+/// KyStar* KyStar::clone() const {
+///     return new KyStar(*this);
 /// }
 /// void KyStar::updateQGraphicsItemGeometry() {
 ///     if (auto* item = editItem<QGraphicsPolygonItem>())

@@ -8,11 +8,38 @@
 #include "KyTypeBuilder.h"
 
 #include <QGraphicsLineItem>
+#include <QPainterPath>
 #include <QPen>
+
+namespace {
+
+/// A line that may be none: Qt draws the caps even of an empty one.
+class KyLineItem : public QGraphicsLineItem {
+public:
+    /// False for nothing to draw.
+    void setDrawn(bool isDrawn) {
+        prepareGeometryChange();
+        mIsDrawn = isDrawn;
+    }
+
+    QRectF boundingRect() const override { return mIsDrawn ? QGraphicsLineItem::boundingRect() : QRectF(); }
+    QPainterPath shape() const override { return mIsDrawn ? QGraphicsLineItem::shape() : QPainterPath(); }
+    void paint(QPainter* painter, const QStyleOptionGraphicsItem* option, QWidget* widget) override {
+        if (mIsDrawn)
+            QGraphicsLineItem::paint(painter, option, widget);
+    }
+
+private:
+    bool mIsDrawn = true;
+};
+
+} // namespace
 
 const KyType* Ky2DLine::msType = nullptr;
 
 const KyType* Ky2DLine::getType() {
+    if (!msType)
+        initializeType();
     return msType;
 }
 
@@ -33,7 +60,7 @@ void Ky2DLine::finalizeType() {
 }
 
 const KyType* Ky2DLine::getObjectType() const {
-    return msType;
+    return getType();
 }
 
 Ky2DLine* Ky2DLine::clone() const {
@@ -58,14 +85,14 @@ void Ky2DLine::initializeType() {
 }
 
 Ky2DLine::Ky2DLine() {
-    createItem<QGraphicsLineItem>();
+    createItem<KyLineItem>();
 }
 
 Ky2DLine::Ky2DLine(const Ky2DLine& other)
     : Ky2DNode(other)
     , mP1(other.mP1)
     , mP2(other.mP2) {
-    createItem<QGraphicsLineItem>();
+    createItem<KyLineItem>();
 }
 
 void Ky2DLine::setP1(const KyVec2d& point) {
@@ -77,11 +104,13 @@ void Ky2DLine::setP2(const KyVec2d& point) {
 }
 
 void Ky2DLine::updateQGraphicsItemGeometry() {
-    auto* item = editItem<QGraphicsLineItem>();
+    auto* item = editItem<KyLineItem>();
     if (!item)
         return;
     const KyVec2d from = mP1 + getQtOffset(), to = mP2 + getQtOffset();
-    item->setLine(from.isFinite() && to.isFinite() ? QLineF(from.x, from.y, to.x, to.y) : QLineF());
+    const bool isFinite = from.isFinite() && to.isFinite();
+    item->setDrawn(isFinite);
+    item->setLine(isFinite ? QLineF(from.x, from.y, to.x, to.y) : QLineF());
 }
 
 void Ky2DLine::updateQGraphicsItemStyle() {

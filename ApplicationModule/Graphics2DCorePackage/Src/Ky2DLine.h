@@ -8,7 +8,8 @@
 
 #include "KyVec2.h"
 
-/// A straight line between two points, drawn by the stroke of its style. Driven item: a QGraphicsLineItem. GUI thread.
+/// A straight line between two points, drawn by the stroke of its style; nothing while an end is not finite. Driven
+/// item: a QGraphicsLineItem. GUI thread.
 ///
 /// ```
 /// Ky2DLine* axis = Ky2DLine::create();

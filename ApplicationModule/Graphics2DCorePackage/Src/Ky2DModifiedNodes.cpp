@@ -20,7 +20,7 @@ public:
     ~Walk() {
         if (--msDepth > 0)
             return;
-        if (hasNext() || !msAgain.empty())
+        if (hasNext() || (msAgain && !msAgain->empty()))
             keepRest(*msModifiedNodes);
         else
             msModifiedNodes->clear();
@@ -32,63 +32,65 @@ public:
     static bool hasNext() { return msNext < msModifiedNodes->size(); }
 
     static void updateNext() {
-        Ky2DNode* node = std::exchange((*msModifiedNodes)[msNext++], nullptr);
-        if (!node)
-            return;
-        node->mModifiedSlot = -1;
-        const Again again(node);
-        node->update();
+        const Place place;
+        if (Ky2DNode* node = place.edit())
+            node->update();
     }
 
-    static void forgetAgain(std::int32_t slot) { msAgain[static_cast<std::size_t>(cFirstAgain - slot)] = nullptr; }
+    static constexpr std::int32_t cFirstAgain = -2;
+
+    static void forgetAgain(std::int32_t slot) { (*msAgain)[static_cast<std::size_t>(cFirstAgain - slot)] = nullptr; }
 
 private:
     static void keepRest(std::vector<Ky2DNode*>& nodes) {
         nodes.erase(nodes.begin(), nodes.begin() + static_cast<std::ptrdiff_t>(msNext));
-        nodes.insert(nodes.end(), msAgain.begin(), msAgain.end());
-        msAgain.clear();
+        if (msAgain) {
+            nodes.insert(nodes.end(), msAgain->begin(), msAgain->end());
+            msAgain->clear();
+        }
         for (std::size_t i = 0; i < nodes.size(); ++i)
             if (nodes[i])
                 nodes[i]->mModifiedSlot = static_cast<std::int32_t>(i);
     }
 
-    static constexpr std::int32_t cFirstAgain = -2;
+    static std::int32_t enterAgain(Ky2DNode* node) {
+        if (!msAgain)
+            msAgain = new std::vector<Ky2DNode*>;
+        msAgain->push_back(node);
+        return cFirstAgain - static_cast<std::int32_t>(msAgain->size() - 1);
+    }
 
-    /// What an update modifies of its own node, or leaves undone, waits for the next time: else it would never end.
-    struct Again {
-        explicit Again(Ky2DNode* updated)
-            : node(updated)
-            , watch(updated) {}
-        ~Again() {
-            if (!watch.isAlive() || node->mModifiedSlot != -1 || !node->isModified())
-                return;
-            node->mModifiedSlot = cFirstAgain - static_cast<std::int32_t>(msAgain.size());
-            msAgain.push_back(node);
+    /// The node under update keeps its place, which it leaves when it ends. What the update modifies of it, or leaves
+    /// undone, waits for the next time: else it would never end.
+    class Place {
+    public:
+        Place()
+            : mSlot(msNext++) {}
+        Place(const Place&) = delete;
+        Place& operator=(const Place&) = delete;
+        ~Place() {
+            if (Ky2DNode* node = std::exchange(edit(), nullptr))
+                node->mModifiedSlot = node->isModified() ? enterAgain(node) : -1;
         }
-        Ky2DNode* node;
-        Watch watch;
+        Ky2DNode*& edit() const { return (*msModifiedNodes)[mSlot]; }
+
+    private:
+        std::size_t mSlot;
     };
 
     static int msDepth;
     static std::size_t msNext;
-    static std::vector<Ky2DNode*> msAgain;
+    // Made on first use and never destroyed: nodes may end after the statics.
+    static std::vector<Ky2DNode*>* msAgain;
 };
 
 int Ky2DNode::Walk::msDepth = 0;
 std::size_t Ky2DNode::Walk::msNext = 0;
-std::vector<Ky2DNode*> Ky2DNode::Walk::msAgain;
+std::vector<Ky2DNode*>* Ky2DNode::Walk::msAgain = nullptr;
 
-std::vector<Ky2DNode*>& Ky2DNode::editModifiedNodes() {
+void Ky2DNode::makeModifiedNodes() {
     // Never destroyed: nodes may end after the statics.
-    if (!msModifiedNodes)
-        msModifiedNodes = new std::vector<Ky2DNode*>;
-    return *msModifiedNodes;
-}
-
-void Ky2DNode::enterModifiedNodes() {
-    std::vector<Ky2DNode*>& nodes = editModifiedNodes();
-    mModifiedSlot = static_cast<std::int32_t>(nodes.size());
-    nodes.push_back(this);
+    msModifiedNodes = new std::vector<Ky2DNode*>;
 }
 
 void Ky2DNode::leaveModifiedNodes() {
@@ -97,12 +99,6 @@ void Ky2DNode::leaveModifiedNodes() {
     else if (mModifiedSlot != -1)
         Walk::forgetAgain(mModifiedSlot);
     mModifiedSlot = -1;
-}
-
-bool Ky2DNode::mark(bool Ky2DNode::*flag) {
-    const bool wasModified = isModified();
-    this->*flag = true;
-    return wasModified || nodeModified(this);
 }
 
 bool Ky2DNode::nodeModified(Ky2DNode* node) {

@@ -52,8 +52,8 @@ Ky2DNode::~Ky2DNode() {
     notifyEnd();
     if (mParent)
         mParent->removeChild(this, false);
-    Ky2DNode::setScene(nullptr);
     takeStyle(nullptr);
+    Ky2DNode::setScene(nullptr);
     dropItem();
     // Last: those who were told may have marked the node again.
     leaveModifiedNodes();
@@ -96,21 +96,32 @@ void Ky2DNode::attachToItem(QGraphicsItem* parentItem) {
         return;
     // A proxy's item can be any, one above too.
     const bool isAbove = parentItem && !mOwnsItem && (mItem == parentItem || mItem->isAncestorOf(parentItem));
-    if (!isAbove)
+    if (!isAbove && leaveForeignQtScene(parentItem))
         mItem->setParentItem(parentItem);
+}
+
+bool Ky2DNode::leaveForeignQtScene(const QGraphicsItem* parentItem) {
+    if (!parentItem || !mItem->scene() || mItem->scene() == parentItem->scene())
+        return true;
+    // Qt crashes when an item is put below one of another Qt scene.
+    const Watch watch(this);
+    mItem->scene()->removeItem(mItem);
+    return watch.isAlive() && mItem && mParent && mParent->mItem == parentItem;
 }
 
 void Ky2DNode::setParent(Ky2DNode* parent) {
     if (parent == mParent)
         return;
-    if (parent)
-        parent->insertChild(this, cAppend);
-    else
+    const Watch watch(this), watchedParent(parent);
+    if (mParent)
         mParent->removeChild(this, false);
+    // Those who were told of it may have moved or ended either.
+    if (watchedParent.isAlive() && watch.isAlive() && !mParent)
+        parent->insertChild(this, cAppend);
 }
 
 void Ky2DNode::setScene(Ky2DScene* scene) {
-    if (scene == mScene)
+    if (scene == mScene || (scene && (isEnding() || scene->isEnding())))
         return;
     const Watch watch(this);
     Ky2DScene* former = mScene;
@@ -218,7 +229,7 @@ void Ky2DNode::takeStyle(Ky2DStyle* style) {
 }
 
 void Ky2DNode::setStyle(Ky2DStyle* style) {
-    if (style == mStyle || (style && style->isEnding()))
+    if (style == mStyle || isEnding() || (style && style->isEnding()))
         return;
     const Watch watch(this);
     takeStyle(style && style->getOwner() ? style->clone() : style);

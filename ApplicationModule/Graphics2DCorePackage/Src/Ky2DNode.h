@@ -32,7 +32,8 @@ class Ky2DStyle;
 ///
 /// Not reference counted: a node belongs to the group that holds it, else to who made it; destroy() ends it at any
 /// time. The node owns its style and its item (a proxy does not); when Qt deletes the item the node lives on without.
-/// All of it belongs to the thread of the Qt scene.
+/// All of it belongs to the thread of the Qt scene. A class of its own has a copy constructor and clone(), see
+/// Ky2DItem: without them its copies are plain nodes.
 ///
 /// ```
 /// auto* dial = Ky2DEllipse::create();
@@ -89,7 +90,8 @@ public:
     /// Null at the top.
     virtual const Ky2DNode* getParent() const { return mParent; }
     virtual Ky2DNode* editParent() { return mParent; }
-    /// Groups call it; the item leaves the Qt scene of the former one.
+    /// Groups call it; the item leaves the Qt scene of the former one. An ending node enters none, and none enters an
+    /// ending scene.
     virtual void setScene(Ky2DScene* scene);
     /// The scene that the node belongs to, null for none.
     virtual const Ky2DScene* getScene() const { return mScene; }
@@ -198,7 +200,8 @@ public:
     const Ky2DStyle* getStyle() const { return mStyle; }
     /// For changing: marked as modified at once.
     Ky2DStyle* editStyle();
-    /// Takes the style over; of a style that another node owns it takes a copy. Null leaves the node without style.
+    /// Takes the style over; of a style that another node owns it takes a copy. Null leaves the node without style. An
+    /// ending node takes none.
     void setStyle(Ky2DStyle* style);
 
     /// Mark a part of the node for the next update. False when a listener ended the node meanwhile.
@@ -289,17 +292,30 @@ private:
     friend class Ky2DStyle;
     class Walk;
 
-    bool mark(bool Ky2DNode::*flag);
+    bool mark(bool Ky2DNode::*flag) {
+        this->*flag = true;
+        return mModifiedSlot != -1 || nodeModified(this);
+    }
     void styleDestroyed() { mStyle = nullptr; }
     void itemDestroyed();
     void dropItem();
     void attachToItem(QGraphicsItem* parentItem);
+    bool leaveForeignQtScene(const QGraphicsItem* parentItem);
     void enterSceneAgain();
-    void enterModifiedNodes();
+    void enterModifiedNodes() {
+        std::vector<Ky2DNode*>& nodes = editModifiedNodes();
+        mModifiedSlot = static_cast<std::int32_t>(nodes.size());
+        nodes.push_back(this);
+    }
     void takeStyle(Ky2DStyle* style);
     void leaveModifiedNodes();
     void setSceneMember(Ky2DScene* scene);
-    static std::vector<Ky2DNode*>& editModifiedNodes();
+    static std::vector<Ky2DNode*>& editModifiedNodes() {
+        if (!msModifiedNodes)
+            makeModifiedNodes();
+        return *msModifiedNodes;
+    }
+    static void makeModifiedNodes();
     static void tellOfModifiedNodes();
 
     std::string mName;

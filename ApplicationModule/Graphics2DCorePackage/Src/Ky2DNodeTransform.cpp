@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cmath>
+#include <memory>
 #include <numbers>
 
 namespace {
@@ -17,11 +18,12 @@ struct Turn {
 
 /// Exact at right angles.
 Turn getTurn(double degrees) {
-    if (degrees == 90.0 || degrees == -270.0)
-        return {0.0, 1.0};
-    if (degrees == 270.0 || degrees == -90.0)
-        return {0.0, -1.0};
-    if (degrees == 180.0 || degrees == -180.0)
+    const double size = std::abs(degrees);
+    if (size == 90.0)
+        return {0.0, degrees / 90.0};
+    if (size == 270.0)
+        return {0.0, degrees / -270.0};
+    if (size == 180.0)
         return {-1.0, 0.0};
     const double angle = degrees / cDegreesPerRadian;
     return {std::cos(angle), std::sin(angle)};
@@ -33,11 +35,24 @@ double getNothing(const QTransform& t) {
 }
 
 bool isFiniteAffine(const QTransform& t) {
-    return getNothing(t) == 0.0;
+    const double sum = (t.m11() + t.m12()) + (t.m21() + t.m22()) + (t.dx() + t.dy());
+    // The sum of large numbers may be infinite as well.
+    return sum * 0.0 == 0.0 || getNothing(t) == 0.0;
 }
 
 bool isFinite(const QTransform& t) {
     return getNothing(t) + t.m13() * 0.0 + t.m23() * 0.0 + t.m33() * 0.0 == 0.0;
+}
+
+/// A transform that is not finite leaves the item where it is.
+void place(QGraphicsItem& item, const QTransform* initial, const QTransform& local) {
+    if (initial) {
+        const QTransform transform = *initial * local;
+        if (isFinite(transform))
+            item.setTransform(transform);
+    } else if (isFiniteAffine(local)) {
+        item.setTransform(local);
+    }
 }
 
 KyRectd toKyRect(const QRectF& rect) {
@@ -60,9 +75,13 @@ void Ky2DNode::composeTransform() {
         m21 = mScale.y * (mShear.x * cosine - sine);
         m22 = mScale.y * (mShear.x * sine + cosine);
     }
-    const KyVec2d& o = mTransformOriginPoint;
-    mLocalTransform = QTransform(m11, m12, m21, m22, mTranslation.x + o.x - (o.x * m11 + o.y * m21),
-                                 mTranslation.y + o.y - (o.x * m12 + o.y * m22));
+    double dx = mTranslation.x, dy = mTranslation.y;
+    if (const KyVec2d& o = mTransformOriginPoint; !o.isNull()) {
+        dx += o.x - (o.x * m11 + o.y * m21);
+        dy += o.y - (o.x * m12 + o.y * m22);
+    }
+    // In place: a copy costs as much again.
+    std::construct_at(&mLocalTransform, m11, m12, m21, m22, dx, dy);
 }
 
 const QTransform& Ky2DNode::getLocalTransform() const {
@@ -101,15 +120,11 @@ void Ky2DNode::setInitialTransform(const QTransform& transform) {
 void Ky2DNode::updateQGraphicsItemPosition() {
     if (!mItem)
         return;
+    if (mIsVisible && mItem->isVisible() && mItem->zValue() == mZValue)
+        return place(*mItem, mInitialTransform.get(), mLocalTransform);
     // Of a proxy's item others may listen to each of the three.
     const Watch watch(this);
-    if (mInitialTransform) {
-        const QTransform transform = *mInitialTransform * mLocalTransform;
-        if (isFinite(transform))
-            mItem->setTransform(transform);
-    } else if (isFiniteAffine(mLocalTransform)) {
-        mItem->setTransform(mLocalTransform);
-    }
+    place(*mItem, mInitialTransform.get(), mLocalTransform);
     if (!watch.isAlive() || !mItem)
         return;
     if (mItem->zValue() != mZValue) {

@@ -29,6 +29,8 @@ Qt::FillRule toQtFillRule(const Ky2DStyle& style) {
 const KyType* Ky2DPath::msType = nullptr;
 
 const KyType* Ky2DPath::getType() {
+    if (!msType)
+        initializeType();
     return msType;
 }
 
@@ -49,7 +51,7 @@ void Ky2DPath::finalizeType() {
 }
 
 const KyType* Ky2DPath::getObjectType() const {
-    return msType;
+    return getType();
 }
 
 Ky2DPath* Ky2DPath::clone() const {

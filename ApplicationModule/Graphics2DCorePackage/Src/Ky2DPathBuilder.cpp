@@ -73,11 +73,11 @@ private:
     }
 
     /// Qt takes no greater coordinates; false for NaN.
-    static bool isDrawable(double sum) { return sum < 1e128; }
-    static double size(const QPointF& point) { return std::abs(point.x()) + std::abs(point.y()); }
+    static bool isDrawable(double number) { return std::abs(number) < 1e128; }
+    static bool isDrawable(const QPointF& point) { return isDrawable(point.x()) && isDrawable(point.y()); }
 
     bool moveTo(const QPointF& point) {
-        if (!isDrawable(size(point)))
+        if (!isDrawable(point))
             return false;
         mPath.moveTo(point + mOffset);
         mCurrent = mStart = point;
@@ -85,7 +85,7 @@ private:
     }
 
     bool lineTo(const QPointF& point) {
-        if (!isDrawable(size(point)))
+        if (!isDrawable(point))
             return false;
         mPath.lineTo(point + mOffset);
         mCurrent = point;
@@ -93,7 +93,7 @@ private:
     }
 
     bool cubicTo(const QPointF& control1, const QPointF& control2, const QPointF& end) {
-        if (!isDrawable(size(control1) + size(control2) + size(end)))
+        if (!isDrawable(control1) || !isDrawable(control2) || !isDrawable(end))
             return false;
         mPath.cubicTo(control1 + mOffset, control2 + mOffset, end + mOffset);
         mControl = control2;
@@ -103,7 +103,7 @@ private:
 
     /// As the cubic that it is: Qt's own way to it checks every point twice.
     bool quadraticTo(const QPointF& control, const QPointF& end) {
-        if (!isDrawable(size(control) + size(end)))
+        if (!isDrawable(control) || !isDrawable(end))
             return false;
         const QPointF middle = 2 * (control + mOffset), last = end + mOffset;
         mPath.cubicTo((mCurrent + mOffset + middle) / 3, (last + middle) / 3, last);
@@ -113,7 +113,7 @@ private:
     }
 
     bool arcTo(const double* numbers, const QPointF& end) {
-        if (!isDrawable(std::abs(numbers[0]) + std::abs(numbers[1]) + std::abs(numbers[2]) + size(end)))
+        if (!std::all_of(numbers, numbers + 3, [](double number) { return isDrawable(number); }) || !isDrawable(end))
             return false;
         // Not QPointF's comparison, for which close is equal.
         if (end.x() == mCurrent.x() && end.y() == mCurrent.y())

@@ -23,6 +23,20 @@ bool isDigit(char letter) {
     return letter >= '0' && letter <= '9';
 }
 
+/// Whether a number that no double holds is one because it lies too close to 0, and not because it is too large.
+bool isTiny(std::string_view number) {
+    const std::size_t letter = std::min(number.find_first_of("eE"), number.size());
+    const std::string_view digits = number.substr(0, letter);
+    const std::size_t point = std::min(digits.find('.'), digits.size());
+    const auto order = static_cast<std::int64_t>(point) - static_cast<std::int64_t>(digits.find_first_of("123456789"));
+    std::string_view power = number.substr(std::min(letter + 1, number.size()));
+    power.remove_prefix(power.starts_with('+') ? 1 : 0);
+    std::int64_t exponent = 0;
+    if (std::from_chars(power.data(), power.data() + power.size(), exponent).ec == std::errc::result_out_of_range)
+        return power.starts_with('-');
+    return exponent < -order;
+}
+
 /// A place in the text. Reading moves it behind what was read, failing leaves it.
 class Reader {
 public:
@@ -61,7 +75,13 @@ public:
         if (end == mAt)
             return false;
         const std::size_t first = peek() == '+' ? mAt + 1 : mAt;
-        if (std::from_chars(mText.data() + first, mText.data() + end, value).ec != std::errc() || !std::isfinite(value))
+        const std::string_view number = mText.substr(first, end - first);
+        if (std::from_chars(number.data(), number.data() + number.size(), value).ec != std::errc()) {
+            if (!isTiny(number))
+                return false;
+            value = 0;
+        }
+        if (!std::isfinite(value))
             return false;
         mAt = end;
         return true;

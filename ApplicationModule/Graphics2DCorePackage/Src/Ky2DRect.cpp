@@ -15,6 +15,7 @@
 #include <QPen>
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace {
@@ -28,6 +29,11 @@ std::pair<double, double> normalizeRadii(double rx, double ry, double width, dou
     rx = std::min(rx, width / 2);
     ry = std::min(ry, height / 2);
     return rx > 0 && ry > 0 ? std::pair(rx, ry) : std::pair(0.0, 0.0);
+}
+
+/// Qt takes no greater coordinates, and leaving out single ones would leave pieces; false for NaN.
+bool isDrawable(const KyVec2d& point) {
+    return std::abs(point.x) < 1e128 && std::abs(point.y) < 1e128;
 }
 
 /// The outline, clockwise on screen from the upper left corner.
@@ -58,6 +64,8 @@ std::vector<Ky2DPathCommand> makeOutline(double x, double y, double width, doubl
 const KyType* Ky2DRect::msType = nullptr;
 
 const KyType* Ky2DRect::getType() {
+    if (!msType)
+        initializeType();
     return msType;
 }
 
@@ -78,7 +86,7 @@ void Ky2DRect::finalizeType() {
 }
 
 const KyType* Ky2DRect::getObjectType() const {
-    return msType;
+    return getType();
 }
 
 Ky2DRect* Ky2DRect::clone() const {
@@ -156,9 +164,13 @@ void Ky2DRect::updateQGraphicsItemGeometry() {
     if (!item)
         return;
     QPainterPath path;
-    if (mWidth > 0 && mHeight > 0) {
+    const KyVec2d& offset = getQtOffset();
+    const KyVec2d first(mX, mY), last(mX + mWidth, mY + mHeight);
+    const bool isPlaceDrawable =
+        isDrawable(first) && isDrawable(last) && isDrawable(first + offset) && isDrawable(last + offset);
+    if (mWidth > 0 && mHeight > 0 && isPlaceDrawable) {
         const auto [rx, ry] = normalizeRadii(mRX, mRY, mWidth, mHeight);
-        Ky2DUtil::initializeQPainterPath(path, makeOutline(mX, mY, mWidth, mHeight, rx, ry), getQtOffset());
+        Ky2DUtil::initializeQPainterPath(path, makeOutline(mX, mY, mWidth, mHeight, rx, ry), offset);
     }
     item->setPath(path);
 }

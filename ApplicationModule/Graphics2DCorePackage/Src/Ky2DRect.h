@@ -9,7 +9,8 @@
 /// A rectangle, its corners rounded where both radii are above 0. Driven item: a QGraphicsPathItem. GUI thread.
 ///
 /// Radii are taken as in SVG: one that is 0 or less follows the other, both are limited to half the side. The getters
-/// give what was set. A width or height that is not above 0 draws nothing. All values are 0 at first.
+/// give what was set. A width or height that is not above 0 draws nothing, nor does a rectangle of which a side lies at
+/// 1e128 or beyond, or at no number. All values are 0 at first.
 ///
 /// ```
 /// Ky2DRect* card = Ky2DRect::create();

@@ -13,14 +13,9 @@
 #include <utility>
 
 const KyType* Ky2DScene::msType = nullptr;
+Ky2DScene* Ky2DScene::msFirstPending = nullptr;
 
 namespace {
-
-/// Those whose flag waits for applyModification. Never destroyed: scenes may end after the statics.
-std::vector<Ky2DScene*>& editPendingScenes() {
-    static auto* const scenes = new std::vector<Ky2DScene*>;
-    return *scenes;
-}
 
 /// Null without application: Qt would take whatever there is for one.
 QGraphicsScene* makeGraphicsScene() {
@@ -87,7 +82,7 @@ Ky2DScene::Ky2DScene(const Ky2DScene& other)
 Ky2DScene::~Ky2DScene() {
     // From now on nobody can insert.
     notifyEnd();
-    std::erase(editPendingScenes(), this);
+    forgetPending();
     releaseProxies();
     if (mOwnsGraphicsScene)
         delete mGraphicsScene.data();
@@ -96,7 +91,7 @@ Ky2DScene::~Ky2DScene() {
         node->mScene = nullptr;
         node->mSceneSlot = -1;
     }
-    std::erase(editPendingScenes(), this);
+    forgetPending();
 }
 
 /// Items move often: an index would be built anew at every look.
@@ -130,8 +125,8 @@ void Ky2DScene::attachItem(QGraphicsItem* item) {
 }
 
 void Ky2DScene::registerNode(Ky2DNode* node) {
-    if (node && node->getQGraphicsItem())
-        mNodes.insert_or_assign(node->getQGraphicsItem(), node);
+    if (node && node->mScene == this && node->mItem)
+        mNodes.insert_or_assign(node->mItem, node);
 }
 
 void Ky2DScene::unregisterNode(Ky2DNode* node) {
@@ -173,17 +168,10 @@ void Ky2DScene::leaveMember(Ky2DNode* node) {
     node->mSceneSlot = -1;
 }
 
-void Ky2DScene::onNodeModified() {
-    if (mHasPendingChanges || isEnding())
-        return;
-    mHasPendingChanges = true;
-    editPendingScenes().push_back(this);
-    mChangesPendingSignal.send(this);
-}
-
-void Ky2DScene::clearPendingChanges() {
-    std::vector<Ky2DScene*>& scenes = editPendingScenes();
-    for (Ky2DScene* scene : scenes)
-        scene->mHasPendingChanges = false;
-    scenes.clear();
+void Ky2DScene::forgetPending() {
+    Ky2DScene** link = &msFirstPending;
+    while (*link && *link != this)
+        link = &(*link)->mNextPending;
+    if (*link)
+        *link = mNextPending;
 }

@@ -11,6 +11,7 @@
 #include <QPointer>
 
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 /// The top of a tree of 2D nodes, and the Qt scene in which their items live, its own or a borrowed one. Knows the node
@@ -58,7 +59,8 @@ public:
     const Ky2DScene* getScene() const override { return this; }
     Ky2DScene* editScene() override { return this; }
 
-    /// Remembers the node of its item, instead of any other one; nodes call it. Nothing for a node without item.
+    /// Remembers the node of its item, instead of any other one; nodes call it. Nothing for a node without item and for
+    /// one that is not of this scene: nobody would tell of its end.
     void registerNode(Ky2DNode* node);
     /// Forgets the node's item, unless it is registered for another node.
     void unregisterNode(Ky2DNode* node);
@@ -97,8 +99,18 @@ private:
     void leaveMember(Ky2DNode* node);
     void leaveUnindexed();
     void releaseProxies();
-    void onNodeModified();
-    static void clearPendingChanges();
+    void onNodeModified() {
+        if (mHasPendingChanges || isEnding())
+            return;
+        mHasPendingChanges = true;
+        mNextPending = std::exchange(msFirstPending, this);
+        mChangesPendingSignal.send(this);
+    }
+    void forgetPending();
+    static void clearPendingChanges() {
+        for (; msFirstPending; msFirstPending = msFirstPending->mNextPending)
+            msFirstPending->mHasPendingChanges = false;
+    }
 
     std::unordered_map<const QGraphicsItem*, Ky2DNode*> mNodes;
     // All nodes whose scene this is, in the tree or not.
@@ -106,6 +118,9 @@ private:
     QPointer<QGraphicsScene> mGraphicsScene;
     bool mOwnsGraphicsScene = true;
     bool mHasPendingChanges = false;
+    // Of those whose flag waits for applyModification.
+    Ky2DScene* mNextPending = nullptr;
+    static Ky2DScene* msFirstPending;
     PickMode mPickMode = eArea;
     KySignal<Ky2DScene*> mChangesPendingSignal{"changesPendingSignal"};
 

@@ -9,19 +9,32 @@
 #include <QTransform>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <functional>
 
 namespace {
 
 /// Half the side of the square in which the area mode looks.
 constexpr double cReach = 10.0;
 
+/// False for an item whose transforms overflow together: Qt finds it everywhere.
+bool isPlaced(const QGraphicsItem* item) {
+    const QTransform t = item->sceneTransform();
+    const std::array<double, 9> parts{t.m11(), t.m12(), t.m13(), t.m21(), t.m22(), t.m23(), t.m31(), t.m32(), t.m33()};
+    return std::ranges::all_of(parts, [](double part) { return std::isfinite(part); });
+}
+
 QList<QGraphicsItem*> collect(const QGraphicsScene& scene, const QPointF& point, Ky2DScene::PickMode mode) {
-    if (mode == Ky2DScene::eArea)
-        return scene.items(QRectF(point.x() - cReach, point.y() - cReach, 2.0 * cReach, 2.0 * cReach),
-                           Qt::IntersectsItemShape, Qt::DescendingOrder);
-    QGraphicsItem* item = scene.itemAt(point, QTransform());
-    return item ? QList<QGraphicsItem*>{item} : QList<QGraphicsItem*>();
+    if (mode == Ky2DScene::eArea) {
+        const QRectF area(point.x() - cReach, point.y() - cReach, 2.0 * cReach, 2.0 * cReach);
+        QList<QGraphicsItem*> items = scene.items(area, Qt::IntersectsItemShape, Qt::DescendingOrder);
+        items.erase(std::remove_if(items.begin(), items.end(), std::not_fn(&isPlaced)), items.end());
+        return items;
+    }
+    const QList<QGraphicsItem*> items = scene.items(point, Qt::IntersectsItemShape, Qt::DescendingOrder);
+    const auto found = std::find_if(items.begin(), items.end(), &isPlaced);
+    return found == items.end() ? QList<QGraphicsItem*>() : QList<QGraphicsItem*>{*found};
 }
 
 /// All that can be picked; nothing of a scene that is gone or at a point that is none.

@@ -113,7 +113,7 @@ public:
     /// A number of QFont::StyleHint: what Qt looks for when there is no such family. 1, serif, at the start.
     std::int32_t getFontStyleHint() const { return mFontStyleHint; }
     double getFontSize() const { return mFontSize; }
-    /// In points; a size that is not above 0 leaves Qt's own.
+    /// In points; a size that is not above 0, or beyond 10,000, leaves Qt's own.
     void setFontSize(double size);
     std::int32_t getFontWeight() const { return mFontWeight; }
     /// A number of KyFontWeight or between them; counts as 0 to 99 when drawn.

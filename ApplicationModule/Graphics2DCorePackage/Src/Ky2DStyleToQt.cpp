@@ -19,6 +19,8 @@ namespace {
 
 constexpr double cShortestPattern = 0.001;
 constexpr int cLargestWeight = 99;
+/// Points; glyphs of far greater ones fill any view with their inside.
+constexpr double cLargestFontSize = 10000.0;
 
 /// Longest of the built-in patterns.
 constexpr std::size_t cPatternLength = 6;
@@ -99,7 +101,7 @@ void Ky2DStyle::configureTextStyle(QPen* pen, QBrush* brush, QFont* font) const 
     configureShapeStyle(pen, brush);
     font->setFamily(KyApplication::toQString(mFontFamily));
     font->setStyleHint(static_cast<QFont::StyleHint>(mFontStyleHint), QFont::PreferDefault);
-    if (std::isfinite(mFontSize) && mFontSize > 0.0)
+    if (mFontSize > 0.0 && mFontSize <= cLargestFontSize)
         font->setPointSizeF(mFontSize);
     font->setWeight(std::clamp(mFontWeight, 0, cLargestWeight));
     font->setStyle(static_cast<QFont::Style>(mFontStyle));

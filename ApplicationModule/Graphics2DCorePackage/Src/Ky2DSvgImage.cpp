@@ -3,36 +3,17 @@
 #include "Ky2DSvgImage.h"
 
 #include "Ky2DUtil.h"
+#include "KyPicture_p.h"
 
 #include "KyTypeBuilder.h"
 
 #include <QColor>
-#include <QPainter>
-#include <QSvgRenderer>
 
 #include <algorithm>
-#include <cstdint>
 
 namespace {
 
 constexpr QRgb cAlphaMask = 0xFF000000u;
-/// As pictures of files.
-constexpr std::int64_t cMaxPixels = std::int64_t{1} << 28;
-
-/// Straight alpha: a colour can replace that of a pixel as it is.
-QImage renderPicture(QSvgRenderer& renderer) {
-    const QSize size = renderer.defaultSize();
-    if (!renderer.isValid() || size.isEmpty() || std::int64_t{size.width()} * size.height() > cMaxPixels)
-        return {};
-    QImage image(size, QImage::Format_ARGB32_Premultiplied);
-    if (image.isNull())
-        return {};
-    image.fill(Qt::transparent);
-    QPainter painter(&image);
-    renderer.render(&painter);
-    painter.end();
-    return image.convertToFormat(QImage::Format_ARGB32);
-}
 
 } // namespace
 
@@ -64,10 +45,7 @@ void Ky2DSvgImage::setColor(const KyColor& color) {
 }
 
 QImage Ky2DSvgImage::loadImage() {
-    if (getSourcePath().empty())
-        return {};
-    QSvgRenderer renderer(QString::fromStdString(getSourcePath()));
-    QImage image = renderPicture(renderer);
+    QImage image = KyPicture::renderSvg(KyPicture::readFile(getSourcePath())).image;
     if (mIsColorized)
         colorizeImage(image);
     return image;

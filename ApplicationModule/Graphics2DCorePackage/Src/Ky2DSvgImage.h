@@ -9,6 +9,10 @@
 /// An SVG file shown as a picture of its default size, all in one colour once one was set: for symbols that take the
 /// colour of their surroundings. The picture's own transparency is kept.
 ///
+/// A picture leads to no other file: an `image` in it is shown when it is embedded and no SVG, and a style sheet of a
+/// file is not read. Nothing is shown of a compressed document and of one beyond a limit: 16 MiB, 2^26 pixels, 500
+/// elements within elements.
+///
 /// ```
 /// Ky2DSvgImage* symbol = Ky2DSvgImage::create();
 /// symbol->setFileLocalPath("/data/arrow.svg");

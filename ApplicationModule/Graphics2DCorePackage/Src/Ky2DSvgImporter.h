@@ -25,7 +25,12 @@ class KyURL;
 /// A document is refused as a whole when it is no well-formed SVG, uses an entity of its own or is beyond a limit. What
 /// has no counterpart is left out or simplified, and reported once by name: a fill by gradient ("linearGradient") takes
 /// the fallback colour or the mean of the stops, a pattern without fallback grey; "filter", "mask", "clipPath" and
-/// "marker" are not applied; animations, scripts and unknown elements are not carried.
+/// "marker" are not applied; what reaches out of a nested `svg`, or is sliced off, stays ("clip"); animations, scripts
+/// and unknown elements are not carried. What cannot be read is reported too: "length", "color", "points", "path data",
+/// "transform" (also one in a style) and "image".
+///
+/// Pictures are read at once, from regular files of this machine and Qt's resources, each only once. Together they have
+/// at most 2^26 pixels; what is beyond is missing, as is what they lead to in turn: an SVG picture shows no other file.
 ///
 /// ```
 /// Ky2DSvgImporter importer;

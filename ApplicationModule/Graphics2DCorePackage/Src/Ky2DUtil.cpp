@@ -8,6 +8,7 @@
 #include <QColor>
 
 #include <algorithm>
+#include <typeinfo>
 
 namespace {
 
@@ -19,7 +20,18 @@ double limit(float component) {
 } // namespace
 
 bool Ky2DUtil::hasApplication() {
-    return qobject_cast<QApplication*>(QCoreApplication::instance()) != nullptr;
+    // Asked at every update: the class that was one before is one again.
+    static const std::type_info* known = nullptr;
+    const QCoreApplication* application = QCoreApplication::instance();
+    if (!application)
+        return false;
+    const std::type_info* type = &typeid(*application);
+    if (type == known)
+        return true;
+    if (!qobject_cast<const QApplication*>(application))
+        return false;
+    known = type;
+    return true;
 }
 
 QColor Ky2DUtil::KyColorToQColor(const KyColor& color) {

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The KyApplication authors
 // SPDX-License-Identifier: MIT
-#include "Ky2DView.h"
+#include "Ky2DViewBusy_p.h"
 
 #include "Ky2DScene.h"
 #include "Ky2DUtil.h"
@@ -72,6 +72,7 @@ Ky2DView::Ky2DView(QWidget* parent)
     setViewportUpdateMode(SmartViewportUpdate);
     setFocusPolicy(Qt::StrongFocus);
     setBackgroundColor(mBackgroundColor);
+    mToldSize = size();
 }
 
 Ky2DView::~Ky2DView() {
@@ -105,6 +106,7 @@ Ky2DScene* Ky2DView::getScene() const {
 }
 
 void Ky2DView::setScene(Ky2DScene* scene) {
+    const Busy busy(*this);
     mSlots.disconnectAll();
     endPress();
     mScene = KyObjectReference(scene);
@@ -120,9 +122,10 @@ void Ky2DView::setScene(Ky2DScene* scene) {
     }
     if (mIsFitted)
         fit();
+    if (!busy.isAlive())
+        return;
     viewport()->update();
-    if (isWatched() && !isEnding())
-        notifyModified("Scene");
+    tell("Scene");
 }
 
 void Ky2DView::onChangesPending() {
@@ -134,9 +137,9 @@ void Ky2DView::onChangesPending() {
         this,
         [this] {
             mIsApplyQueued = false;
-            const QPointer<Ky2DView> self(this);
+            const Busy busy(*this);
             Ky2DNode::applyModification();
-            if (self && mIsFitted && mIsFitPending)
+            if (busy.isAlive() && mIsFitted && mIsFitPending)
                 fit();
         },
         Qt::QueuedConnection);
@@ -150,8 +153,7 @@ void Ky2DView::setBackgroundColor(const KyColor& color) {
     QPalette colors = palette();
     colors.setColor(QPalette::Base, base);
     setPalette(colors);
-    if (isWatched())
-        notifyModified("BackgroundColor");
+    tell("BackgroundColor");
 }
 
 std::string Ky2DView::getCaption() const {
@@ -160,30 +162,29 @@ std::string Ky2DView::getCaption() const {
 
 void Ky2DView::setCaption(const std::string& caption) {
     setWindowTitle(QString::fromStdString(caption));
-    if (isWatched())
-        notifyModified("Caption");
+    tell("Caption");
 }
 
 void Ky2DView::setWidth(int width) {
     if (width < 1)
         return;
+    mToldSize.setWidth(-1);
     resize(std::min(width, cLargestSize), height());
-    if (isWatched())
-        notifyModified("Width");
+    tellSize();
 }
 
 void Ky2DView::setHeight(int height) {
     if (height < 1)
         return;
+    mToldSize.setHeight(-1);
     resize(width(), std::min(height, cLargestSize));
-    if (isWatched())
-        notifyModified("Height");
+    tellSize();
 }
 
 void Ky2DView::setShown(bool isShown) {
+    mToldShown = !isShown;
     setVisible(isShown);
-    if (isWatched())
-        notifyModified("Shown");
+    tellShown();
 }
 
 void Ky2DView::place() {
@@ -219,8 +220,7 @@ void Ky2DView::setZoom(double zoom) {
     mZoom = std::clamp(zoom, cMinZoom, cMaxZoom);
     mIsFitted = false;
     place();
-    if (isWatched())
-        notifyModified("Zoom");
+    tell("Zoom");
 }
 
 void Ky2DView::setCenter(const KyVec2d& center) {
@@ -229,20 +229,20 @@ void Ky2DView::setCenter(const KyVec2d& center) {
     mCenter = center;
     mIsFitted = false;
     place();
-    if (isWatched())
-        notifyModified("Center");
+    tell("Center");
 }
 
 void Ky2DView::setRotation(double degrees) {
     if (!std::isfinite(degrees))
         return;
     mRotation = std::fmod(degrees, 360.0);
+    const Busy busy(*this);
     if (mIsFitted)
         fit();
     else
         place();
-    if (isWatched())
-        notifyModified("Rotation");
+    if (busy.isAlive())
+        tell("Rotation");
 }
 
 void Ky2DView::zoom(double factor) {
@@ -252,19 +252,23 @@ void Ky2DView::zoom(double factor) {
 void Ky2DView::zoomAt(double factor, double x, double y) {
     if (!isFinite(x, y) || !std::isfinite(factor) || factor <= 0.0)
         return;
+    const Busy busy(*this);
     settle();
+    if (!busy.isAlive())
+        return;
     const double dx = x - width() / 2.0, dy = y - height() / 2.0;
     const KyVec2d fixed = mCenter + toSceneOffset(dx, dy);
     mZoom = std::clamp(mZoom * factor, cMinZoom, cMaxZoom);
-    const QPointer<Ky2DView> self(this);
     setCenter(fixed - toSceneOffset(dx, dy));
-    if (self && isWatched())
-        notifyModified("Zoom");
+    if (busy.isAlive())
+        tell("Zoom");
 }
 
 void Ky2DView::pan(double dx, double dy) {
+    const Busy busy(*this);
     settle();
-    setCenter(mCenter - toSceneOffset(dx, dy));
+    if (busy.isAlive())
+        setCenter(mCenter - toSceneOffset(dx, dy));
 }
 
 QRectF Ky2DView::getVisibleBound() const {
@@ -280,7 +284,10 @@ QRectF Ky2DView::getVisibleBound() const {
 }
 
 void Ky2DView::fit() {
+    const Busy busy(*this);
     Ky2DNode::applyModification();
+    if (!busy.isAlive())
+        return;
     mIsFitted = true;
     const QRectF bound = getVisibleBound();
     mIsFitPending = bound.isNull() || size().isEmpty();
@@ -293,10 +300,11 @@ void Ky2DView::fit() {
 void Ky2DView::fitNode(Ky2DNode* node) {
     if (!node || !getScene() || node->getScene() != getScene())
         return;
+    const Busy busy(*this);
     const Ky2DNode::Watch watch(node);
     const KyRectd bound = node->getBound();
     const QRectF rect(bound.origin.x, bound.origin.y, bound.width, bound.height);
-    if (!watch.isAlive() || !bound.isFinite() || !isFinite(rect))
+    if (!busy.isAlive() || !watch.isAlive() || !bound.isFinite() || !isFinite(rect))
         return;
     mIsFitted = false;
     showRect(rect);
@@ -309,8 +317,10 @@ void Ky2DView::showRect(const QRectF& rect) {
         mZoom = std::clamp(zoom, cMinZoom, cMaxZoom);
     mCenter = KyVec2d(rect.center().x(), rect.center().y());
     place();
-    if (isWatched())
-        notifyModified("Zoom");
+    const Busy busy(*this);
+    tell("Zoom");
+    if (busy.isAlive())
+        tell("Center");
 }
 
 KyVec2d Ky2DView::toScene(double x, double y) const {
@@ -326,9 +336,9 @@ KyVec2d Ky2DView::fromScene(const KyVec2d& point) const {
 }
 
 Ky2DNode* Ky2DView::pick(double x, double y) {
-    const QPointer<Ky2DView> self(this);
+    const Busy busy(*this);
     Ky2DNode::applyModification();
-    if (!self || !getScene() || !(std::abs(x) < cFarAway && std::abs(y) < cFarAway))
+    if (!busy.isAlive() || !getScene() || !(std::abs(x) < cFarAway && std::abs(y) < cFarAway))
         return nullptr;
     settle();
     const QRect pixel(QPoint(static_cast<int>(std::floor(x)), static_cast<int>(std::floor(y))), QSize(1, 1));
@@ -354,8 +364,12 @@ Ky2DNode* Ky2DView::getPickedNode() const {
 QImage Ky2DView::toImage(int width, int height) {
     if (width < 1 || height < 1 || width > cLargestSize || height > cLargestSize)
         return {};
+    const Busy busy(*this);
     Ky2DNode::applyModification();
-    settle();
+    if (busy.isAlive())
+        settle();
+    if (!busy.isAlive())
+        return {};
     QImage image(width, height, QImage::Format_ARGB32_Premultiplied);
     if (image.isNull())
         return {};

@@ -141,6 +141,8 @@ protected:
     bool viewportEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
@@ -155,6 +157,11 @@ private:
 
     /// What a resize that the hidden view was not told of yet has left undone.
     void settle();
+    /// Tells what is modified, if anybody listens; the view may end.
+    void tell(const char* attribute);
+    /// The same with what differs from what was told last.
+    void tellSize();
+    void tellShown();
     void onChangesPending();
     void place();
     void showRect(const QRectF& rect);
@@ -184,6 +191,8 @@ private:
     bool mIsFitPending = true;
     unsigned mNbBusy = 0;
     QSize mPlacedSize;
+    QSize mToldSize;
+    bool mToldShown = false;
 
     static const KyType* msType;
 };

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The KyApplication authors
 // SPDX-License-Identifier: MIT
-#include "Ky2DView.h"
+#include "Ky2DViewBusy_p.h"
 
 #include "Ky2DScene.h"
 
@@ -43,25 +43,6 @@ constexpr Qt::KeyboardModifiers cCommandModifiers = Qt::ControlModifier | Qt::Al
 
 } // namespace
 
-/// While one lives on the stack destroy() waits.
-class Ky2DView::Busy {
-public:
-    explicit Busy(Ky2DView& view)
-        : mView(&view) {
-        ++view.mNbBusy;
-    }
-    Busy(const Busy&) = delete;
-    Busy& operator=(const Busy&) = delete;
-    ~Busy() {
-        if (mView)
-            --mView->mNbBusy;
-    }
-
-private:
-    /// Qt's parents end views as they like.
-    QPointer<Ky2DView> mView;
-};
-
 bool Ky2DView::event(QEvent* event) {
     if (event->type() == QEvent::DeferredDelete)
         return QGraphicsView::event(event);
@@ -82,7 +63,39 @@ void Ky2DView::paintEvent(QPaintEvent* event) {
 
 void Ky2DView::resizeEvent(QResizeEvent* event) {
     QGraphicsView::resizeEvent(event);
+    const QPointer<Ky2DView> self(this);
     settle();
+    if (self)
+        tellSize();
+}
+
+void Ky2DView::showEvent(QShowEvent* event) {
+    QGraphicsView::showEvent(event);
+    tellShown();
+}
+
+void Ky2DView::hideEvent(QHideEvent* event) {
+    QGraphicsView::hideEvent(event);
+    tellShown();
+}
+
+void Ky2DView::tell(const char* attribute) {
+    if (isWatched() && !isEnding())
+        notifyModified(attribute);
+}
+
+void Ky2DView::tellSize() {
+    const QSize told = std::exchange(mToldSize, size());
+    const QPointer<Ky2DView> self(this);
+    if (told.width() != size().width())
+        tell("Width");
+    if (self && told.height() != size().height())
+        tell("Height");
+}
+
+void Ky2DView::tellShown() {
+    if (std::exchange(mToldShown, isVisible()) != isVisible())
+        tell("Shown");
 }
 
 void Ky2DView::wheelEvent(QWheelEvent* event) {
@@ -158,8 +171,7 @@ void Ky2DView::mouseReleaseEvent(QMouseEvent* event) {
 
 void Ky2DView::click(const QPoint& position) {
     mPickedNode = KyObjectReference(pick(position.x(), position.y()));
-    if (isWatched())
-        notifyModified("PickedNode");
+    tell("PickedNode");
     mNodePickedSignal.send(getPickedNode());
 }
 

@@ -131,6 +131,7 @@ void KySvgBuilder::buildElement(const Task& task) {
     if (task.context->depth > Ky2DSvgImporter::cMaxDepth)
         return mReports.add("nesting");
     State state{task, element, mCascade.compute(element, task.context->style, task.context->viewport), QTransform()};
+    state.style.isDisplayed = state.style.isDisplayed && fitsConditions(element);
     const std::optional<QTransform> transform = KySvgValues::readTransform(element.getAttribute("transform"));
     if (!transform)
         mReports.add("transform");
@@ -244,10 +245,18 @@ void KySvgBuilder::buildViewport(const State& state) {
         const auto ratio = KySvgValues::readAspectRatio(state.element.getAttribute("preserveAspectRatio"));
         placed.transform = KySvgValues::fitViewBox(*box, ratio, inner.width, inner.height) * placed.transform;
         inner = {(*box)[2], (*box)[3]};
+        reportClip(state.style, ratio.isSlice);
     }
+    // A symbol is mostly drawn to fit.
+    reportClip(state.style, state.element.name == "svg");
     // Nothing is drawn in a viewport without area.
     placed.style.isDisplayed = state.style.isDisplayed && inner.width >= 0.0 && inner.height >= 0.0;
     pushChildren(placed, makeGroup(placed), inner);
+}
+
+void KySvgBuilder::reportClip(const KySvgStyle& style, bool mayReachOut) {
+    if (mayReachOut && style.isClipped)
+        mReports.add("clip");
 }
 
 Ky2DGroup* KySvgBuilder::makeRoot() {
@@ -262,6 +271,7 @@ Ky2DGroup* KySvgBuilder::makeRoot() {
     if (box && mSize.width > 0.0 && mSize.height > 0.0) {
         const auto ratio = KySvgValues::readAspectRatio(element.getAttribute("preserveAspectRatio"));
         state.transform = KySvgValues::fitViewBox(*box, ratio, mSize.width, mSize.height);
+        reportClip(state.style, ratio.isSlice);
     }
     Ky2DGroup* root = makeGroup(state);
     pushChildren(state, root, box ? natural : mSize);
@@ -272,7 +282,11 @@ std::optional<double> KySvgBuilder::findLength(const State& state, const KySvgEl
                                                std::string_view attribute, Axis axis) const {
     const KySvgViewport& viewport = state.task.context->viewport;
     const std::array<double, 3> bases{viewport.width, viewport.height, viewport.getDiagonal()};
-    return KySvgValues::readLength(element.getAttribute(attribute), {state.style.fontSize, bases[std::size_t(axis)]});
+    const std::string_view text = element.getAttribute(attribute);
+    const auto length = KySvgValues::readLength(text, {state.style.fontSize, bases[std::size_t(axis)]});
+    if (!length && !text.empty() && text != "auto")
+        mReports.add("length");
+    return length;
 }
 
 double KySvgBuilder::getLength(const State& state, std::string_view attribute, Axis axis, double missing) const {

@@ -17,10 +17,10 @@
 #include <memory>
 #include <optional>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 class Ky2DGroup;
-class Ky2DImage;
 class Ky2DNode;
 class Ky2DPath;
 struct KySvgTextRun;
@@ -81,6 +81,7 @@ private:
     void buildUse(const State& state);
     void buildSymbol(const State& state);
     void buildViewport(const State& state);
+    void reportClip(const KySvgStyle& style, bool mayReachOut);
     void pushChildren(const State& state, Ky2DGroup* group, const KySvgViewport& viewport);
     bool isRepeating(const State& state, int target) const;
 
@@ -94,8 +95,8 @@ private:
     void buildPoints(const State& state, bool isClosed);
     void buildPath(const State& state);
     void buildImage(const State& state);
-    void loadImage(Ky2DImage& image, std::string_view link);
-    QImage readEmbedded(std::string_view link);
+    const QImage& findPicture(std::string_view link, const KyURL& url);
+    QImage readPicture(std::string_view link, const KyURL& url);
     void buildText(const State& state);
     void makeText(const State& state, const KySvgTextRun& run, Ky2DGroup* parent, bool isAlone);
 
@@ -119,6 +120,8 @@ private:
     KySvgViewport mSize;
     std::vector<Task> mTasks;
     std::size_t mNbNodes = 0;
+    /// By link; null where there is none.
+    std::unordered_map<std::string_view, QImage> mPictures;
     std::int64_t mNbPixels = 0;
 };
 

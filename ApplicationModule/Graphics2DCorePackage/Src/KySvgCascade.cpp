@@ -42,7 +42,7 @@ struct Loss {
     std::string_view property;
     std::string_view report;
 };
-constexpr std::array<Loss, 16> cLosses{{{"filter", "filter"},
+constexpr std::array<Loss, 19> cLosses{{{"filter", "filter"},
                                         {"mask", "mask"},
                                         {"clip-path", "clipPath"},
                                         {"marker", "marker"},
@@ -57,7 +57,10 @@ constexpr std::array<Loss, 16> cLosses{{{"filter", "filter"},
                                         {"dominant-baseline", "dominant-baseline"},
                                         {"writing-mode", "writing-mode"},
                                         {"paint-order", "paint-order"},
-                                        {"mix-blend-mode", "mix-blend-mode"}}};
+                                        {"mix-blend-mode", "mix-blend-mode"},
+                                        {"clip", "clip"},
+                                        {"rotate", "rotate"},
+                                        {"textLength", "textLength"}}};
 /// Values that ask for nothing.
 constexpr std::array<std::string_view, 8> cNeutralValues{"none", "normal", "auto",    "baseline",
                                                          "0",    "lr-tb",  "inherit", "alphabetic"};
@@ -78,13 +81,13 @@ int readWeight(std::string_view text, int parent) {
     return numbers.size() == 1 ? int(std::clamp(numbers[0], 1.0, 1000.0)) : parent;
 }
 
-double readFontSize(std::string_view text, double parent) {
+std::optional<double> readFontSize(std::string_view text, double parent) {
     if (const std::optional<double> named = findValue(cFontSizes, text))
         return *named;
     if (text == "larger" || text == "smaller")
         return text == "larger" ? parent * cFontStep : parent / cFontStep;
     const std::optional<double> size = readLength(text, {parent, parent});
-    return size && *size >= 0.0 ? *size : parent;
+    return size && *size >= 0.0 ? size : std::nullopt;
 }
 
 } // namespace
@@ -97,7 +100,13 @@ struct KySvgProperties {
         const KySvgViewport& viewport;
 
         std::optional<double> readLength(const KySvgStyle& style, std::string_view text) const {
-            return KySvgValues::readLength(text, {style.fontSize, viewport.getDiagonal()});
+            return report(KySvgValues::readLength(text, {style.fontSize, viewport.getDiagonal()}), "length");
+        }
+        template <class Value>
+        std::optional<Value> report(std::optional<Value> value, std::string_view name) const {
+            if (!value)
+                cascade.mReports.add(name);
+            return value;
         }
     };
     struct Property {
@@ -106,24 +115,30 @@ struct KySvgProperties {
     };
 
     static void setPaint(KySvgPaint& paint, std::string_view text, const KySvgStyle& style, const Scope& scope) {
-        paint = scope.cascade.readPaint(text, style.color).value_or(paint);
+        paint = scope.report(scope.cascade.readPaint(text, style.color), "color").value_or(paint);
     }
-    static void setColor(KyColor& color, std::string_view text, const KyColor& current) {
-        color = text == "currentColor" ? current : KySvgColor::read(text).value_or(color);
+    static void setColor(KyColor& color, std::string_view text, const KyColor& current, const Scope& scope) {
+        color = text == "currentColor" ? current : scope.report(KySvgColor::read(text), "color").value_or(color);
     }
     static void setDashes(KySvgStyle& style, std::string_view text, const Scope& scope) {
-        style.dashes = readLengths(text, {style.fontSize, scope.viewport.getDiagonal()});
+        const bool isNone = text == "none";
+        style.dashes = takeLengths(text, {style.fontSize, scope.viewport.getDiagonal()});
+        if (!isNone && !text.empty())
+            scope.cascade.mReports.add("length");
         if (std::ranges::any_of(style.dashes, [](double dash) { return dash < 0.0; }))
             style.dashes.clear();
     }
 
-    static const std::array<Property, 25> cTable;
+    static const std::array<Property, 26> cTable;
 };
 
-const std::array<KySvgProperties::Property, 25> KySvgProperties::cTable{{
-    {"font-size", [](KySvgStyle& s, std::string_view t,
-                     const Scope& scope) { s.fontSize = readFontSize(t, scope.parent.fontSize); }},
-    {"color", [](KySvgStyle& s, std::string_view t, const Scope&) { setColor(s.color, t, s.color); }},
+const std::array<KySvgProperties::Property, 26> KySvgProperties::cTable{{
+    {"font-size",
+     [](KySvgStyle& s, std::string_view t, const Scope& scope) {
+         const double parent = scope.parent.fontSize;
+         s.fontSize = scope.report(readFontSize(t, parent), "length").value_or(parent);
+     }},
+    {"color", [](KySvgStyle& s, std::string_view t, const Scope& scope) { setColor(s.color, t, s.color, scope); }},
     {"fill", [](KySvgStyle& s, std::string_view t, const Scope& scope) { setPaint(s.fill, t, s, scope); }},
     {"stroke", [](KySvgStyle& s, std::string_view t, const Scope& scope) { setPaint(s.stroke, t, s, scope); }},
     {"fill-opacity",
@@ -156,7 +171,9 @@ const std::array<KySvgProperties::Property, 25> KySvgProperties::cTable{{
                        const Scope& scope) { s.fontWeight = readWeight(t, scope.parent.fontWeight); }},
     {"font-style", [](KySvgStyle& s, std::string_view t, const Scope&) { choose(s.fontStyle, cFontStyles, t); }},
     {"text-anchor", [](KySvgStyle& s, std::string_view t, const Scope&) { choose(s.textAnchor, cAnchors, t); }},
-    {"stop-color", [](KySvgStyle& s, std::string_view t, const Scope&) { setColor(s.stopColor, t, s.color); }},
+    {"stop-color",
+     [](KySvgStyle& s, std::string_view t, const Scope& scope) { setColor(s.stopColor, t, s.color, scope); }},
+    {"overflow", [](KySvgStyle& s, std::string_view t, const Scope&) { s.isClipped = t != "visible" && t != "auto"; }},
     {"stop-opacity",
      [](KySvgStyle& s, std::string_view t, const Scope&) { s.stopOpacity = readRatio(t).value_or(s.stopOpacity); }},
     {"white-space", [](KySvgStyle& s, std::string_view t, const Scope&) { s.keepsBlanks = t == "pre"; }},
@@ -195,6 +212,10 @@ KySvgStyle KySvgCascade::compute(const KySvgElement& element, const KySvgStyle& 
         if (const auto found = values.find(loss.property);
             found != values.end() && std::ranges::find(cNeutralValues, found->second) == cNeutralValues.end())
             mReports.add(loss.report);
+    // As a property it knows units and origins.
+    if (const auto found = values.find("transform");
+        found != values.end() && found->second != trim(element.getAttribute("transform")) && found->second != "none")
+        mReports.add("transform");
     return style;
 }
 

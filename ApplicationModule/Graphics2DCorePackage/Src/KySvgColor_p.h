@@ -9,8 +9,8 @@
 
 namespace KySvgColor {
 
-/// A name of SVG's list, "transparent", "#rgb", "#rrggbb" or "rgb(...)" of numbers or percentages; opaque but for
-/// "transparent".
+/// A name of SVG's list, "transparent", "#rgb", "#rrggbb", "rgb(...)" of numbers or percentages or "hsl(...)", the last
+/// four with an alpha too: "#rgba", "rgba(...)", "rgb(... / alpha)". What a colour profile says is passed over.
 std::optional<KyColor> read(std::string_view text);
 
 } // namespace KySvgColor

@@ -17,6 +17,8 @@
 namespace {
 
 constexpr QLatin1String cNamespace("http://www.w3.org/2000/svg");
+constexpr QLatin1String cLinkNamespace("http://www.w3.org/1999/xlink");
+constexpr QLatin1String cDeclaration("xmlns:");
 
 /// Elements whose text is of use.
 constexpr std::array<std::string_view, 4> cTextElements{"text", "tspan", "a", "style"};
@@ -34,9 +36,9 @@ std::string getLocalName(const QXmlStreamReader& reader) {
 
 bool isForeign(const QXmlStreamReader& reader, const QString& prefix) {
     const QXmlStreamAttributes attributes = reader.attributes();
-    const QLatin1String declaration("xmlns");
+    const QString declaration = prefix.isEmpty() ? QStringLiteral("xmlns") : cDeclaration + prefix;
     return getPrefix(reader) != prefix ||
-           (prefix.isEmpty() && attributes.hasAttribute(declaration) && attributes.value(declaration) != cNamespace);
+           (attributes.hasAttribute(declaration) && attributes.value(declaration) != cNamespace);
 }
 
 void refuseRoot(QXmlStreamReader& reader) {
@@ -165,12 +167,18 @@ void KySvgDocument::begin(QXmlStreamReader& reader, Way& way, KySvgReports& repo
     ++way.depth;
 }
 
-void KySvgDocument::readAttributes(const QXmlStreamReader& reader, KySvgElement& element) const {
+void KySvgDocument::readAttributes(const QXmlStreamReader& reader, KySvgElement& element) {
     const QXmlStreamAttributes attributes = reader.attributes();
-    element.attributes.reserve(std::size_t(attributes.size()));
     for (const QXmlStreamAttribute& attribute : attributes)
-        element.attributes.push_back(
-            {attribute.qualifiedName().toString().toStdString(), attribute.value().toString().toStdString()});
+        if (attribute.value() == cLinkNamespace && attribute.qualifiedName().startsWith(cDeclaration))
+            mLinkPrefixes.insert(attribute.qualifiedName().mid(cDeclaration.size()).toString() + QLatin1Char(':'));
+    element.attributes.reserve(std::size_t(attributes.size()));
+    for (const QXmlStreamAttribute& attribute : attributes) {
+        QString name = attribute.qualifiedName().toString();
+        if (const int local = name.indexOf(QLatin1Char(':')) + 1; mLinkPrefixes.contains(name.left(local)))
+            name.replace(0, local, QStringLiteral("xlink:"));
+        element.attributes.push_back({name.toStdString(), attribute.value().toString().toStdString()});
+    }
 }
 
 void KySvgDocument::addText(const QXmlStreamReader& reader, const Way& way) {

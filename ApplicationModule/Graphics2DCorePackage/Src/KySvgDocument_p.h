@@ -4,6 +4,7 @@
 
 #include "KySvgReports_p.h"
 
+#include <QSet>
 #include <QString>
 
 #include <cstddef>
@@ -59,12 +60,14 @@ private:
     bool readAll(QXmlStreamReader& reader, KySvgReports& reports);
     void readToken(QXmlStreamReader& reader, Way& way, KySvgReports& reports);
     void begin(QXmlStreamReader& reader, Way& way, KySvgReports& reports);
-    void readAttributes(const QXmlStreamReader& reader, KySvgElement& element) const;
+    void readAttributes(const QXmlStreamReader& reader, KySvgElement& element);
     void addText(const QXmlStreamReader& reader, const Way& way);
     int append(KySvgElement element, int parent);
 
     std::vector<KySvgElement> mElements;
     std::unordered_map<std::string, int> mIds;
     QString mPrefix;
+    /// Those of links, with their colons, wherever they were declared.
+    QSet<QString> mLinkPrefixes;
     std::size_t mSize = 0;
 };

@@ -11,23 +11,74 @@
 #include "Ky2DRect.h"
 #include "Ky2DStyle.h"
 #include "Ky2DSvgImage.h"
+#include "Ky2DUtil.h"
+#include "KyPicture_p.h"
 #include "KySvgValues_p.h"
 
-#include <QBuffer>
-#include <QImageReader>
+#include "KyResource.h"
 
-#include <array>
+#include <QPixmap>
+
+#include <algorithm>
+#include <optional>
 #include <utility>
 
 namespace {
 
-/// Of all embedded pictures of a document, `use` counted each time.
-constexpr std::int64_t cMaxPixels = std::int64_t{1} << 26;
-
-constexpr std::array<std::string_view, 3> cImageSchemes{"", "file", "qrc"};
+constexpr std::string_view cDataScheme = "data:";
+constexpr std::int64_t cPixelBytes = 4;
 
 QByteArray toBytes(std::string_view text) {
     return QByteArray(text.data(), int(text.size()));
+}
+
+QByteArray readEmbedded(std::string_view link) {
+    const std::size_t comma = link.find(',');
+    if (comma == std::string_view::npos)
+        return {};
+    const bool isBase64 = link.substr(0, comma).ends_with(";base64");
+    const QByteArray text = QByteArray::fromPercentEncoding(toBytes(link.substr(comma + 1)));
+    return isBase64 ? QByteArray::fromBase64(text) : text;
+}
+
+using Command = Ky2DPathCommand;
+
+bool isMove(const Command& command) {
+    return command.getType() <= Command::eRelativeMoveTo;
+}
+
+/// Whether a line behind a move leads nowhere.
+bool isStill(const Command& move, const Command& line) {
+    const auto numbers = line.getCoordinates();
+    const std::int32_t type = line.getType();
+    if (type == Command::eRelativeLineTo || type == Command::eRelativeHorizontalTo ||
+        type == Command::eRelativeVerticalTo)
+        return std::ranges::all_of(numbers, [](double number) { return number == 0.0; });
+    return type == Command::eLineTo && move.getType() == Command::eMoveTo &&
+           std::ranges::equal(numbers, move.getCoordinates());
+}
+
+/// Gives the parts of a path that are but a point some length: Qt draws no caps without.
+std::vector<Command> lengthenPoints(const std::vector<Command>& commands, double length) {
+    std::vector<Command> drawn;
+    drawn.reserve(commands.size());
+    for (std::size_t i = 0; i < commands.size(); ++i) {
+        drawn.push_back(commands[i]);
+        std::size_t next = i + 1;
+        if (!isMove(commands[i]) || next == commands.size())
+            continue;
+        const bool hasLine = isStill(commands[i], commands[next]);
+        next += hasLine ? 1 : 0;
+        const bool isClosed = next < commands.size() && commands[next].getType() == Command::eClose;
+        const bool isOver = next == commands.size() || isMove(commands[next]);
+        if (!isClosed && !(hasLine && isOver))
+            continue;
+        // What follows begins where the point is.
+        drawn.emplace_back(Command::eRelativeLineTo, std::initializer_list<double>{length, 0.0});
+        drawn.emplace_back(Command::eRelativeMoveTo, std::initializer_list<double>{-length, 0.0});
+        i = isClosed ? next : next - 1;
+    }
+    return drawn;
 }
 
 } // namespace
@@ -48,8 +99,12 @@ void KySvgBuilder::buildRect(const State& state) {
     rect->setY(getLength(state, "y", eAlongY));
     rect->setWidth(getLength(state, "width", eAlongX));
     rect->setHeight(getLength(state, "height", eAlongY));
-    rect->setRX(getLength(state, "rx", eAlongX));
-    rect->setRY(getLength(state, "ry", eAlongY));
+    const std::optional<double> rx = findLength(state, state.element, "rx", eAlongX);
+    const std::optional<double> ry = findLength(state, state.element, "ry", eAlongY);
+    // The node takes one that is not given from the other.
+    const bool isSquare = rx && ry && (*rx <= 0.0 || *ry <= 0.0);
+    rect->setRX(isSquare ? 0.0 : rx.value_or(0.0));
+    rect->setRY(isSquare ? 0.0 : ry.value_or(0.0));
 }
 
 void KySvgBuilder::buildCircle(const State& state) {
@@ -92,7 +147,10 @@ void KySvgBuilder::buildPolygon(const State& state) {
 
 void KySvgBuilder::buildPoints(const State& state, bool isClosed) {
     Ky2DPath* path = makeShape<Ky2DPath>(state);
-    const std::vector<double> numbers = KySvgValues::readNumbers(state.element.getAttribute("points"));
+    std::string_view text = state.element.getAttribute("points");
+    const std::vector<double> numbers = KySvgValues::takeNumbers(text);
+    if (!text.empty() || numbers.size() % 2 != 0)
+        mReports.add("points");
     if (!path || numbers.size() < 2)
         return;
     std::vector<Ky2DPathCommand> commands;
@@ -113,13 +171,16 @@ void KySvgBuilder::buildPath(const State& state) {
     const bool beginsWithMove = commands.empty() || commands.front().getType() <= Ky2DPathCommand::eRelativeMoveTo;
     if (!isRead || !beginsWithMove)
         mReports.add("path data");
+    if (state.style.cap != eFlatCap && state.style.stroke.isDrawn)
+        commands = lengthenPoints(commands, state.style.strokeWidth * KySvgStyle::cDotLength);
     if (beginsWithMove)
         path->setCommands(std::move(commands));
 }
 
 void KySvgBuilder::buildImage(const State& state) {
     const std::string_view link = state.element.getLink();
-    const KyURL url(std::string(link.substr(0, link.starts_with("data:") ? 5 : link.size())));
+    const bool isEmbedded = link.starts_with(cDataScheme);
+    const KyURL url = isEmbedded ? KyURL() : KyURL(std::string(link)).getAbsoluteURL(mBase);
     Ky2DImage* image =
         KySvgValues::toLower(url.getExtension()) == "svg" ? makeNode<Ky2DSvgImage>(state) : makeNode<Ky2DImage>(state);
     if (!image)
@@ -133,35 +194,32 @@ void KySvgBuilder::buildImage(const State& state) {
     image->setPreserveAspectRatio(ratio.isKept);
     if (ratio.isKept && (ratio.isSlice || ratio.alignX != 0.5 || ratio.alignY != 0.5))
         mReports.add("preserveAspectRatio");
-    loadImage(*image, link);
+    if (const QImage& picture = findPicture(link, url); !picture.isNull())
+        isEmbedded ? image->setImage(picture) : image->setLoadedImage(url, picture);
 }
 
-void KySvgBuilder::loadImage(Ky2DImage& image, std::string_view link) {
-    if (link.starts_with("data:")) {
-        const QImage embedded = readEmbedded(link);
-        embedded.isNull() ? mReports.add("image") : image.setImage(embedded);
-        return;
-    }
-    const KyURL url = KyURL(std::string(link)).getAbsoluteURL(mBase);
-    const bool isLocal = std::ranges::find(cImageSchemes, url.getScheme()) != cImageSchemes.end();
-    isLocal && !link.empty() ? image.setImageURL(url) : mReports.add("image");
+const QImage& KySvgBuilder::findPicture(std::string_view link, const KyURL& url) {
+    const auto [entry, isNew] = mPictures.try_emplace(link);
+    if (isNew)
+        entry->second = readPicture(link, url);
+    if (entry->second.isNull())
+        mReports.add("image");
+    return entry->second;
 }
 
-QImage KySvgBuilder::readEmbedded(std::string_view link) {
-    const std::size_t comma = link.find(',');
-    if (comma == std::string_view::npos)
+QImage KySvgBuilder::readPicture(std::string_view link, const KyURL& url) {
+    if (link.empty())
         return {};
-    const bool isBase64 = link.substr(0, comma).ends_with(";base64");
-    const QByteArray text = QByteArray::fromPercentEncoding(toBytes(link.substr(comma + 1)));
-    QByteArray bytes = isBase64 ? QByteArray::fromBase64(text) : text;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::ReadOnly);
-    QImageReader reader(&buffer);
-    // A small file may be a huge picture: its size is asked before it is unpacked.
-    const QSize size = reader.size();
-    const std::int64_t pixels = std::int64_t(size.width()) * size.height();
-    if (size.isEmpty() || pixels > cMaxPixels - mNbPixels)
-        return {};
-    mNbPixels += pixels;
-    return reader.read();
+    const std::int64_t rest = KyPicture::cMaxPixels - mNbPixels;
+    const std::string path = KyPicture::findFile(KyResource::resolve(url));
+    const QByteArray bytes =
+        link.starts_with(cDataScheme) ? readEmbedded(link) : KyPicture::readFile(path, cPixelBytes * rest);
+    const auto [image, isWhole] = KyPicture::decode(bytes, rest);
+    if (!isWhole)
+        mReports.add("image");
+    // What is read counts too, be it no picture.
+    const std::int64_t pixels = std::int64_t{image.width()} * image.height();
+    mNbPixels += std::min(rest, std::max<std::int64_t>(pixels, bytes.size() / cPixelBytes));
+    // As Qt paints it, so that all nodes share one.
+    return Ky2DUtil::hasApplication() ? QPixmap::fromImage(image).toImage() : image;
 }

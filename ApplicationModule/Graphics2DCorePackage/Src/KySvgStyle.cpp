@@ -44,12 +44,17 @@ bool isDashed(const std::vector<double>& dashes, double width) {
     return width > 0.0 && std::accumulate(dashes.begin(), dashes.end(), 0.0) > 0.0;
 }
 
-/// Qt counts in pen widths, and wants pairs.
-std::vector<double> makePattern(const std::vector<double>& dashes, double width) {
+/// Qt counts in pen widths, and wants pairs. It draws no caps at dashes without length.
+std::vector<double> makePattern(const std::vector<double>& dashes, double width, bool hasCaps) {
     std::vector<double> pattern(dashes);
     if (dashes.size() % 2 != 0)
         pattern.insert(pattern.end(), dashes.begin(), dashes.end());
     std::ranges::transform(pattern, pattern.begin(), [width](double dash) { return dash / width; });
+    for (std::size_t i = 0; hasCaps && i < pattern.size(); i += 2) {
+        const double missing = std::max(KySvgStyle::cDotLength - pattern[i], 0.0);
+        pattern[i] += missing;
+        pattern[i + 1] = std::max(pattern[i + 1] - missing, 0.0);
+    }
     return pattern;
 }
 
@@ -59,6 +64,7 @@ KySvgStyle KySvgStyle::inherit() const {
     KySvgStyle child(*this);
     child.isDisplayed = true;
     child.hasConstantWidth = false;
+    child.isClipped = true;
     child.stopColor = KyColor();
     child.stopOpacity = 1.0;
     return child;
@@ -80,7 +86,7 @@ void KySvgStyle::applyShape(Ky2DStyle& style, double scale) const {
     if (!isDashed(dashes, strokeWidth) || !stroke.isDrawn)
         return;
     style.setStrokeMode(eCustomDashLine);
-    style.setStrokeCustomDashPattern(makePattern(dashes, strokeWidth));
+    style.setStrokeCustomDashPattern(makePattern(dashes, strokeWidth, cap != eFlatCap));
     style.setStrokeDashOffset(dashOffset / strokeWidth);
 }
 

@@ -23,6 +23,9 @@ struct KySvgPaint {
 
 /// The properties of an element, as computed from the document; the defaults are SVG's.
 struct KySvgStyle {
+    /// In pen widths: where there is nothing but caps, Qt needs a line of some length.
+    static constexpr double cDotLength = 1e-3;
+
     KyColor color;
     KySvgPaint fill{true, KyColor()};
     KySvgPaint stroke;
@@ -50,6 +53,8 @@ struct KySvgStyle {
     // Not inherited.
     bool isDisplayed = true;
     bool hasConstantWidth = false;
+    /// Whether a viewport cuts off what is outside.
+    bool isClipped = true;
     KyColor stopColor;
     double stopOpacity = 1.0;
 

@@ -10,13 +10,10 @@ namespace {
 
 /// What a piece costs that has a place of its own, in bytes.
 constexpr std::size_t cRunWork = 64;
+/// What each element costs that may place it.
+constexpr std::size_t cPlacesWork = 16;
 /// A line of more letters is cut.
 constexpr int cMaxLength = 50'000;
-
-template <class T>
-std::optional<T> findAt(const std::vector<T>& values, std::size_t index) {
-    return index < values.size() ? std::optional(values[index]) : std::nullopt;
-}
 
 } // namespace
 
@@ -28,7 +25,12 @@ KySvgTextReader::KySvgTextReader(const KySvgDocument& document, KySvgCascade& ca
     , mReports(reports) {}
 
 std::vector<KySvgTextRun> KySvgTextReader::read(int element, const KySvgStyle& style) {
-    readElement(element, std::make_shared<const KySvgStyle>(style));
+    const auto shared = std::make_shared<const KySvgStyle>(style);
+    readElement(element, shared);
+    if (mRuns.empty()) {
+        mPlaces.push_back(readPlaces(mDocument.getElement(element), style));
+        addRun(element, shared);
+    }
     const auto last =
         std::find_if(mRuns.rbegin(), mRuns.rend(), [](const KySvgTextRun& r) { return !r.text.isEmpty(); });
     if (last != mRuns.rend() && !last->style->keepsBlanks && last->text.endsWith(QLatin1Char(' ')))
@@ -42,9 +44,13 @@ std::size_t KySvgTextReader::Places::getNbPlaced() const {
     return std::max({x.size(), y.size(), dx.size(), dy.size()});
 }
 
-KySvgTextReader::Places KySvgTextReader::readPlaces(const KySvgElement& element, const KySvgStyle& style) const {
+KySvgTextReader::Places KySvgTextReader::readPlaces(const KySvgElement& element, const KySvgStyle& style) {
     const auto read = [&](std::string_view attribute, double percent) {
-        return KySvgValues::readLengths(element.getAttribute(attribute), {style.fontSize, percent});
+        std::string_view text = element.getAttribute(attribute);
+        Numbers numbers = KySvgValues::takeLengths(text, {style.fontSize, percent});
+        if (!text.empty())
+            mReports.add("length");
+        return numbers;
     };
     return {read("x", mViewport.width), read("y", mViewport.height), read("dx", mViewport.width),
             read("dy", mViewport.height)};
@@ -52,48 +58,61 @@ KySvgTextReader::Places KySvgTextReader::readPlaces(const KySvgElement& element,
 
 void KySvgTextReader::readElement(int index, const std::shared_ptr<const KySvgStyle>& style) {
     const KySvgElement& element = mDocument.getElement(index);
-    const Places places = readPlaces(element, *style);
-    std::size_t used = 0;
+    Places places = readPlaces(element, *style);
+    const bool isPlaced = places.getNbPlaced() > 0;
+    if (isPlaced)
+        mPlaces.push_back(std::move(places));
     for (int child = element.firstChild; child >= 0; child = mDocument.getElement(child).next) {
         const KySvgElement& part = mDocument.getElement(child);
         if (part.name.empty()) {
-            addText(part.text, index, style, places, used);
+            addText(part.text, index, style);
         } else if (part.name == "tspan" || part.name == "a") {
             const auto own = std::make_shared<const KySvgStyle>(mCascade.compute(part, *style, mViewport));
-            // A tspan that begins with a tspan passes its place on.
-            if (used == 0 && places.getNbPlaced() > 0)
-                addText(QString(), index, style, places, used);
             if (own->isDisplayed)
                 readElement(child, own);
         }
     }
-    if (used == 0 && element.name == "text")
-        addText(QString(), index, style, places, used);
+    if (isPlaced)
+        mPlaces.pop_back();
 }
 
-void KySvgTextReader::addText(const QString& text, int element, const std::shared_ptr<const KySvgStyle>& style,
-                              const Places& places, std::size_t& used) {
+std::optional<double> KySvgTextReader::findPlace(Numbers Places::*numbers) const {
+    const auto has = [numbers](const Places& places) { return places.used < (places.*numbers).size(); };
+    const auto found = std::find_if(mPlaces.rbegin(), mPlaces.rend(), has);
+    return found == mPlaces.rend() ? std::nullopt : std::optional(((*found).*numbers)[found->used]);
+}
+
+bool KySvgTextReader::isNextPlaced() const {
+    return std::ranges::any_of(mPlaces, [](const Places& places) { return places.used < places.getNbPlaced(); });
+}
+
+void KySvgTextReader::addText(const QString& text, int element, const std::shared_ptr<const KySvgStyle>& style) {
     if (!mCascade.spend(std::size_t(text.size())))
         return;
     QString rest = handleBlanks(text, style->keepsBlanks);
     if (rest.size() > cMaxLength)
         mReports.add("size");
     rest.truncate(cMaxLength);
-    do {
-        KySvgTextRun run;
-        run.element = element;
-        run.style = style;
-        run.x = findAt(places.x, used);
-        run.y = findAt(places.y, used);
-        run.dx = findAt(places.dx, used).value_or(0.0);
-        run.dy = findAt(places.dy, used).value_or(0.0);
-        ++used;
+    const std::size_t work = cRunWork + cPlacesWork * mPlaces.size();
+    for (int start = 0; start < rest.size() && mCascade.spend(work);) {
+        KySvgTextRun& run = addRun(element, style);
+        std::ranges::for_each(mPlaces, [](Places& places) { ++places.used; });
         // While there are places, each character has its own.
-        const int length = used < places.getNbPlaced() ? 1 : rest.size();
-        run.text = rest.left(length);
-        rest.remove(0, length);
-        mRuns.push_back(std::move(run));
-    } while (!rest.isEmpty() && mCascade.spend(cRunWork));
+        const int letter = rest.at(start).isHighSurrogate() ? 2 : 1;
+        run.text = rest.mid(start, isNextPlaced() ? letter : -1);
+        start += run.text.size();
+    }
+}
+
+KySvgTextRun& KySvgTextReader::addRun(int element, const std::shared_ptr<const KySvgStyle>& style) {
+    KySvgTextRun& run = mRuns.emplace_back();
+    run.element = element;
+    run.style = style;
+    run.x = findPlace(&Places::x);
+    run.y = findPlace(&Places::y);
+    run.dx = findPlace(&Places::dx).value_or(0.0);
+    run.dy = findPlace(&Places::dy).value_or(0.0);
+    return run;
 }
 
 QString KySvgTextReader::handleBlanks(const QString& text, bool keepsBlanks) {

@@ -38,21 +38,31 @@ public:
     std::vector<KySvgTextRun> read(int element, const KySvgStyle& style);
 
 private:
-    /// Numbers of the attributes that place an element's characters.
+    using Numbers = std::vector<double>;
+    /// What an element's attributes say of its characters, those of elements in it counted too.
     struct Places {
-        std::vector<double> x, y, dx, dy;
+        Numbers x, y, dx, dy;
+        /// Characters since it began, counted while there are numbers.
+        std::size_t used = 0;
+
         std::size_t getNbPlaced() const;
     };
     void readElement(int element, const std::shared_ptr<const KySvgStyle>& style);
-    void addText(const QString& text, int element, const std::shared_ptr<const KySvgStyle>& style, const Places& places,
-                 std::size_t& used);
+    void addText(const QString& text, int element, const std::shared_ptr<const KySvgStyle>& style);
+    /// Without text, at the place of the next character.
+    KySvgTextRun& addRun(int element, const std::shared_ptr<const KySvgStyle>& style);
+    /// The number of the innermost element that has one for the next character.
+    std::optional<double> findPlace(Numbers Places::*numbers) const;
+    bool isNextPlaced() const;
     QString handleBlanks(const QString& text, bool keepsBlanks);
-    Places readPlaces(const KySvgElement& element, const KySvgStyle& style) const;
+    Places readPlaces(const KySvgElement& element, const KySvgStyle& style);
 
     const KySvgDocument& mDocument;
     KySvgCascade& mCascade;
     KySvgViewport mViewport;
     KySvgReports& mReports;
     std::vector<KySvgTextRun> mRuns;
+    /// Of the elements about the next character, the innermost last.
+    std::vector<Places> mPlaces;
     bool mIsAfterBlank = true;
 };

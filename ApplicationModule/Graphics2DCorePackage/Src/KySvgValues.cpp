@@ -141,7 +141,7 @@ std::optional<double> takeNumber(std::string_view& text) {
     return value;
 }
 
-std::vector<double> readNumbers(std::string_view text) {
+std::vector<double> takeNumbers(std::string_view& text) {
     std::vector<double> numbers;
     text = trim(text);
     while (const std::optional<double> number = takeNumber(text)) {
@@ -158,7 +158,7 @@ std::optional<double> readLength(std::string_view text, const LengthBase& base) 
     return unit ? keepFinite(*number * *unit) : std::nullopt;
 }
 
-std::vector<double> readLengths(std::string_view text, const LengthBase& base) {
+std::vector<double> takeLengths(std::string_view& text, const LengthBase& base) {
     std::vector<double> lengths;
     text = trim(text);
     while (!text.empty()) {

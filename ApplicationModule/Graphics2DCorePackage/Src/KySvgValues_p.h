@@ -23,8 +23,11 @@ std::string_view skipSeparator(std::string_view text);
 
 /// Takes a number off the front; nothing changes when there is none.
 std::optional<double> takeNumber(std::string_view& text);
-/// Numbers between blanks and commas, up to the first error.
-std::vector<double> readNumbers(std::string_view text);
+/// Takes the numbers between blanks and commas off the front; what is left begins with an error.
+std::vector<double> takeNumbers(std::string_view& text);
+inline std::vector<double> readNumbers(std::string_view text) {
+    return takeNumbers(text);
+}
 
 /// What relative lengths refer to, in user units.
 struct LengthBase {
@@ -33,8 +36,8 @@ struct LengthBase {
 };
 /// In user units.
 std::optional<double> readLength(std::string_view text, const LengthBase& base);
-/// Lengths between blanks and commas, up to the first error.
-std::vector<double> readLengths(std::string_view text, const LengthBase& base);
+/// The same with lengths.
+std::vector<double> takeLengths(std::string_view& text, const LengthBase& base);
 /// A number or a percentage, limited to 0 ... 1.
 std::optional<double> readRatio(std::string_view text);
 

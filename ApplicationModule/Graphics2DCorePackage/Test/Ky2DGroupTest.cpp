@@ -105,8 +105,6 @@ TEST_F(Ky2DGroupTest, WhatCannotBeAChildIsRefusedAndNothingChanges) {
     Ky2DNode* const refused[] = {nullptr, innermost, inner, group.get(), &scene};
     for (Ky2DNode* child : refused) {
         EXPECT_FALSE(innermost->insertChild(child, cAppend));
-        if (child)
-            child->setParent(innermost);
         innermost->insertChild(new CountingNode, cAppend);
         EXPECT_FALSE(innermost->setChild(0, child));
         EXPECT_EQ(innermost->getNbChildren(), 1U);
@@ -118,6 +116,21 @@ TEST_F(Ky2DGroupTest, WhatCannotBeAChildIsRefusedAndNothingChanges) {
     Ky2DNode added;
     EXPECT_FALSE(group->setChild(4, &added));
     EXPECT_EQ(group->getNbChildren(), 4U);
+}
+
+TEST_F(Ky2DGroupTest, ANodeLeavesItsParentForOneThatRefusesIt) {
+    children[0]->setParent(children[1]);
+    EXPECT_EQ(children[0]->getParent(), nullptr);
+    children[1]->setParent(children[1]);
+    EXPECT_EQ(children[1]->getIndex(), -1);
+    EXPECT_EQ(getOrder(), "2");
+    // Whom a listener of the former parent placed elsewhere stays there.
+    Ky2DGroup other;
+    const Listener listener(*group, [&] { other.insertChild(children[2], cAppend); });
+    children[2]->setParent(children[1]);
+    EXPECT_EQ(children[2]->getParent(), &other);
+    children[0]->destroy();
+    children[1]->destroy();
 }
 
 TEST_F(Ky2DGroupTest, TreesHaveADepthLimit) {
@@ -138,8 +151,13 @@ TEST_F(Ky2DGroupTest, TreesHaveADepthLimit) {
     EXPECT_EQ(copy->getNbChildren(), 4U);
     Ky2DScene scene;
     EXPECT_FALSE(scene.insertChild(copy.get(), cAppend));
+    Ky2DGroup inner;
+    EXPECT_FALSE(inner.insertChild(group.get(), cAppend));
+    top->removeAllChildren();
+    EXPECT_TRUE(inner.insertChild(group.get(), cAppend));
     top->destroy();
     EXPECT_EQ(getOrder(), "012");
+    group->setParent(nullptr);
 }
 
 TEST_F(Ky2DGroupTest, SettingAChildEndsTheFormerOne) {

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "Ky2DScene.h"
 #include "Ky2DSvgImage.h"
+#include "Ky2DTestNodes.h"
 #include "Ky2DUtil.h"
 
 #include "KyImage.h"
@@ -11,6 +12,7 @@
 #include <QFile>
 #include <QGraphicsPixmapItem>
 #include <QPainter>
+#include <QProcess>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -40,6 +42,13 @@ protected:
         write("half.svg", "<svg xmlns='http://www.w3.org/2000/svg' width='8' height='4'>"
                           "<rect width='4' height='4' fill='#c86432' fill-opacity='0.5'/></svg>");
         write("broken.svg", "<svg><rect");
+        for (const char* name : {"pipe.png", "pipe.svg"})
+            QProcess::execute("mkfifo", {getQPath(name)});
+        const QByteArray link = "<image width='9' height='9' xlink:href='";
+        write("self.svg", "<svg xmlns='http://www.w3.org/2000/svg' xmlns:xlink='http://www.w3.org/1999/xlink' "
+                          "width='8' height='4'>" +
+                              link + "self.svg'/>" + link + getQPath("whole.png").toUtf8() + "'/>" + link +
+                              "data:image/svg+xml;base64,PHN2Zy8+'/></svg>");
         write("huge.svg", "<svg xmlns='http://www.w3.org/2000/svg' width='1000000' height='1000000'/>");
     }
 
@@ -79,6 +88,14 @@ TEST_F(Ky2DImageTest, EveryDepthIsConvertedAndAnUnknownLayoutReported) {
         EXPECT_EQ(first, result.pixel(0, 0)) << depth;
         EXPECT_EQ(second, result.pixel(1, 0)) << depth;
     }
+    KyImage words(64, 1, 16);
+    for (int x = 0; x < 64; ++x) {
+        const auto word = static_cast<std::uint16_t>(x / 2 << 11 | x << 5 | x / 2);
+        std::memcpy(words.editData() + sizeof word * static_cast<std::size_t>(x), &word, sizeof word);
+    }
+    const QImage converted = Ky2DUtil::KyImageToQImage(&words);
+    for (int x = 0; x < 64; ++x)
+        EXPECT_EQ(Ky2DUtil::KyColorToQColor(words.getPixel(x, 0)).rgba(), converted.pixel(x, 0)) << x;
     EXPECT_TRUE(Ky2DUtil::KyImageToQImage(nullptr).isNull());
     KyImage image(3, 2, 16);
     image.setLayoutName("R4G4B4A4");
@@ -132,11 +149,26 @@ TEST_F(Ky2DImageTest, TheWholePictureIsCentredOrStretched) {
         scene.getQGraphicsScene()->render(&painter, QRectF(0, 0, 40, 40), QRectF(0, 0, 40, 40));
         EXPECT_EQ(QColor(Qt::green), image.pixelColor(20, 20));
         EXPECT_EQ(QColor(isPreserved ? Qt::white : Qt::green), image.pixelColor(20, 4));
+        EXPECT_EQ(QRectF(0, 0, 40, 40), node->getQGraphicsItem()->shape().boundingRect());
     }
 }
 
+TEST_F(Ky2DImageTest, AGivenPictureIsCopiedToldAndDroppedForAFile) {
+    const std::unique_ptr<Ky2DImage> node(Ky2DImage::create());
+    node->setFileLocalPath(getPath("whole.png"));
+    const Listener listener(*node);
+    node->setImage(QImage(7, 3, QImage::Format_RGB32));
+    EXPECT_EQ((std::vector<std::string>{"ImageURL 2 -1", "FileLocalPath 2 -1"}), listener.entries);
+    EXPECT_EQ("", node->getFileLocalPath());
+    const std::unique_ptr<Ky2DImage> copy(node->clone());
+    EXPECT_EQ(QSize(7, 3), getPicture(*copy).size());
+    copy->setFileLocalPath(getPath("whole.png"));
+    EXPECT_EQ(QSize(4, 2), getPicture(*copy).size());
+    EXPECT_EQ(QSize(7, 3), getPicture(*node).size());
+}
+
 TEST_F(Ky2DImageTest, WhatIsNoPictureShowsNothingAndIsNotTriedAgain) {
-    for (const char* name : {"missing.png", "half.png", "noise.png", "huge.bmp", "", "."}) {
+    for (const char* name : {"missing.png", "half.png", "noise.png", "huge.bmp", "pipe.png", "", "."}) {
         const std::unique_ptr<Ky2DImage> node(Ky2DImage::create());
         node->setFileLocalPath(getPath("whole.png"));
         EXPECT_FALSE(getPicture(*node).isNull());
@@ -177,8 +209,16 @@ TEST_F(Ky2DImageTest, AnSvgTakesTheColourAndKeepsItsTransparency) {
         EXPECT_EQ(qRgba(0, 255, 0, qAlpha(own.pixel(1, 1))), colored.pixel(1, 1));
         EXPECT_EQ(0, qAlpha(colored.pixel(6, 1)));
     }
-    for (const char* name : {"broken.svg", "huge.svg", "missing.svg", "whole.png"}) {
+    for (const char* name : {"broken.svg", "huge.svg", "missing.svg", "whole.png", "pipe.svg"}) {
         node->setFileLocalPath(getPath(name));
         EXPECT_TRUE(getPicture(*node).isNull()) << name;
     }
+}
+
+TEST_F(Ky2DImageTest, AnSvgLeadsToNoOtherPicture) {
+    const std::unique_ptr<Ky2DSvgImage> node(Ky2DSvgImage::create());
+    node->setFileLocalPath(getPath("self.svg"));
+    const QImage own = getPicture(*node);
+    ASSERT_EQ(QSize(8, 4), own.size());
+    EXPECT_EQ(0, qAlpha(own.pixel(2, 2)));
 }

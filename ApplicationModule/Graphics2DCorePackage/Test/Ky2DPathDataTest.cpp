@@ -39,6 +39,7 @@ constexpr Reading cReadings[] = {
     {"M0 0Q1 2 3 4t5 6 7 8T9 9q1 1 2 2S1 2 3 4c1 2 3 4 5 6", "M0 0Q1 2 3 4t5 6t7 8T9 9q1 1 2 2S1 2 3 4c1 2 3 4 5 6"},
     {"L1 1 2 2", "L1 1L2 2"},
     {"M1e308 5e-324", "M1e+308 5e-324"},
+    {"M1e-400 5-1e-99999999999999999999 0e9999", "M0 5L0 0"},
 };
 
 struct Error {
@@ -64,6 +65,7 @@ constexpr Error cErrors[] = {
     {"Mnan inf", 1, ""},
     {"M0x10 1", 2, ""},
     {"M1e999 1", 1, ""},
+    {"M1 -1e99999999999999999999", 3, ""},
     {"M0 0A1 1 0 2 0 5 5", 11, "M0 0"},
     {"M0 0A1 1 0 0 -1 5 5", 13, "M0 0"},
 };
@@ -84,6 +86,18 @@ TEST(Ky2DPathDataTest, ReadsTheWholeGrammar) {
         EXPECT_TRUE(Ky2DPathData::parse(reading.text, commands)) << reading.text;
         EXPECT_EQ(Ky2DPathData::format(commands), reading.normal) << reading.text;
     }
+}
+
+TEST(Ky2DPathDataTest, ALongNumberCountsByItsValue) {
+    const std::string zeros(400, '0');
+    const auto read = [](const std::string& text) {
+        Commands commands;
+        return Ky2DPathData::parse("H" + text, commands) ? Ky2DPathData::format(commands) : "none";
+    };
+    EXPECT_EQ(read("0." + zeros + "1e50"), "H0");
+    EXPECT_EQ(read("0." + zeros + "1e401"), "H1");
+    EXPECT_EQ(read("1" + zeros + "e-50"), "none");
+    EXPECT_EQ(read("1" + zeros + "e-400"), "H1");
 }
 
 TEST(Ky2DPathDataTest, KeepsWhatStandsBeforeAnError) {

@@ -4,6 +4,7 @@
 
 #include "Ky2DRaster.h"
 #include "Ky2DStyle.h"
+#include "Ky2DTestNodes.h"
 #include "Ky2DUtil.h"
 
 #include <QGraphicsPathItem>
@@ -76,6 +77,7 @@ constexpr Drawing cDrawings[] = {
     {"M40 100 A10 5 20 0 1 160 100"},
     {"M40 100 A10 5 20 1 0 160 100"},
     {"M40 100 A1e-200 1e-200 0 0 1 160 100", "M40 100 A60 60 0 0 1 160 100"},
+    {"M40 100 A2e-310 1e-310 0 0 1 160 100", "M40 100 A60 30 0 0 1 160 100"},
     {"M40 100 A-60 -60 0 0 1 160 100", "M40 100 A60 60 0 0 1 160 100"},
     {"M40 60 A0 30 0 0 1 160 100 A30 0 0 1 1 40 140", "M40 60 L160 100 L40 140"},
     {"M40 60 A1e90 1e90 0 0 1 160 100 L40 160", "M40 60 L160 100 L40 160"},
@@ -247,7 +249,9 @@ TEST_F(Ky2DPathTest, CommandsAreAddedEditedAndRemoved) {
     EXPECT_FALSE(path.setPathData("M1 1 L2"));
     EXPECT_FALSE(path.addPathData("L5 5 x"));
     EXPECT_EQ(path.getPathData(), "M0.5 1e+06L7 8Z");
+    const Listener listener(path);
     EXPECT_TRUE(path.addPathData("h2 3"));
+    EXPECT_EQ(listener.entries.size(), 2U);
     EXPECT_EQ(path.getNbCommands(), 5U);
 }
 

@@ -148,6 +148,20 @@ TEST_F(Ky2DPickingTest, ResultsAreAppendedMadeByTheCreatorAndForgetNodesThatEnd)
         delete result;
 }
 
+TEST_F(Ky2DPickingTest, WhatIsScaledBeyondAllNumbersIsNotFound) {
+    insertRect("rect", 0, 0, 10);
+    auto* group = Ky2DGroup::create();
+    mScene.insertChild(group, Ky2DNode::cAppend);
+    Ky2DRect* huge = insertRect("huge", 0, 0, 10, group);
+    huge->setScale(1e200, 1e200);
+    group->setScale(1e200, 1e200);
+    for (const auto mode : {Ky2DScene::eArea, Ky2DScene::eTopmost}) {
+        mScene.setPickMode(mode);
+        EXPECT_EQ("rect", pick(5, 5));
+        EXPECT_EQ("", pick(-5000, -5000));
+    }
+}
+
 TEST_F(Ky2DPickingTest, PointsThatAreNoneAndScenesThatAreGoneFindNothing) {
     insertRect("rect", -1e6, -1e6, 2e6);
     const double bad[] = {std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity(), 1e308};

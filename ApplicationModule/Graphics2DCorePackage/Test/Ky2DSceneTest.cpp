@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <initializer_list>
 #include <memory>
 
 namespace {
@@ -163,6 +164,49 @@ TEST_F(Ky2DSceneTest, AProxysItemIsItsMakers) {
             EXPECT_EQ(scene->getNbRegisteredNodes(), 0U);
         }
     }
+}
+
+TEST_F(Ky2DSceneTest, AProxysItemLeavesTheQtSceneItWasIn) {
+    QGraphicsScene former;
+    for (Ky2DNode* parent : std::initializer_list<Ky2DNode*>{group, scene.get()}) {
+        auto* proxy = Ky2DProxy::create(former.addRect(0, 0, 10, 10));
+        EXPECT_TRUE(parent->insertChild(proxy, cAppend));
+        EXPECT_EQ(proxy->getQGraphicsItem()->scene(), scene->getQGraphicsScene());
+        EXPECT_EQ(proxy->getQGraphicsItem()->parentItem(), parent->getQGraphicsItem());
+        const std::unique_ptr<QGraphicsItem> item(proxy->getQGraphicsItem());
+    }
+}
+
+TEST_F(Ky2DSceneTest, OnlyMembersAreRegistered) {
+    Ky2DScene other;
+    CountingNode stranger;
+    for (Ky2DNode* node : {&stranger, child}) {
+        other.registerNode(node);
+        EXPECT_EQ(other.getNode(node->getQGraphicsItem()), nullptr);
+    }
+}
+
+TEST_F(Ky2DSceneTest, WhatEndsEntersNoSceneAndTakesNoStyle) {
+    auto* style = new Ky2DStyle;
+    int nbTold = 0;
+    const Listener listener(*child->editStyle(), [&] {
+        child->setScene(nullptr);
+        child->setScene(scene.get());
+        child->setStyle(style);
+        ++nbTold;
+    });
+    child->destroy();
+    EXPECT_GT(nbTold, 0);
+    EXPECT_EQ(scene->getNbNodes(), 1U);
+    CountingNode late;
+    late.setStyle(style);
+    EXPECT_EQ(late.getStyle(), style);
+    const Listener atEnd(*scene, [&, ending = scene.get()] {
+        late.setScene(ending);
+        EXPECT_FALSE(group->insertChild(&late, cAppend));
+    });
+    scene.release()->destroy();
+    EXPECT_EQ(late.getScene(), nullptr);
 }
 
 TEST_F(Ky2DSceneTest, TwoProxiesMayShareAnItem) {

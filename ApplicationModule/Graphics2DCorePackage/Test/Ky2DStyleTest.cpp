@@ -157,7 +157,8 @@ TEST(Ky2DStyle, FontsTakeWhatIsSaneAndKeepTheRest) {
     style.setFontFamily("DejaVu Sans, sans-serif");
     style.setFontStyle(eStyleOblique);
     const std::tuple<double, int, double, int> rows[] = {
-        {20.5, eBold, 20.5, 75}, {0.0, 200, 11.0, 99}, {-3.0, -5, 11.0, 0}, {cNaN, eLight, 11.0, 25}};
+        {20.5, eBold, 20.5, 75}, {0.0, 200, 11.0, 99},       {-3.0, -5, 11.0, 0},         {cNaN, eLight, 11.0, 25},
+        {1e4, eBold, 1e4, 75},   {10000.5, eBold, 11.0, 75}, {cInfinity, eBold, 11.0, 75}};
     for (const auto& [size, weight, expectedSize, expectedWeight] : rows) {
         QFont font("serif", 11);
         QPen pen;

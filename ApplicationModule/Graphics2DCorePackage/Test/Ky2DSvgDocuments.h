@@ -3,8 +3,12 @@
 #pragma once
 
 #include "Ky2DGroup.h"
+#include "Ky2DRaster.h"
+#include "Ky2DScene.h"
 #include "Ky2DStyle.h"
 #include "Ky2DSvgImporter.h"
+
+#include <QGraphicsScene>
 
 #include <memory>
 #include <string>
@@ -47,5 +51,22 @@ struct Imported {
     Ky2DSvgImporter importer;
     Group group;
 };
+
+inline QImage renderGroup(Ky2DGroup* group) {
+    Ky2DScene* scene = Ky2DScene::create(nullptr, true);
+    scene->insertChild(group, Ky2DNode::cAppend);
+    Ky2DNode::applyModification();
+    QImage image = Ky2DRaster::makePaper();
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    scene->getQGraphicsScene()->render(&painter, QRectF(0, 0, 200, 200), QRectF(0, 0, 200, 200));
+    painter.end();
+    scene->destroy();
+    return image;
+}
+
+inline int countInk(const QImage& image) {
+    return Ky2DRaster::countDifferences(image, Ky2DRaster::makePaper());
+}
 
 } // namespace Ky2DSvgDocuments

@@ -5,7 +5,6 @@
 #include "Ky2DEllipse.h"
 #include "Ky2DImage.h"
 #include "Ky2DPath.h"
-#include "Ky2DRaster.h"
 #include "Ky2DRect.h"
 #include "Ky2DScene.h"
 #include "Ky2DSvgDocuments.h"
@@ -13,7 +12,6 @@
 
 #include <QBuffer>
 #include <QFile>
-#include <QGraphicsScene>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -36,19 +34,6 @@ QImage renderQt(const std::string& svg) {
     return image;
 }
 
-QImage renderGroup(Ky2DGroup* group) {
-    Ky2DScene* scene = Ky2DScene::create(nullptr, true);
-    scene->insertChild(group, Ky2DNode::cAppend);
-    Ky2DNode::applyModification();
-    QImage image = Ky2DRaster::makePaper();
-    QPainter painter(&image);
-    painter.setRenderHint(QPainter::Antialiasing);
-    scene->getQGraphicsScene()->render(&painter, QRectF(0, 0, 200, 200), QRectF(0, 0, 200, 200));
-    painter.end();
-    scene->destroy();
-    return image;
-}
-
 /// Around what is not white.
 QRect getInkBox(const QImage& image) {
     QRect box;
@@ -57,10 +42,6 @@ QRect getInkBox(const QImage& image) {
             if (qGreen(image.pixel(x, y)) < 200 || qRed(image.pixel(x, y)) < 200)
                 box |= QRect(x, y, 1, 1);
     return box;
-}
-
-int countInk(const QImage& image) {
-    return Ky2DRaster::countDifferences(image, Ky2DRaster::makePaper());
 }
 
 std::string getFill(Imported& document, const char* name) {
@@ -79,6 +60,8 @@ constexpr Drawing cDrawings[] = {
      "<rect x='10' y='20' width='80' height='50' rx='9' fill='red'/><circle cx='140' cy='50' r='30' "
      "fill='#0a0'/><ellipse cx='60' cy='140' rx='45' ry='25' fill='#00f' stroke='#000' stroke-width='5'/><line "
      "x1='110' y1='110' x2='190' y2='170' stroke='purple' stroke-width='7'/>"},
+    {"Radii", "<rect x='10' y='10' width='80' height='80' rx='30' ry='0'/><rect x='110' y='10' width='80' height='80' "
+              "rx='30'/><rect x='10' y='110' width='80' height='80' rx='0' ry='30'/>"},
     {"Points", "<polyline points='10,10 60,90 110,10 160,90' fill='none' stroke='teal' stroke-width='12'/><polygon "
                "points='20 120,180-15e-1 150 190.5.5 190' fill='gold' stroke='navy' stroke-width='6'/>"},
     {"Joins", "<g fill='none' stroke='black' stroke-width='16'><path d='M20 60 L60 20 L100 60'/><path "
@@ -242,6 +225,8 @@ TEST(Ky2DSvgImporterTest, StylesCascadeInOrder) {
         {"rect{fill:inherit}", "fill='#010000'", "#0e0000"},
         {"rect{fill:nonsense}", "", "#0e0000"},
         {"", "color='#0f0000' fill='currentColor'", "#0f0000"},
+        {"", "fill='hsl(120, 100%, 25%)'", "#008000"},
+        {"", "fill='hsla(-120deg 100% 50% / .5)'", "#0000ff"},
     };
     for (const auto& c : cases) {
         Imported document(wrap(fmt::format("<g fill='#0e0000'><rect id='r' {}/></g><style><![CDATA[{}]]></style>",
@@ -330,6 +315,18 @@ TEST(Ky2DSvgImporterTest, WhatIsNotCarriedIsReportedOnceByName) {
          "#000000"},
         {"<thing/><thing/><rect id='r' transform='rotate(1,2)'/><other:thing/>", {"thing", "transform"}, "#000000"},
         {"<path id='r' d='M0 0 L5'/><path d='L5 5'/>", {"path data"}, "#000000"},
+        {"<polygon id='r' points='1,1 x 5,5'/><polyline points='1 2 3'/>", {"points"}, "#000000"},
+        {"<rect width='5 ells' rx='auto'/><rect id='r' style='stroke-width:wide'/>", {"length"}, "#000000"},
+        {"<rect id='r' fill='lab(1 2 3)' stroke='red icc-color(p, 1)'/>", {"color"}, "#000000"},
+        {"<text textLength='50' rotate='20'>a</text><rect id='r' style='transform:none;clip:auto'/><rect "
+         "style='transform:rotate(9deg);clip:rect(0 0 0 0)'/>",
+         {"rotate", "textLength", "clip", "transform"},
+         "#000000"},
+        {"<svg id='r' overflow='visible'/><use href='#s'/><symbol id='s' viewBox='0 0 1 1'/>", {}, "#000000"},
+        {"<rect id='r'/><use href='#s'/><symbol id='s' viewBox='0 0 1 1' preserveAspectRatio='xMidYMid slice'/>",
+         {"clip"},
+         "#000000"},
+        {"<image id='r' href='none.png'/><svg/>", {"image", "clip"}, "#000000"},
         {"<g id='r'><use href='#r'/></g><use href='other.svg#x'/>", {"use"}, "#000000"},
         {"<image id='r' href='http://example.com/a.png'/><image href='data:image/png;base64,AAAA'/>",
          {"image"},
@@ -374,9 +371,11 @@ TEST(Ky2DSvgImporterTest, EmbeddedPicturesHaveABoundedSizeTogether) {
     QByteArray png;
     QBuffer buffer(&png);
     ASSERT_TRUE(picture.save(&buffer, "PNG"));
-    const std::string image =
-        "<defs><image id='i' href='data:image/png;base64," + png.toBase64().toStdString() + "'/></defs>";
-    const std::string uses = "<use href='#i'/><use href='#i'/><use href='#i'/><use href='#i'/>";
-    EXPECT_EQ(Imported(wrap(image + uses)).getReports(), std::vector<std::string>());
-    EXPECT_EQ(Imported(wrap(image + uses + "<use href='#i'/>")).getReports(), std::vector<std::string>{"image"});
+    std::string images;
+    for (const char* type : {"a", "b", "c", "d"})
+        images += fmt::format("<image id='{0}' href='data:{0};base64,{1}'/><use href='#{0}'/><use href='#{0}'/>", type,
+                              png.toBase64().toStdString());
+    EXPECT_EQ(Imported(wrap(images)).getReports(), std::vector<std::string>());
+    images += "<image href='data:e;base64," + png.toBase64().toStdString() + "'/>";
+    EXPECT_EQ(Imported(wrap(images)).getReports(), std::vector<std::string>{"image"});
 }

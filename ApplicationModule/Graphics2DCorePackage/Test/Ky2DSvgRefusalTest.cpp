@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "Ky2DSvgDocuments.h"
 
-
 #include <gtest/gtest.h>
 
 #include <fmt/format.h>
@@ -21,6 +20,7 @@ TEST(Ky2DSvgRefusalTest, AnythingButAnSvgIsRefusedWithItsPlace) {
                  {"no markup", "line 1"},
                  {"<html/>", "no SVG"},
                  {"<svg xmlns='urn:other'/>", "no SVG"},
+                 {"<x:svg xmlns:x='http://example.org/'/>", "no SVG"},
                  {"<svg>\n<g>\n</svg>", "line 3, column 6"},
                  {"<svg><rect x='1' x='2'/></svg>", "line 1"},
                  {"<svg><g", "line 1"},

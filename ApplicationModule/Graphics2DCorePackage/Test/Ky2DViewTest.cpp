@@ -5,6 +5,7 @@
 #include "Ky2DRect.h"
 #include "Ky2DScene.h"
 #include "Ky2DStyle.h"
+#include "Ky2DTestNodes.h"
 #include "Ky2DView.h"
 
 #include <QApplication>
@@ -18,8 +19,11 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <functional>
 #include <limits>
 #include <memory>
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -94,6 +98,31 @@ TEST_F(Ky2DViewTest, ANewViewIsFittedAndStaysSoUntilItIsMoved) {
     settleEvents();
     EXPECT_NEAR(2 * 200 * 0.94 / 100, mView->getZoom(), 1e-9);
     EXPECT_EQ(QPoint(200, 150), toPixel(50, 50));
+}
+
+TEST_F(Ky2DViewTest, WhateverChangesIsToldOnce) {
+    std::vector<std::string> told;
+    KyHasSlots listener;
+    mView->modifiedSignal().connect(
+        listener, [&told](KyObject*, KyObjectModificationType, const std::string& name, int) { told.push_back(name); });
+    using Names = std::vector<std::string>;
+    const std::pair<std::function<void()>, Names> rows[] = {
+        {[this] { mView->setZoom(2); }, {"Zoom"}},
+        {[this] { mView->resize(350, 200); }, {"Width", "Height"}},
+        {[this] { mView->setWidth(300); }, {"Width"}},
+        {[this] { mView->setHeight(250); }, {"Height"}},
+        {[this] { mView->fitNode(mRect); }, {"Zoom", "Center"}},
+        {[this] { mView->fit(); }, {"Zoom", "Center"}},
+        {[this] { mView->close(); }, {"Shown"}},
+        {[this] { mView->setShown(true); }, {"Shown"}},
+        {[this] { mView->hide(); }, {"Shown"}},
+    };
+    for (const auto& [change, names] : rows) {
+        told.clear();
+        change();
+        settleEvents();
+        EXPECT_EQ(names, told);
+    }
 }
 
 TEST_F(Ky2DViewTest, FittingWorksAtAnySizeAndWithAnyContent) {
@@ -285,4 +314,34 @@ TEST_F(Ky2DViewTest, PicturesShowWhatTheViewShowsAtAnySize) {
     EXPECT_TRUE(mView->saveImage(folder.filePath("view.png").toStdString()));
     EXPECT_EQ(mView->size() * mView->devicePixelRatioF(), QImage(folder.filePath("view.png")).size());
     EXPECT_FALSE(mView->saveImage(folder.filePath("none/view.png").toStdString()));
+}
+
+TEST_F(Ky2DViewTest, AViewMayEndWhileItAppliesChangesOrTells) {
+    using Use = void (*)(Ky2DView&, Ky2DNode&);
+    const Use uses[] = {[](Ky2DView& view, Ky2DNode&) { view.fit(); },
+                        [](Ky2DView& view, Ky2DNode& node) { view.fitNode(&node); },
+                        [](Ky2DView& view, Ky2DNode&) { view.toImage(10, 10); },
+                        [](Ky2DView& view, Ky2DNode&) { view.setRotation(10); },
+                        [](Ky2DView& view, Ky2DNode&) { view.pick(5, 5); },
+                        [](Ky2DView& view, Ky2DNode& node) { view.setScene(node.editScene()); }};
+    for (const Use use : uses)
+        for (const bool byListener : {false, true}) {
+            auto* const view = new Ky2DView;
+            const QPointer<Ky2DView> guard(view);
+            auto* const shape = new CountingNode;
+            mScene->insertChild(shape, Ky2DNode::cAppend);
+            view->setScene(mScene.get());
+            const Listener listener(*view, [&guard, byListener] {
+                if (byListener && guard)
+                    guard->destroy();
+            });
+            shape->onGeometry = [&guard, byListener] {
+                if (!byListener && guard)
+                    guard->destroy();
+            };
+            shape->setQtOffset(KyVec2d(1, 1));
+            use(*view, *shape);
+            shape->destroy();
+            delete guard.data();
+        }
 }
