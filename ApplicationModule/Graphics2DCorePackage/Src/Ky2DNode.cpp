@@ -152,7 +152,7 @@ void Ky2DNode::setSceneMember(Ky2DScene* scene) {
 Ky2DNode* Ky2DNode::removeChild(Ky2DNode* child, bool destroy) {
     if (!child || child->mParent != this)
         return nullptr;
-    return removeChildByIndex(static_cast<unsigned>(child->getIndex()), destroy);
+    return removeChildByIndex(static_cast<unsigned>(child->mIndex), destroy);
 }
 
 bool Ky2DNode::setChild(unsigned, Ky2DNode*) {
