@@ -111,7 +111,7 @@ local function followForm(seconds)
     exhibit:setScale(size, size, size)
     exhibit:setPosition(-1.2, 0.5 + 0.82 * size, 0)
     if get("spin", "checked") then
-        exhibit:rotate(0.5, 1, 0.2, 0.03 * get("speed") * seconds)
+        exhibit:rotate(1, 0.4, 0.2, 0.03 * get("speed") * seconds)
     end
 end
 

@@ -220,7 +220,19 @@ void KyNode::setLocalFrame(const KyMat4d& frame) {
         return;
     mLocalFrame = frame;
     frame.decompose(mPosition, mOrientation, mScale);
-    frameModified("LocalFrame");
+    invalidateWorldFrame();
+    touch();
+    tellFrame();
+}
+
+/// All three, whether they are other ones now or not: comparing costs what telling costs.
+void KyNode::tellFrame() {
+    if (!isWatched())
+        return;
+    const KyObjectReference self(this);
+    for (const char* attribute : {"Position", "Orientation", "Scale"})
+        if (self)
+            notifyModified(attribute);
 }
 
 const KyMat4d& KyNode::getWorldFrame() const {

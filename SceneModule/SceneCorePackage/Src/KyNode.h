@@ -123,6 +123,7 @@ protected:
 private:
     void composeLocalFrame();
     void frameModified(std::string_view attribute);
+    void tellFrame();
     void invalidateWorldFrame();
     bool isBelow(const KyNode* node) const;
     bool mayTake(const KyNode* child) const;

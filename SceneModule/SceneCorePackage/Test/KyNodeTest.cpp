@@ -114,7 +114,9 @@ TEST_F(KyNodeTest, EveryChangeIsToldOnceUnderItsName) {
     mChild->setPosition(KyVec3d(1, 2, 3));
     mChild->setVisible(false);
     ASSERT_TRUE(mChild->getAttribute("Name")->setValue(*mChild, KyField("arm")));
-    EXPECT_EQ(changes.entries, (std::vector<std::string>{"2 Position -1", "2 Visible -1", "2 Name -1"}));
+    mChild->setLocalFrame(KyMat4d());
+    EXPECT_EQ(changes.entries, (std::vector<std::string>{"2 Position -1", "2 Visible -1", "2 Name -1", "2 Position -1",
+                                                         "2 Orientation -1", "2 Scale -1"}));
 }
 
 TEST_F(KyNodeTest, RevisionsOfAllAboveChangeAndNoOthers) {
