@@ -18,6 +18,7 @@
 
 #include <fmt/format.h>
 
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -54,6 +55,9 @@ struct Drawing {
     const char* name;
     const char* content;
     int tolerance = 30;
+
+    /// For the test runner, which would print addresses.
+    friend void PrintTo(const Drawing& drawing, std::ostream* stream) { *stream << drawing.name; }
 };
 constexpr Drawing cDrawings[] = {
     {"Shapes",
