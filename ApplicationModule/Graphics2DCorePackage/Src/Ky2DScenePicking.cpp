@@ -18,8 +18,10 @@ namespace {
 /// Half the side of the square in which the area mode looks.
 constexpr double cReach = 10.0;
 
-/// False for an item whose transforms overflow together: Qt finds it everywhere.
+/// False for an item whose transforms overflow together: Qt finds it everywhere. Those of nodes are finite alone.
 bool isPlaced(const QGraphicsItem* item) {
+    if (!item->parentItem())
+        return true;
     const QTransform t = item->sceneTransform();
     const std::array<double, 9> parts{t.m11(), t.m12(), t.m13(), t.m21(), t.m22(), t.m23(), t.m31(), t.m32(), t.m33()};
     return std::ranges::all_of(parts, [](double part) { return std::isfinite(part); });

@@ -225,9 +225,10 @@ void KyNode::setLocalFrame(const KyMat4d& frame) {
     tellFrame();
 }
 
-/// All three, whether they are other ones now or not: comparing costs what telling costs.
+/// All three, whether they are other ones now or not: comparing costs what telling costs. Who only refers to the node
+/// is not told.
 void KyNode::tellFrame() {
-    if (!isWatched())
+    if (!isWatched() || modifiedSignal().getNbConnections() == 0)
         return;
     const KyObjectReference self(this);
     for (const char* attribute : {"Position", "Orientation", "Scale"})
