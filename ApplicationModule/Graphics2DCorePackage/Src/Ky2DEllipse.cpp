@@ -3,6 +3,7 @@
 #include "Ky2DEllipse.h"
 
 #include "Ky2DStyle.h"
+#include "Ky2DUtil.h"
 
 #include "KyCast.h"
 #include "KyTypeBuilder.h"
@@ -138,12 +139,5 @@ void Ky2DEllipse::updateQGraphicsItemGeometry() {
 }
 
 void Ky2DEllipse::updateQGraphicsItemStyle() {
-    auto* item = editItem<QGraphicsEllipseItem>();
-    if (!item || !getStyle())
-        return;
-    QPen pen;
-    QBrush brush;
-    getStyle()->configureShapeStyle(&pen, &brush);
-    item->setPen(pen);
-    item->setBrush(brush);
+    Ky2DUtil::applyShapeStyle(getStyle(), editItem<QGraphicsEllipseItem>());
 }

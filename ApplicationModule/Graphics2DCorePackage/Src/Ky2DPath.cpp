@@ -171,11 +171,7 @@ void Ky2DPath::updateQGraphicsItemStyle() {
     auto* item = editItem<QGraphicsPathItem>();
     if (!item || !getStyle())
         return;
-    QPen pen;
-    QBrush brush;
-    getStyle()->configureShapeStyle(&pen, &brush);
-    item->setPen(pen);
-    item->setBrush(brush);
+    Ky2DUtil::applyShapeStyle(getStyle(), item);
     if (isGeometryModified())
         return;
     // The geometry takes the rule too, but is not rebuilt for a new style.

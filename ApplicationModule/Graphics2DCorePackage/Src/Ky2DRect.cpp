@@ -176,12 +176,5 @@ void Ky2DRect::updateQGraphicsItemGeometry() {
 }
 
 void Ky2DRect::updateQGraphicsItemStyle() {
-    auto* item = editItem<QGraphicsPathItem>();
-    if (!item || !getStyle())
-        return;
-    QPen pen;
-    QBrush brush;
-    getStyle()->configureShapeStyle(&pen, &brush);
-    item->setPen(pen);
-    item->setBrush(brush);
+    Ky2DUtil::applyShapeStyle(getStyle(), editItem<QGraphicsPathItem>());
 }

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "Ky2DIntersected.h"
 #include "Ky2DScene.h"
+#include "Ky2DUtil.h"
 #include "KyGraphicsItemType.h"
 #include "KyQGraphicsItemIntersected.h"
 
@@ -9,7 +10,6 @@
 #include <QTransform>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <functional>
 
@@ -22,9 +22,7 @@ constexpr double cReach = 10.0;
 bool isPlaced(const QGraphicsItem* item) {
     if (!item->parentItem())
         return true;
-    const QTransform t = item->sceneTransform();
-    const std::array<double, 9> parts{t.m11(), t.m12(), t.m13(), t.m21(), t.m22(), t.m23(), t.m31(), t.m32(), t.m33()};
-    return std::ranges::all_of(parts, [](double part) { return std::isfinite(part); });
+    return Ky2DUtil::isFinite(item->sceneTransform());
 }
 
 QList<QGraphicsItem*> collect(const QGraphicsScene& scene, const QPointF& point, Ky2DScene::PickMode mode) {

@@ -4,6 +4,7 @@
 
 #include "Ky2DItem.h"
 #include "Ky2DStyle.h"
+#include "Ky2DUtil.h"
 #include "KyWhiteSpace_p.h"
 
 #include "KyQtText.h"
@@ -14,8 +15,6 @@
 #include <QFont>
 #include <QGraphicsSimpleTextItem>
 #include <QPen>
-
-#include <cmath>
 
 namespace {
 
@@ -46,13 +45,6 @@ double getHeightPart(KyTextVerticalAnchor anchor) {
     default:
         return 0.0;
     }
-}
-
-/// Qt finds an item with any other transform everywhere.
-bool isFinite(const QTransform& transform) {
-    const double sum =
-        transform.m11() + transform.m12() + transform.m21() + transform.m22() + transform.m31() + transform.m32();
-    return std::isfinite(sum);
 }
 
 } // namespace
@@ -165,7 +157,7 @@ void Ky2DText::updateQGraphicsItemPosition() {
     const KyVec2d place = getQtOffset() + KyVec2d(mX - dx, mY - dy);
     const QTransform transform =
         QTransform::fromTranslate(place.x, place.y) * getInitialTransform() * getLocalTransform();
-    if (isFinite(transform))
+    if (Ky2DUtil::isFinite(transform))
         item->setTransform(transform);
     item->setZValue(getZValue());
     item->setVisible(isOwnVisible());

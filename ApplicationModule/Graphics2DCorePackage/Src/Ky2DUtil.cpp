@@ -2,12 +2,20 @@
 // SPDX-License-Identifier: MIT
 #include "Ky2DUtil.h"
 
+#include "Ky2DStyle.h"
+
 #include "KyColor.h"
 
 #include <QApplication>
+#include <QBrush>
 #include <QColor>
+#include <QGraphicsItem>
+#include <QPen>
+#include <QTransform>
 
 #include <algorithm>
+#include <array>
+#include <cmath>
 #include <typeinfo>
 
 namespace {
@@ -32,6 +40,22 @@ bool Ky2DUtil::hasApplication() {
         return false;
     known = type;
     return true;
+}
+
+bool Ky2DUtil::isFinite(const QTransform& t) {
+    return std::ranges::all_of(
+        std::array{t.m11(), t.m12(), t.m13(), t.m21(), t.m22(), t.m23(), t.dx(), t.dy(), t.m33()},
+        [](double number) { return std::isfinite(number); });
+}
+
+void Ky2DUtil::applyShapeStyle(const Ky2DStyle* style, QAbstractGraphicsShapeItem* item) {
+    if (!item || !style)
+        return;
+    QPen pen;
+    QBrush brush;
+    style->configureShapeStyle(&pen, &brush);
+    item->setPen(pen);
+    item->setBrush(brush);
 }
 
 QColor Ky2DUtil::KyColorToQColor(const KyColor& color) {

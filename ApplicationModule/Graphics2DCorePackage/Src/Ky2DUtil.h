@@ -10,11 +10,14 @@
 
 #include <vector>
 
+class Ky2DStyle;
 class KyColor;
 class KyImage;
+class QAbstractGraphicsShapeItem;
 class QColor;
 class QImage;
 class QPainterPath;
+class QTransform;
 
 /// What the 2D shapes share: their values as Qt's.
 class KYAPPLICATION_EXPORT Ky2DUtil {
@@ -32,6 +35,12 @@ public:
 
     /// Components are limited to 0 ... 1; NaN is 0.
     static QColor KyColorToQColor(const KyColor& color);
+
+    /// Whether all numbers are finite: Qt finds an item with any other transform everywhere.
+    static bool isFinite(const QTransform& transform);
+
+    /// Gives the item the pen and the brush of the style. A null item or style changes nothing.
+    static void applyShapeStyle(const Ky2DStyle* style, QAbstractGraphicsShapeItem* item);
 
     /// A copy with straight alpha; no picture for null and for an image that is not valid. 16-bit images other than
     /// "R5G6B5" give a transparent one and the line "Unknown 16 bits format." on standard error.

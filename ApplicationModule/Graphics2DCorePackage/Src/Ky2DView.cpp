@@ -54,7 +54,7 @@ double getRatio(double available, double needed) {
 } // namespace
 
 Ky2DView* Ky2DView::create() {
-    if (qobject_cast<QApplication*>(QCoreApplication::instance()))
+    if (Ky2DUtil::hasApplication())
         return new Ky2DView;
     KyException::create("Ky2DView::create(): there is no QApplication.");
     return nullptr;
