@@ -79,6 +79,12 @@ Item {
         color: "#e6151d29"
         border { color: "#3a4c63"; width: 2 * root.unit }
 
+        // What nothing in the QML takes goes on to the camera.
+        MouseArea {
+            anchors.fill: parent
+            acceptedButtons: Qt.AllButtons
+            onWheel: wheel.accepted = true
+        }
         Row {
             id: row
             anchors.centerIn: parent

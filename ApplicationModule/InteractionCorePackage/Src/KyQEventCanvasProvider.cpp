@@ -9,6 +9,8 @@
 
 #include "KyHolder.h"
 
+#include <QContextMenuEvent>
+#include <QFocusEvent>
 #include <QPointer>
 
 #include <algorithm>
@@ -57,8 +59,17 @@ std::uint8_t getLostHolder(const KyInputEvent& event) {
     return event.getType() == KyInputEvent::eTouchBegan ? cHeldByTouch : 0;
 }
 
+/// Qt places it where the pointer is, which may be anywhere.
+bool isMenuByKey(const KyInputEvent& event) {
+    const auto* native = static_cast<const QEvent*>(event.getNativeEvent());
+    return event.getType() == KyInputEvent::eContextMenu && native && native->type() == QEvent::ContextMenu &&
+           static_cast<const QContextMenuEvent*>(native)->reason() == QContextMenuEvent::Keyboard;
+}
+
 bool hasPosition(const KyInputEvent& event) {
     const KyInputEvent::Type type = event.getType();
+    if (isMenuByKey(event))
+        return false;
     if (event.isTouch())
         return !event.getTouchPoints().empty();
     return type != KyInputEvent::eKeyPressed && type != KyInputEvent::eKeyReleased &&
@@ -130,7 +141,10 @@ bool KyQEventCanvasProvider::send(KyInputEvent& event, KyCanvas& canvas) {
     endGrab(getLostHolder(event));
     const KyHolder<KyGraphicsViewMultiPass> focused(getFocusedView(event));
     endGrab(getEndingHolder(event));
-    return focused ? offer(event, *focused) : sendToPicked(event, canvas);
+    event.setCovered(false);
+    const bool isUsed = focused ? offer(event, *focused) : sendToPicked(event, canvas);
+    canvas.eventSentSignal().send(&event);
+    return isUsed;
 }
 
 bool KyQEventCanvasProvider::sendToPicked(KyInputEvent& event, KyCanvas& canvas) {
@@ -181,15 +195,34 @@ void KyQEventCanvasProvider::endGrab(std::uint8_t holder) {
         mGrabbingView = {};
 }
 
+bool KyQEventCanvasProvider::eventFilter(QObject* watched, QEvent* event) {
+    const bool isGained = event->type() == QEvent::FocusIn;
+    // A popup on the desktop is part of what has the focus.
+    if ((isGained || event->type() == QEvent::FocusOut) &&
+        static_cast<QFocusEvent*>(event)->reason() != Qt::PopupFocusReason) {
+        const QPointer<QObject> watchedGuard(watched);
+        tell(&KyCanvas::keyboardFocusSignal, isGained);
+        return !watchedGuard;
+    }
+    return KyQEventProvider::eventFilter(watched, event);
+}
+
+template <class Signal, class... Args>
+void KyQEventCanvasProvider::tell(Signal& (KyCanvas::*getSignal)(), Args... args) {
+    KyCanvas* const canvas = getCanvas();
+    // A slot may drop the canvas; one that nobody holds must not end with this.
+    const KyHolder<KyCanvas> kept(canvas && canvas->getNbReferences() > 0 ? canvas : nullptr);
+    if (canvas)
+        (canvas->*getSignal)().send(args...);
+}
+
 void KyQEventCanvasProvider::touchCanceled(bool asMouse) {
     endGrab(asMouse ? cHeldByConvertedTouch : cHeldByTouch);
+    tell(&KyCanvas::touchCanceledSignal, asMouse);
 }
 
 void KyQEventCanvasProvider::pointerLeft() {
-    KyCanvas* canvas = getCanvas();
-    const KyHolder<KyCanvas> kept(canvas && canvas->getNbReferences() > 0 ? canvas : nullptr);
-    if (canvas)
-        canvas->pointerLeftSignal().send();
+    tell(&KyCanvas::pointerLeftSignal);
 }
 
 void KyQEventCanvasProvider::onGraphicsViewMultiPassRemoved(KyGraphicsViewMultiPass* view) {

@@ -24,10 +24,13 @@ class KyGraphicsViewMultiPass;
 /// press while no other mouse button is down ends a grab whose release never came, and so does a touch's begin with one
 /// whose end never came.
 ///
-/// Keys, input method queries and touches without a finger have no position of their own and get the pointer's last
-/// one. With eFocusGrabOnPress they go to the view that last used a press or a touch, and to those under the pointer
-/// when none did or it was removed; with eFocusUnderPointer always to those under the pointer. Tool tips and context
-/// menus go to the view under them, and to the grabbing view while one has the grab.
+/// Keys, context menus by key, input method queries and touches without a finger have no position of their own and get
+/// the pointer's last one. With eFocusGrabOnPress they go to the view that last used a press or a touch, and to those
+/// under the pointer when none did or it was removed; with eFocusUnderPointer always to those under the pointer. Tool
+/// tips and other context menus go to the view under them, and to the grabbing view while one has the grab.
+///
+/// By its signals the canvas tells where events went that a view was not asked about, that the pointer left, that a
+/// touch was canceled and that the keyboard focus went or came.
 ///
 /// ```
 /// auto* provider = new KyQEventCanvasProvider(1, window);
@@ -48,6 +51,7 @@ public:
     /// The view that has the grab; null when none has.
     KyGraphicsViewMultiPass* getGrabbingView() const;
 
+    bool eventFilter(QObject* watched, QEvent* event) override;
     /// Takes position and touch points through the canvas's stereo point transform, then sends the event. Its native
     /// event is a QEvent or null.
     void setInputEvent(KyInputEvent& event) override;
@@ -56,11 +60,13 @@ public:
     void onGraphicsViewMultiPassRemoved(KyGraphicsViewMultiPass* view);
 
 protected:
+    // Both tell by the canvas's signals.
     void touchCanceled(bool asMouse) override;
-    /// Tells by the canvas's signal.
     void pointerLeft() override;
 
 private:
+    template <class Signal, class... Args>
+    void tell(Signal& (KyCanvas::*getSignal)(), Args... args);
     void place(KyInputEvent& event, const KyCanvas& canvas);
     bool send(KyInputEvent& event, KyCanvas& canvas);
     bool sendToPicked(KyInputEvent& event, KyCanvas& canvas);

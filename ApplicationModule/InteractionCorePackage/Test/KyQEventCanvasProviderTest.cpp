@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QContextMenuEvent>
+#include <QCoreApplication>
 #include <QKeyEvent>
 #include <QPointer>
 
@@ -125,9 +127,39 @@ TEST_F(KyQEventCanvasProviderTest, KeysGoWhereThePressWentWithThePointersPositio
     press(10), release(10), move(80, 0);
     EXPECT_EQ(key(), "a");
     EXPECT_EQ(mA->x, 80);
+    QObject receiver;
+    receiver.installEventFilter(mProvider);
+    for (const auto reason : {QContextMenuEvent::Keyboard, QContextMenuEvent::Mouse}) {
+        QContextMenuEvent menu(reason, QPoint(90, 10));
+        mLog.clear();
+        QCoreApplication::sendEvent(&receiver, &menu);
+        EXPECT_EQ(mLog, reason == QContextMenuEvent::Keyboard ? "a" : "b");
+    }
     EXPECT_EQ(send(Event::eToolTip, 90), "b");
     mCanvas->removeView(mA.get());
     EXPECT_EQ(key(), "b");
+}
+
+TEST_F(KyQEventCanvasProviderTest, TheCanvasTellsWhatViewsAreNotAskedAbout) {
+    QObject receiver;
+    receiver.installEventFilter(mProvider);
+    std::string told;
+    mCanvas->eventSentSignal().connect([&](const Event* event) { told += 's' + std::to_string(event->getType()); });
+    mCanvas->touchCanceledSignal().connect([&](bool asMouse) { told += asMouse ? 'm' : 'c'; });
+    mCanvas->keyboardFocusSignal().connect([&](bool isGained) { told += isGained ? '+' : '-'; });
+    press(80), move(-1, 0);
+    mProvider->setMouseFocusPolicy(eFocusCanvas);
+    move(10, 0);
+    EXPECT_EQ(std::exchange(told, {}), "s3s7s7");
+    kySendTouch(receiver, QEvent::TouchBegin, {{1, {80, 10}}});
+    kySendTouch(receiver, QEvent::TouchCancel, {});
+    for (const auto& [type, reason] :
+         {std::pair(QEvent::FocusOut, Qt::PopupFocusReason), std::pair(QEvent::FocusOut, Qt::TabFocusReason),
+          std::pair(QEvent::FocusIn, Qt::TabFocusReason)}) {
+        QFocusEvent focus(type, reason);
+        QCoreApplication::sendEvent(&receiver, &focus);
+    }
+    EXPECT_EQ(told, "s8c-+");
 }
 
 TEST_F(KyQEventCanvasProviderTest, ATouchSequenceGrabs) {

@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace {
 
@@ -150,6 +151,7 @@ std::unique_ptr<QEvent> KyPassEventMaker::makeTouch(const KyInputEvent& input, c
         return nullptr;
     if (input.getType() == KyInputEvent::eTouchBegan)
         mFingers.clear();
+    mDevice = native->device();
     QList<QTouchEvent::TouchPoint> points = native->touchPoints();
     for (QTouchEvent::TouchPoint& point : points) {
         const auto place = std::ranges::find(input.getTouchPoints(), point.id(), &KyTouchPoint::id);
@@ -173,6 +175,26 @@ std::unique_ptr<QEvent> KyPassEventMaker::makeTouch(const KyInputEvent& input, c
     return finish(std::make_unique<QTouchEvent>(native->type(), native->device(), native->modifiers(),
                                                 native->touchPointStates(), points),
                   input);
+}
+
+std::unique_ptr<QEvent> KyPassEventMaker::makeTouchCancel(bool isCancel, const QPointF& local, const QPointF& desktop) {
+    const std::map<int, Finger> fingers = std::exchange(mFingers, {});
+    if (fingers.empty())
+        return nullptr;
+    if (isCancel)
+        return std::make_unique<QTouchEvent>(QEvent::TouchCancel, mDevice);
+    QList<QTouchEvent::TouchPoint> points;
+    for (const auto& [id, finger] : fingers) {
+        QTouchEvent::TouchPoint point(id);
+        point.setState(Qt::TouchPointReleased);
+        point.setPos(local);
+        point.setScenePos(local);
+        point.setScreenPos(desktop);
+        point.setStartPos(finger.start);
+        point.setLastPos(finger.last);
+        points.append(point);
+    }
+    return std::make_unique<QTouchEvent>(QEvent::TouchEnd, mDevice, Qt::NoModifier, Qt::TouchPointReleased, points);
 }
 
 KyInputEvent KyPassEventMaker::toMouse(const KyInputEvent& touch, int finger, KyInputEvent::Type type) {

@@ -11,6 +11,8 @@
 #include <map>
 #include <memory>
 
+class QTouchDevice;
+
 /// From pixels of the canvas to positions in what gets the events of a pass, and on the desktop, where that would be if
 /// it were shown.
 struct KyPassEventMap {
@@ -31,6 +33,10 @@ public:
     /// Null when there is no such event without the native one, which is missing.
     std::unique_ptr<QEvent> make(const KyInputEvent& input, const KyPassEventMap& map);
 
+    /// The end of the touches that were made; null when there are none. Without `isCancel` their fingers are lifted at
+    /// a place, for those that know no cancel.
+    std::unique_ptr<QEvent> makeTouchCancel(bool isCancel, const QPointF& local, const QPointF& desktop);
+
     /// What a mouse would do in a finger's place; the type is one of the mouse's.
     static KyInputEvent toMouse(const KyInputEvent& touch, int finger, KyInputEvent::Type type);
 
@@ -45,4 +51,5 @@ private:
 
     /// Those that are down, by their identity.
     std::map<int, Finger> mFingers;
+    QTouchDevice* mDevice = nullptr;
 };

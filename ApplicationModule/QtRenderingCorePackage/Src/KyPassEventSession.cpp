@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "KyPassEventSession_p.h"
 
+#include "KyPassEventUse_p.h"
+#include "KyQtPass.h"
 #include "KyWindow.h"
 
 #include "KyBaseGraphicsPass.h"
@@ -14,7 +16,6 @@
 #include <QInputMethod>
 #include <QInputMethodQueryEvent>
 #include <QTimer>
-#include <QTouchEvent>
 
 #include <algorithm>
 #include <array>
@@ -51,7 +52,12 @@ double getPixelRatio(const KyObject* canvas) {
 
 std::shared_ptr<KyPassEventSession> KyPassEventSession::create(KyBaseGraphicsPass* pass) {
     auto target = KyPassEventTarget::create(pass);
-    return target ? std::make_shared<KyPassEventSession>(pass, std::move(target)) : nullptr;
+    if (!target)
+        return nullptr;
+    auto session = std::make_shared<KyPassEventSession>(pass, std::move(target));
+    if (KyQtPass* const qtPass = KyQtPass::cast(pass))
+        qtPass->needUpdateSignal().connect(*session, [tip = &session->mToolTip](KyQtPass*) { tip->check(); });
+    return session;
 }
 
 KyPassEventSession::Handler KyPassEventSession::findHandler(KyInputEvent::Type type) {
@@ -77,22 +83,85 @@ KyPassEventSession::Handler KyPassEventSession::findHandler(KyInputEvent::Type t
 
 bool KyPassEventSession::handle(const KyInputEvent& event, KyGraphicsViewMultiPass& view) {
     const Handler handler = findHandler(event.getType());
-    if (!handler || !getPass() || !mTarget->getReceiver())
+    if (!handler || !isUsable())
         return false;
+    const Use use(*this);
     mView = KyObjectReference(&view);
     listenTo(view.getCanvas());
     mMap = mTarget->adapt(view);
     mTarget->activate();
-    return (this->*handler)(event);
+    const bool isUsed = (this->*handler)(event);
+    // Not before: what handles an event may wait for others.
+    mIsAsked = true;
+    return isUsed;
+}
+
+/// An event that went elsewhere comes like one beside the picture.
+void KyPassEventSession::onEventSent(const KyInputEvent* event) {
+    if (std::exchange(mIsAsked, false) || !isUsable())
+        return;
+    const Use use(*this);
+    switch (event->getType()) {
+    case KyInputEvent::eMousePressed:
+    case KyInputEvent::eMouseDoubleClicked:
+        missPress(*event);
+        break;
+    case KyInputEvent::eMouseReleased:
+        endLostMouse(*event);
+        break;
+    case KyInputEvent::eMouseMoved:
+        missMove(*event);
+        break;
+    case KyInputEvent::eTouchBegan:
+        missTouch();
+        break;
+    case KyInputEvent::eTouchEnded:
+        cancelTouch();
+        break;
+    default:
+        break;
+    }
+}
+
+/// A menu that is waited for could not be closed any more.
+void KyPassEventSession::onViewRemoved(KyGraphicsViewMultiPass* view) {
+    if (view != mView.get() || !isUsable())
+        return;
+    const Use use(*this);
+    cancelMouse();
+    cancelTouch();
+    dropKeyboard();
+    leave();
+}
+
+void KyPassEventSession::onKeyboardFocus(bool isGained) {
+    if (!isUsable())
+        return;
+    const Use use(*this);
+    if (isGained) {
+        if (std::exchange(mWantsKeyboard, false))
+            setFocused(true);
+        return;
+    }
+    mToolTip.hide();
+    const bool hadKeyboard = mTarget->isFocused() || mWantsKeyboard;
+    dropKeyboard();
+    mWantsKeyboard = hadKeyboard;
 }
 
 void KyPassEventSession::listenTo(KyCanvas* canvas) {
     if (canvas == mCanvas.get())
         return;
-    mLeaving.disconnect();
+    for (KyConnection& connection : mConnections)
+        connection.disconnect();
     mCanvas = KyObjectReference(canvas);
-    if (canvas)
-        mLeaving = canvas->pointerLeftSignal().connect(this, &KyPassEventSession::leave);
+    if (!canvas)
+        return;
+    mConnections = {canvas->pointerLeftSignal().connect(this, &KyPassEventSession::leave),
+                    canvas->eventSentSignal().connect(this, &KyPassEventSession::onEventSent),
+                    canvas->viewRemovedSignal().connect(this, &KyPassEventSession::onViewRemoved),
+                    canvas->touchCanceledSignal().connect(this, &KyPassEventSession::onTouchCanceled),
+                    canvas->keyboardFocusSignal().connect(this, &KyPassEventSession::onKeyboardFocus)};
 }
 
 bool KyPassEventSession::isReached(const KyInputEvent& event) const {
@@ -124,12 +193,23 @@ void KyPassEventSession::placePopupsSoon() {
     });
 }
 
+/// Closes popups and takes the focus away, unless it is another button of those that are held here.
+void KyPassEventSession::missPress(const KyInputEvent& event) {
+    mToolTip.hide();
+    endLostMouse(event);
+    if (!mHasMouse)
+        dropKeyboard();
+}
+
 bool KyPassEventSession::handlePress(const KyInputEvent& event) {
     mToolTip.hide();
     endLostMouse(event);
     const bool hadMouse = mHasMouse;
+    // Somebody else has the first button, and with it all of the mouse.
+    if (!hadMouse && (getButtonsDown(event) & ~event.getButton()) != 0)
+        return false;
     if (!hadMouse && !isReached(event)) {
-        dropKeyboard();
+        missPress(event);
         return false;
     }
     // Before: what opens a menu and waits for it sees the release come and go.
@@ -158,6 +238,12 @@ bool KyPassEventSession::handleRelease(const KyInputEvent& event) {
     return true;
 }
 
+void KyPassEventSession::missMove(const KyInputEvent& event) {
+    endLostMouse(event);
+    if (getButtonsDown(event) == 0)
+        leave();
+}
+
 bool KyPassEventSession::handleMove(const KyInputEvent& event) {
     endLostMouse(event);
     if (mHasMouse) {
@@ -166,10 +252,11 @@ bool KyPassEventSession::handleMove(const KyInputEvent& event) {
     }
     if (getButtonsDown(event) != 0)
         return false;
-    if (!isReached(event)) {
+    if (event.isCovered() || !isReached(event)) {
         leave();
         return false;
     }
+    event.setCovered(true);
     takePointer();
     const bool isUsed = deliver(event);
     if (QGraphicsView* shown = getPass() ? mTarget->getGraphicsView() : nullptr)
@@ -177,26 +264,33 @@ bool KyPassEventSession::handleMove(const KyInputEvent& event) {
     return isUsed;
 }
 
-bool KyPassEventSession::hasLostMouse(const KyInputEvent& event) const {
-    const bool isMove = event.getType() == KyInputEvent::eMouseMoved;
-    return mHasMouse && (getButtonsDown(event) & ~(isMove ? 0 : event.getButton())) == 0;
-}
-
 /// A release that went to another window: who has the mouse must not keep it.
 void KyPassEventSession::endLostMouse(const KyInputEvent& event) {
-    if (!hasLostMouse(event))
+    const bool isMove = event.getType() == KyInputEvent::eMouseMoved;
+    if ((getButtonsDown(event) & ~(isMove ? 0 : event.getButton())) == 0)
+        cancelMouse();
+}
+
+/// By releases beside the picture, where no click is meant.
+void KyPassEventSession::cancelMouse() {
+    const bool hadMouse = std::exchange(mHasMouse, false);
+    if (!std::exchange(mHasIdlePress, false) && !hadMouse)
         return;
-    mHasMouse = false;
-    for (std::uint32_t button = KyInputEvent::cLeftButton; button <= KyInputEvent::cExtraButton2; button *= 2) {
-        if (!(mButtons & button))
-            continue;
-        KyInputEvent release = event;
-        release.setType(KyInputEvent::eMouseReleased);
-        mButtons &= ~button;
-        release.setState((event.getState() & ~KyInputEvent::cMouseButtons) | mButtons);
-        release.setButton(button);
-        deliver(release);
-    }
+    mTarget->cancelMouse();
+    for (std::uint32_t button = KyInputEvent::cLeftButton; button <= KyInputEvent::cExtraButton2; button *= 2)
+        if (mButtons & button) {
+            mButtons &= ~button;
+            release(button);
+        }
+}
+
+void KyPassEventSession::release(std::uint32_t button) {
+    KyInputEvent event;
+    event.setType(KyInputEvent::eMouseReleased);
+    event.setState(mButtons);
+    event.setButton(button);
+    event.setPosition(static_cast<int>(mMap.origin.x()) - 1, static_cast<int>(mMap.origin.y()) - 1);
+    deliver(event);
 }
 
 bool KyPassEventSession::handleWheel(const KyInputEvent& event) {
@@ -206,16 +300,23 @@ bool KyPassEventSession::handleWheel(const KyInputEvent& event) {
 
 bool KyPassEventSession::handleContextMenu(const KyInputEvent& event) {
     mToolTip.hide();
-    const bool isForUs = isByKeyboard(event) ? mTarget->hasFocusItem() : mHasMouse || isReached(event);
-    if (!isForUs || !deliver(event))
+    KyInputEvent placed = event;
+    const bool isForFocus = isByKeyboard(event);
+    if (isForFocus) {
+        const QPoint place = mMap.toCanvas(mTarget->getFocusRect()).center().toPoint();
+        placed.setPosition(place.x(), place.y());
+    }
+    const bool isForUs = isForFocus ? mTarget->hasFocusItem() : mHasMouse || isReached(event);
+    if (!isForUs || !deliver(placed))
         return false;
     takeKeyboard();
     return true;
 }
 
 bool KyPassEventSession::handleToolTip(const KyInputEvent& event) {
-    if (isGrabbing() || !isReached(event))
+    if (isGrabbing() || event.isCovered() || !isReached(event))
         return false;
+    event.setCovered(true);
     QGraphicsView* const shown = mTarget->getGraphicsView();
     return shown ? mToolTip.show(*shown, mMap.toLocal(event.getX(), event.getY())) : deliver(event);
 }
@@ -254,78 +355,6 @@ bool KyPassEventSession::answerQuery(QInputMethodQueryEvent& query) const {
     return true;
 }
 
-bool KyPassEventSession::handleTouchBegin(const KyInputEvent& event) {
-    mToolTip.hide();
-    endLostTouch(event);
-    if (event.getTouchPoints().empty())
-        return false;
-    if (!isReached(event)) {
-        dropKeyboard();
-        return false;
-    }
-    // Before: it may come to its end while it is delivered.
-    mTouch = TouchUse::eTouch;
-    const bool isUsed = deliver(event);
-    if (!isUsed && mTouch == TouchUse::eTouch)
-        mTouch = beginTouchAsMouse(event) ? TouchUse::eMouse : TouchUse::eNone;
-    if (isUsed || mTouch != TouchUse::eNone)
-        takeKeyboard();
-    return isUsed || mTouch != TouchUse::eNone;
-}
-
-bool KyPassEventSession::beginTouchAsMouse(const KyInputEvent& event) {
-    const int finger = event.getTouchPoints().front().id;
-    mTouch = TouchUse::eMouse;
-    mFinger = finger;
-    if (deliver(KyPassEventMaker::toMouse(event, finger, KyInputEvent::eMousePressed)))
-        return true;
-    liftFinger(event);
-    return false;
-}
-
-void KyPassEventSession::liftFinger(const KyInputEvent& event) {
-    if (const auto finger = std::exchange(mFinger, std::nullopt))
-        deliver(KyPassEventMaker::toMouse(event, *finger, KyInputEvent::eMouseReleased));
-}
-
-void KyPassEventSession::continueTouchAsMouse(const KyInputEvent& event) {
-    const auto& points = event.getTouchPoints();
-    const auto found = mFinger ? std::ranges::find(points, *mFinger, &KyTouchPoint::id) : points.end();
-    if (found == points.end())
-        return;
-    if (found->state == KyTouchPoint::eReleased)
-        liftFinger(event);
-    else
-        deliver(KyPassEventMaker::toMouse(event, *mFinger, KyInputEvent::eMouseMoved));
-}
-
-bool KyPassEventSession::handleTouchUpdate(const KyInputEvent& event) {
-    if (mTouch == TouchUse::eTouch)
-        deliver(event);
-    else if (mTouch == TouchUse::eMouse)
-        continueTouchAsMouse(event);
-    return mTouch != TouchUse::eNone;
-}
-
-bool KyPassEventSession::handleTouchEnd(const KyInputEvent& event) {
-    const TouchUse use = std::exchange(mTouch, TouchUse::eNone);
-    if (use == TouchUse::eTouch)
-        deliver(event);
-    else if (use == TouchUse::eMouse)
-        liftFinger(event);
-    return use != TouchUse::eNone;
-}
-
-void KyPassEventSession::endLostTouch(const KyInputEvent& event) {
-    const TouchUse use = std::exchange(mTouch, TouchUse::eNone);
-    liftFinger(event);
-    const auto* native = getNative<QTouchEvent>(event, QEvent::TouchBegin);
-    if (use != TouchUse::eTouch || !native)
-        return;
-    QTouchEvent cancel(QEvent::TouchCancel, native->device());
-    mTarget->deliver(cancel);
-}
-
 void KyPassEventSession::leave() {
     if (isGrabbing())
         return;
@@ -333,6 +362,7 @@ void KyPassEventSession::leave() {
     QObject* const receiver = getPass() ? mTarget->getReceiver() : nullptr;
     if (!std::exchange(mIsHovered, false) || !receiver)
         return;
+    const Use use(*this);
     QEvent event(QEvent::Leave);
     QCoreApplication::sendEvent(receiver, &event);
 }
@@ -348,15 +378,17 @@ void KyPassEventSession::takeKeyboard() {
     const auto other = std::exchange(gKeyboardSession, weak_from_this()).lock();
     if (other && other.get() != this)
         other->dropKeyboard();
-    if (getPass())
-        mTarget->setFocused(true);
-    if (mIsInputMethodEnabled)
-        QGuiApplication::inputMethod()->update(Qt::ImQueryAll);
+    setFocused(true);
 }
 
 void KyPassEventSession::dropKeyboard() {
+    setFocused(false);
+}
+
+void KyPassEventSession::setFocused(bool isFocused) {
+    mWantsKeyboard = false;
     if (getPass())
-        mTarget->setFocused(false);
+        mTarget->setFocused(isFocused);
     if (mIsInputMethodEnabled)
         QGuiApplication::inputMethod()->update(Qt::ImQueryAll);
 }

@@ -9,6 +9,7 @@
 #include "KyObjectReference.h"
 #include "KySignal.h"
 
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -41,6 +42,8 @@ public:
     void leave();
 
 private:
+    /// Keeps what is used alive while Qt works with it.
+    struct Use;
     using Handler = bool (KyPassEventSession::*)(const KyInputEvent& event);
     enum class TouchUse { eNone, eTouch, eMouse };
 
@@ -58,18 +61,30 @@ private:
     bool handleToolTip(const KyInputEvent& event);
     bool handleInputMethod(const KyInputEvent& event);
 
+    // What was sent elsewhere.
+    void onEventSent(const KyInputEvent* event);
+    void onViewRemoved(KyGraphicsViewMultiPass* view);
+    void onTouchCanceled(bool asMouse);
+    void onKeyboardFocus(bool isGained);
+    void missPress(const KyInputEvent& event);
+    void missMove(const KyInputEvent& event);
+    void missTouch();
+
+    bool isUsable() const { return getPass() && mTarget->getReceiver(); }
     bool isReached(const KyInputEvent& event) const;
     bool deliver(const KyInputEvent& event);
     void placePopupsSoon();
     bool answerQuery(QInputMethodQueryEvent& query) const;
-    bool hasLostMouse(const KyInputEvent& event) const;
     void endLostMouse(const KyInputEvent& event);
-    void endLostTouch(const KyInputEvent& event);
+    void cancelMouse();
+    void cancelTouch();
+    void release(std::uint32_t button);
     bool beginTouchAsMouse(const KyInputEvent& event);
     void continueTouchAsMouse(const KyInputEvent& event);
     void liftFinger(const KyInputEvent& event);
     void takePointer();
     void takeKeyboard();
+    void setFocused(bool isFocused);
     void dropKeyboard();
     void listenTo(KyCanvas* canvas);
 
@@ -88,9 +103,13 @@ private:
     /// A press was delivered and not used: somebody else has the button.
     bool mHasIdlePress = false;
     bool mIsHovered = false;
+    /// The event that is being sent came here.
+    bool mIsAsked = false;
+    /// Had the keyboard when the window lost it.
+    bool mWantsKeyboard = false;
     TouchUse mTouch = TouchUse::eNone;
     /// That plays the mouse, until it is lifted.
     std::optional<int> mFinger;
     KyObjectReference mCanvas;
-    KyConnection mLeaving;
+    std::array<KyConnection, 5> mConnections;
 };

@@ -6,6 +6,7 @@
 #include "KyQmlRenderControl.h"
 #include "KyQtPass.h"
 
+#include <QContextMenuEvent>
 #include <QCoreApplication>
 #include <QFocusEvent>
 #include <QGraphicsProxyWidget>
@@ -15,8 +16,10 @@
 #include <QPointer>
 #include <QQuickItem>
 #include <QQuickWindow>
+#include <QTouchEvent>
 
 #include <algorithm>
+#include <vector>
 
 /// The friend by which Qt's own libraries send events as the system's; none of them exports it.
 bool qt_sendSpontaneousEvent(QObject* receiver, QEvent* event);
@@ -48,6 +51,46 @@ void moveInto(const QRectF& area, QGraphicsItem& item) {
         item.moveBy(x, y);
 }
 
+/// Of the one in it that has the focus, in its coordinates.
+QRectF findFocusRect(const QWidget& top) {
+    const QWidget* focused = top.focusWidget() ? top.focusWidget() : &top;
+    QRect rect = focused->rect();
+    if (focused->testAttribute(Qt::WA_InputMethodEnabled))
+        rect &= focused->inputMethodQuery(Qt::ImCursorRectangle).toRect();
+    return focused == &top ? rect : rect.translated(focused->mapTo(&top, QPoint()));
+}
+
+/// Whether one of an item's own handlers wants fingers; they may wait for what comes before they take one.
+bool hasTouchHandler(const QQuickItem& item) {
+    return std::ranges::any_of(item.children(), [](const QObject* child) {
+        return child->inherits("QQuickPointerHandler") && !child->inherits("QQuickHoverHandler") &&
+               !child->inherits("QQuickWheelHandler") && child->property("enabled").toBool();
+    });
+}
+
+bool isTouchHandledAt(const QQuickItem& item, const QPointF& place) {
+    if (!item.isVisible() || !item.isEnabled())
+        return false;
+    return (item.contains(item.mapFromScene(place)) && hasTouchHandler(item)) ||
+           std::ranges::any_of(item.childItems(),
+                               [&place](const QQuickItem* child) { return isTouchHandledAt(*child, place); });
+}
+
+/// Whether an item has a finger, as touch or as mouse, or may want it. The window itself takes all of them.
+bool isTouchTaken(const QQuickWindow& window, const QTouchEvent& touch) {
+    if (window.mouseGrabberItem())
+        return true;
+    const QObjectList points = window.findChildren<QObject*>();
+    return std::ranges::any_of(points,
+                               [](const QObject* point) {
+                                   return point->inherits("QQuickEventPoint") &&
+                                          point->property("exclusiveGrabber").value<QObject*>();
+                               }) ||
+           std::ranges::any_of(touch.touchPoints(), [&window](const QTouchEvent::TouchPoint& point) {
+               return isTouchHandledAt(*window.contentItem(), point.pos());
+           });
+}
+
 class QtTarget : public KyPassEventTarget {
 public:
     explicit QtTarget(KyQtPass& pass)
@@ -59,7 +102,7 @@ public:
     }
     QGraphicsView* getGraphicsView() const override {
         QGraphicsView* const view = mPass.editQGraphicsView();
-        return view && view->scene() ? view : nullptr;
+        return view && mPass.editQGraphicsScene() ? view : nullptr;
     }
     bool isOpaque(const KyVec2f& pixel, const KyGraphicsViewMultiPass& view) const override {
         return mPass.getPixelColor(pixel, &view).alpha > cTransparent;
@@ -81,9 +124,8 @@ public:
         const QGraphicsView* const view = getGraphicsView();
         if (!view || !mPass.editQWidget())
             return;
-        for (QGraphicsItem* item : view->scene()->items())
-            if (auto* proxy = qgraphicsitem_cast<QGraphicsProxyWidget*>(item); proxy && isOpenPopup(*proxy))
-                moveInto(view->sceneRect(), *proxy);
+        for (const auto& proxy : findPopups())
+            moveInto(view->sceneRect(), *proxy);
     }
 
     void activate() override {
@@ -98,12 +140,27 @@ public:
         const QGraphicsScene* scene = mPass.editQGraphicsScene();
         return scene && scene->focusItem();
     }
+    bool isFocused() const override {
+        const QGraphicsScene* scene = mPass.editQGraphicsScene();
+        return scene && scene->hasFocus();
+    }
     void setFocused(bool isFocused) override {
         QGraphicsScene* const scene = mPass.editQGraphicsScene();
-        if (!scene || scene->hasFocus() == isFocused)
-            return;
-        QFocusEvent event(isFocused ? QEvent::FocusIn : QEvent::FocusOut, Qt::ActiveWindowFocusReason);
-        QCoreApplication::sendEvent(scene, &event);
+        if (scene && scene->hasFocus() != isFocused) {
+            QFocusEvent event(isFocused ? QEvent::FocusIn : QEvent::FocusOut, Qt::ActiveWindowFocusReason);
+            QCoreApplication::sendEvent(scene, &event);
+        }
+        if (!isFocused)
+            closePopups();
+    }
+    QRectF getFocusRect() const override {
+        const QGraphicsView* view = getGraphicsView();
+        const QGraphicsItem* item = view ? mPass.editQGraphicsScene()->focusItem() : nullptr;
+        if (!item)
+            return {};
+        const auto* proxy = qgraphicsitem_cast<const QGraphicsProxyWidget*>(item);
+        const QRectF rect = proxy && proxy->widget() ? findFocusRect(*proxy->widget()) : item->boundingRect();
+        return view->viewportTransform().mapRect(item->mapRectToScene(rect));
     }
     QObject* getInputMethodReceiver() const override { return getGraphicsView(); }
 
@@ -112,11 +169,35 @@ protected:
     /// one that is asked always answers that it did.
     bool wasUsed(bool result, const QEvent& event) const override {
         const bool isAnswered = event.type() == QEvent::KeyPress || event.type() == QEvent::KeyRelease ||
-                                event.type() == QEvent::TouchBegin || event.type() == QEvent::InputMethod;
+                                event.type() == QEvent::TouchBegin || event.type() == QEvent::InputMethod ||
+                                event.type() == QEvent::ContextMenu;
         return result && (!isAnswered || event.isAccepted());
+    }
+    /// Without the focus an item of a widget keeps context menus to itself, and says that they were used.
+    bool isAsked(const QEvent& event) const override {
+        const QGraphicsView* view = getGraphicsView();
+        if (event.type() != QEvent::ContextMenu || !view)
+            return true;
+        const QGraphicsItem* item = view->itemAt(static_cast<const QContextMenuEvent&>(event).pos());
+        return !qgraphicsitem_cast<const QGraphicsProxyWidget*>(item) || item->hasFocus();
     }
 
 private:
+    /// One that closes may end others.
+    std::vector<QPointer<QGraphicsProxyWidget>> findPopups() const {
+        std::vector<QPointer<QGraphicsProxyWidget>> found;
+        if (const QGraphicsScene* scene = mPass.editQGraphicsScene())
+            for (QGraphicsItem* item : scene->items())
+                if (auto* proxy = qgraphicsitem_cast<QGraphicsProxyWidget*>(item); proxy && isOpenPopup(*proxy))
+                    found.emplace_back(proxy);
+        return found;
+    }
+    void closePopups() {
+        for (const auto& proxy : findPopups())
+            if (proxy && proxy->widget())
+                proxy->widget()->close();
+    }
+
     KyQtPass& mPass;
     QPointer<QGraphicsScene> mActivated;
 };
@@ -150,6 +231,7 @@ public:
         const QQuickWindow* window = mPass.getQuickWindow();
         return window && window->activeFocusItem() && window->activeFocusItem() != window->contentItem();
     }
+    bool isFocused() const override { return mWantsFocus; }
     void setFocused(bool isFocused) override {
         mWantsFocus = isFocused;
         QQuickWindow* const window = mPass.getQuickWindow();
@@ -175,9 +257,24 @@ public:
         return item ? item->mapRectToScene(rect) : rect;
     }
 
+    void cancelMouse() override {
+        QQuickWindow* const window = mPass.getQuickWindow();
+        if (QQuickItem* const item = window ? window->mouseGrabberItem() : nullptr)
+            item->ungrabMouse();
+    }
+    bool takesTouchAsMouse() const override { return false; }
+    bool knowsTouchCancel() const override { return true; }
+
 protected:
-    bool wasUsed(bool, const QEvent& event) const override { return event.isAccepted(); }
-    bool isHandled(QEvent::Type type) const override { return type != QEvent::ContextMenu && type != QEvent::ToolTip; }
+    bool wasUsed(bool, const QEvent& event) const override {
+        const QQuickWindow* window = mPass.getQuickWindow();
+        if (event.type() == QEvent::TouchBegin)
+            return window && isTouchTaken(*window, static_cast<const QTouchEvent&>(event));
+        return event.isAccepted();
+    }
+    bool isAsked(const QEvent& event) const override {
+        return event.type() != QEvent::ContextMenu && event.type() != QEvent::ToolTip;
+    }
 
 private:
     KyQmlPass& mPass;
@@ -198,8 +295,7 @@ bool KyPassEventTarget::deliver(QEvent& event) {
     QObject* const receiver = getReceiver();
     if (!receiver)
         return false;
-    if (!isHandled(event.type()))
-        event.ignore();
+    const bool canBeUsed = isAsked(event);
     const bool result = qt_sendSpontaneousEvent(receiver, &event);
-    return wasUsed(result, event);
+    return canBeUsed && wasUsed(result, event);
 }

@@ -39,8 +39,16 @@ public:
     virtual void activate() = 0;
     /// Whether keys reach something.
     virtual bool hasFocusItem() const = 0;
+    virtual bool isFocused() const = 0;
     /// Without the focus it has no focus item and no popups; with it again it has the former focus item.
     virtual void setFocused(bool isFocused) = 0;
+    /// Where keys go, in coordinates of the receiver: the cursor, or all of the item that has the focus.
+    virtual QRectF getFocusRect() const { return {}; }
+    /// Takes the mouse from who has it, where releases alone would still be a click.
+    virtual void cancelMouse() {}
+    /// Whether the receiver leaves it to others to make a mouse of a touch that nobody uses.
+    virtual bool takesTouchAsMouse() const { return true; }
+    virtual bool knowsTouchCancel() const { return false; }
     /// What answers input methods; null when there is none.
     virtual QObject* getInputMethodReceiver() const = 0;
     /// A rectangle of the one that answers input methods in coordinates of the receiver.
@@ -51,6 +59,6 @@ public:
 
 protected:
     virtual bool wasUsed(bool result, const QEvent& event) const = 0;
-    /// Whether the receiver says itself that it used events of the type; others count as unused.
-    virtual bool isHandled(QEvent::Type) const { return true; }
+    /// Whether somebody is there who can say that he used the event.
+    virtual bool isAsked(const QEvent&) const { return true; }
 };

@@ -227,15 +227,25 @@ void KyPassSurface::leave() {
         handler->leave(pass.get());
 }
 
+/// The picture's canvas is no window's: it tells what that of the 3D view tells.
+void KyPassSurface::listenTo(KyCanvas* canvas) {
+    for (KyConnection& connection : mConnections)
+        connection.disconnect();
+    mCanvas = KyObjectReference(canvas);
+    if (!canvas)
+        return;
+    const auto pass = [this](auto& signal, auto& picture) {
+        return signal.connect(*this, [&picture](auto... told) { picture.send(told...); });
+    };
+    mConnections = {pass(canvas->pointerLeftSignal(), mPicture->pointerLeftSignal()),
+                    pass(canvas->eventSentSignal(), mPicture->eventSentSignal()),
+                    pass(canvas->touchCanceledSignal(), mPicture->touchCanceledSignal()),
+                    pass(canvas->keyboardFocusSignal(), mPicture->keyboardFocusSignal())};
+}
+
 bool KyPassSurface::adaptView(const KyGraphicsViewMultiPass& view) {
-    KyObject* const canvas = view.getCanvas();
-    if (canvas != mCanvas.get()) {
-        if (mCanvas)
-            static_cast<KyCanvas*>(mCanvas.get())->pointerLeftSignal().disconnect(this, &KyPassSurface::leave);
-        mCanvas = KyObjectReference(canvas);
-        if (canvas)
-            view.getCanvas()->pointerLeftSignal().connect(this, &KyPassSurface::leave);
-    }
+    if (view.getCanvas() != mCanvas.get())
+        listenTo(view.getCanvas());
     return KyGraphicsPass::adaptView(view);
 }
 

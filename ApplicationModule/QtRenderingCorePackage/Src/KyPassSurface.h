@@ -13,6 +13,7 @@
 #include "KySignal.h"
 #include "KyVec2.h"
 
+#include <array>
 #include <cstdint>
 
 class KyInputEvent;
@@ -97,12 +98,14 @@ private:
     void dressNode();
     void updateNode();
     void undressNode();
+    void listenTo(KyCanvas* canvas);
 
     KyHolder<KyCanvas> mPicture;
     KyHolder<KyGraphicsViewMultiPass> mPictureView;
     KyHolder<KyMeshNode> mNode;
     // Of the 3D view.
     KyObjectReference mCanvas;
+    std::array<KyConnection, 4> mConnections;
     unsigned mTriangle = 0;
     std::uint64_t mDrawnRevision = 0;
 

@@ -3,6 +3,8 @@
 #include "KyPassToolTip_p.h"
 
 #include <QAbstractItemView>
+#include <QCoreApplication>
+#include <QHelpEvent>
 #include <QLabel>
 #include <QStyle>
 #include <QTabBar>
@@ -44,7 +46,7 @@ QString findWidgetText(const QWidget& top, const QPoint& position) {
     return {};
 }
 
-QLabel* createLabel(const QString& text) {
+QLabel* createLabel(const QString& text, int widest) {
     auto* const label = new QLabel(text);
     label->setFont(QToolTip::font());
     label->setPalette(QToolTip::palette());
@@ -55,6 +57,10 @@ QLabel* createLabel(const QString& text) {
     label->setMargin(1 + label->style()->pixelMetric(QStyle::PM_ToolTipLabelFrameWidth, nullptr, label));
     label->setWordWrap(Qt::mightBeRichText(text));
     label->adjustSize();
+    if (label->sizeHint().width() > widest) {
+        label->setWordWrap(true);
+        label->resize(widest, label->heightForWidth(widest));
+    }
     return label;
 }
 
@@ -70,6 +76,22 @@ QPointF getCorner(const QPointF& pointer, const QSizeF& size, const QSizeF& view
 
 QPointF toScene(const QGraphicsView& view, const QPointF& position) {
     return view.viewportTransform().inverted().map(position);
+}
+
+/// Some widgets make their tips when they are asked.
+bool askWidget(const QGraphicsView& view, const QPointF& position) {
+    const QPointF place = toScene(view, position);
+    const auto* proxy = qgraphicsitem_cast<QGraphicsProxyWidget*>(
+        view.scene() ? view.scene()->itemAt(place, view.viewportTransform()) : nullptr);
+    QWidget* const top = proxy ? proxy->widget() : nullptr;
+    if (!top)
+        return false;
+    const QPoint inTop = proxy->mapFromScene(place).toPoint();
+    QWidget* const child = top->childAt(inTop);
+    QWidget* const widget = child ? child : top;
+    const QPoint inWidget = widget->mapFrom(top, inTop);
+    QHelpEvent event(QEvent::ToolTip, inWidget, widget->mapToGlobal(inWidget));
+    return QCoreApplication::sendEvent(widget, &event) && event.isAccepted();
 }
 
 } // namespace
@@ -88,6 +110,8 @@ bool KyPassToolTip::show(QGraphicsView& view, const QPointF& position) {
     const QString text = findText(view, position);
     if (mItem && text == mText)
         return true;
+    if (text.isEmpty() && askWidget(view, position))
+        return true;
     hide();
     if (text.isEmpty())
         return false;
@@ -97,12 +121,18 @@ bool KyPassToolTip::show(QGraphicsView& view, const QPointF& position) {
 }
 
 void KyPassToolTip::follow(QGraphicsView& view, const QPointF& position) {
-    if (mItem && findText(view, position) == mText)
+    mPosition = position;
+    check();
+    if (mItem)
         return;
     hide();
     mView = &view;
-    mPosition = position;
     mRest.start(view.style()->styleHint(QStyle::SH_ToolTip_WakeUpDelay, nullptr, &view));
+}
+
+void KyPassToolTip::check() {
+    if (mItem && (!mView || mItem->scene() != mView->scene() || findText(*mView, mPosition) != mText))
+        hide();
 }
 
 void KyPassToolTip::hide() {
@@ -135,12 +165,15 @@ QString KyPassToolTip::findText(QGraphicsView& view, const QPointF& position) co
 }
 
 void KyPassToolTip::open(QGraphicsView& view, const QPointF& position) {
-    mItem = view.scene()->addWidget(createLabel(mText));
+    mView = &view;
+    mPosition = position;
+    mItem = view.scene()->addWidget(createLabel(mText, view.width()));
+    QObject::connect(view.scene(), &QGraphicsScene::changed, mItem, [this] { check(); });
     mItem->setAcceptedMouseButtons(Qt::NoButton);
     mItem->setAcceptHoverEvents(false);
     mItem->setZValue(cZValue);
     const QTransform toItems = view.viewportTransform().inverted();
     mItem->setTransform(QTransform(toItems.m11(), toItems.m12(), toItems.m21(), toItems.m22(), 0.0, 0.0));
-    mItem->setPos(toItems.map(getCorner(position, mItem->size(), view.viewport()->size())));
+    mItem->setPos(toItems.map(getCorner(position, mItem->size(), view.size())));
     mEnd.start(cShortestTime + cTimePerLetter * std::max(0, mText.size() - cShortText));
 }

@@ -17,11 +17,14 @@ public:
     KyPassToolTip(const KyPassToolTip&) = delete;
     KyPassToolTip& operator=(const KyPassToolTip&) = delete;
 
-    /// Shows the tip of what is under a position of the viewport; false when that has none.
+    /// Shows the tip of what is under a position of the viewport; false when that has none. A widget without a text of
+    /// its own is asked.
     bool show(QGraphicsView& view, const QPointF& position);
     /// The pointer came to a position: ends the tip of what it left, and shows another when it rests there.
     void follow(QGraphicsView& view, const QPointF& position);
     void hide();
+    /// Ends it when what it belongs to is not there any more.
+    void check();
 
 private:
     QString findText(QGraphicsView& view, const QPointF& position) const;

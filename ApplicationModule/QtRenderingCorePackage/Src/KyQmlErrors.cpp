@@ -4,9 +4,11 @@
 
 #include "KyQmlPass.h"
 
+#include <QFileInfo>
 #include <QJSValue>
 #include <QMetaObject>
 #include <QQmlError>
+#include <QSet>
 
 namespace {
 
@@ -14,9 +16,18 @@ constexpr const char* cLine = "line";
 constexpr const char* cColumn = "column";
 constexpr const char* cDescription = "description";
 constexpr const char* cFile = "file";
+constexpr const char* cCanOpen = "canOpen";
+constexpr const char* cMore = "more";
+
+/// Nobody reads more.
+constexpr int cLargestNumber = 100;
 
 QString toPlace(const QUrl& url) {
     return url.isLocalFile() ? url.toLocalFile() : url.toString();
+}
+
+bool canOpen(const QUrl& file) {
+    return file.isLocalFile() && QFileInfo::exists(file.toLocalFile());
 }
 
 QVariantMap toMap(const QQmlError& error, const QUrl& qml) {
@@ -24,7 +35,17 @@ QVariantMap toMap(const QQmlError& error, const QUrl& qml) {
     return {{cLine, error.line()},
             {cColumn, error.column()},
             {cDescription, error.description().trimmed()},
-            {cFile, isElsewhere ? toPlace(error.url()) : QString()}};
+            {cFile, isElsewhere ? toPlace(error.url()) : QString()},
+            {cCanOpen, canOpen(isElsewhere ? error.url() : qml)}};
+}
+
+/// Stands for the errors that are left out.
+QVariantMap toRest(int number, const QUrl& qml) {
+    QQmlError error;
+    error.setDescription(QStringLiteral("... and %1 more errors.").arg(number));
+    QVariantMap map = toMap(error, qml);
+    map[cMore] = number;
+    return map;
 }
 
 QString toLine(const QVariantMap& error, const QString& place) {
@@ -40,9 +61,16 @@ QString toLine(const QVariantMap& error, const QString& place) {
 
 QVariantList KyQmlErrors::toMaps(const QList<QQmlError>& errors, const QUrl& qml) {
     QVariantList maps;
-    for (const QQmlError& error : errors)
-        if (const QVariantMap map = toMap(error, qml); !maps.contains(map))
+    QSet<QString> lines;
+    for (const QQmlError& error : errors) {
+        const QVariantMap map = toMap(error, qml);
+        const auto before = lines.size();
+        lines.insert(toLine(map, toPlace(qml)));
+        if (lines.size() > before && maps.size() < cLargestNumber)
             maps.append(map);
+    }
+    if (const int more = lines.size() - maps.size(); more > 0)
+        maps.append(toRest(more, qml));
     if (maps.isEmpty()) {
         QQmlError error;
         error.setDescription(QStringLiteral("The root of this QML is no Item, so there is nothing to show."));

@@ -9,9 +9,14 @@ Rectangle {
     signal openError(var error)
     signal reloadFile()
 
-    readonly property real unit: Math.max(11, Math.min(width / 42, height / 22, Math.max(20, height / 60)))
-    readonly property real gap: Math.round(unit)
-    readonly property int count: qmlError ? qmlError.length : 0
+    readonly property real smallest: Math.max(7, Math.min(11, width / 22, height / 9))
+    readonly property real unit: Math.max(smallest, Math.min(width / 42, height / 22, Math.max(20, height / 60)))
+    // A small area is for the errors alone, a narrow one has their places in the text.
+    readonly property bool isSmall: width < 21 * unit || height < 8 * unit
+    readonly property bool isNarrow: width < 30 * unit
+    readonly property real gap: Math.round(isSmall ? unit / 3 : unit)
+    readonly property var last: qmlError && qmlError.length > 0 ? qmlError[qmlError.length - 1] : null
+    readonly property int count: last ? qmlError.length + (last.more ? last.more - 1 : 0) : 0
 
     color: "#f01b202a"
 
@@ -59,8 +64,9 @@ Rectangle {
 
     Item {
         id: header
-        anchors { top: stripe.bottom; left: parent.left; right: parent.right; margins: report.gap }
-        height: Math.max(titles.height, buttons.height)
+        anchors { top: stripe.bottom; left: parent.left; right: parent.right; margins: visible ? report.gap : 0 }
+        visible: !report.isSmall
+        height: visible ? Math.max(titles.height, buttons.height) : 0
 
         Column {
             id: titles
@@ -87,6 +93,7 @@ Rectangle {
 
             Button {
                 objectName: "open"
+                visible: qmlError[0].canOpen
                 text: "Open"
                 onClicked: report.openError(qmlError[0])
             }
@@ -111,15 +118,16 @@ Rectangle {
             id: row
 
             readonly property bool hasPlace: modelData.line > 0
+            readonly property string shortPlace: modelData.line + (modelData.column > 0 ? ":" + modelData.column : "") + " "
 
             width: ListView.view.width
             height: words.height + 2 * Math.round(report.gap * 0.7)
             radius: Math.round(report.unit / 3)
-            color: rowArea.containsMouse ? "#323b4c" : "#272e3b"
+            color: modelData.canOpen && rowArea.containsMouse ? "#323b4c" : "#272e3b"
 
             Rectangle {
                 id: place
-                visible: row.hasPlace
+                visible: row.hasPlace && !report.isNarrow
                 anchors { left: parent.left; leftMargin: Math.round(report.gap * 0.7); verticalCenter: parent.verticalCenter }
                 width: visible ? placeText.implicitWidth + report.gap : 0
                 height: placeText.implicitHeight + Math.round(report.unit / 2)
@@ -141,7 +149,7 @@ Rectangle {
 
                 Label {
                     width: parent.width
-                    text: modelData.description
+                    text: (row.hasPlace && report.isNarrow ? row.shortPlace : "") + modelData.description
                     wrapMode: Text.Wrap
                 }
                 Label {
@@ -157,6 +165,7 @@ Rectangle {
                 id: rowArea
                 anchors.fill: parent
                 hoverEnabled: true
+                enabled: modelData.canOpen
                 onClicked: report.openError(modelData)
             }
         }

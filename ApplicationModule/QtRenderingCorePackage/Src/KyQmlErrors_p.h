@@ -16,7 +16,8 @@ class QQmlError;
 /// The errors of a QML as its report shows them: a list of maps.
 class KyQmlErrors {
 public:
-    /// Each error once; no errors at all are one, that the root is no item.
+    /// Each error once, and of many the first ones, with a last map that tells how many `more` there are; no errors at
+    /// all are one, that the root is no item.
     static QVariantList toMaps(const QList<QQmlError>& errors, const QUrl& qml);
     /// A line each, as compilers write them.
     static std::string toText(const QVariantList& errors, const QUrl& qml);

@@ -49,8 +49,16 @@ KyQmlPass::~KyQmlPass() {
     KyQmlPasses::remove(this);
     // Nobody hears of what is requested while it ends.
     mParts->update.request();
-    cleanupGraphicsRessources();
-    cleanupModelRessources();
+    releaseGraphics();
+    releaseContext();
+    if (mParts->objects.empty())
+        return;
+    KyQmlRemains* remains = KyQmlRemains::create();
+    for (auto& [name, object] : mParts->objects) {
+        // Nobody is there any more who should hear of changes and of the object's end.
+        object.binding->blockSignals(true);
+        remains->bindings.push_back(std::move(object.binding));
+    }
 }
 
 KyQmlPass* KyQmlPass::clone() const {
@@ -73,6 +81,10 @@ std::string KyQmlPass::getQmlText() const {
 
 const QUrl& KyQmlPass::getShownQml() const {
     return mIsReport ? mFailingQml : mQml;
+}
+
+bool KyQmlPass::isLoaded() const {
+    return mState == State::eLoaded && !mIsReport && mParts->item;
 }
 
 QQmlContext* KyQmlPass::getQmlContext() const {
@@ -134,7 +146,7 @@ void KyQmlPass::setContextObject(const std::string& name, KyObject* object) {
     if (name.empty())
         return;
     auto& objects = mParts->objects;
-    const auto before = objects.extract(name);
+    auto before = objects.extract(name);
     if (object)
         objects[name] = {KyObjectReference(object),
                          std::unique_ptr<KyObjectQmlBinding>(KyObjectQmlBinding::create(*object))};
@@ -142,7 +154,7 @@ void KyQmlPass::setContextObject(const std::string& name, KyObject* object) {
         context->setContextProperty(KyApplication::toQString(name), object ? objects[name].binding.get() : nullptr);
     // What the QML is just using must outlive that.
     if (before && before.mapped().binding)
-        before.mapped().binding.release()->deleteLater();
+        KyQmlRemains::create()->bindings.push_back(std::move(before.mapped().binding));
 }
 
 KyVec2f KyQmlPass::getScenePosition(const KyVec2f& pixel, const KyGraphicsViewMultiPass*) const {

@@ -16,6 +16,7 @@
 #include <QUrl>
 #include <QVariant>
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -63,7 +64,8 @@ public:
     static void initializeType();
     static void finalizeType();
     static void initializeClass() { initializeType(); }
-    /// Empties the living passes, then ends the shared engine and the type record.
+    /// Empties the living passes, then ends the shared engine and the type record. Called by QML that is running, the
+    /// engine ends when that has returned to the event loop.
     static void finalizeClass();
     const KyType* getObjectType() const override;
 
@@ -93,7 +95,7 @@ public:
     /// A local path where there is one, else the URL.
     std::string getQmlText() const;
     /// Whether its root item is shown; the errors report's does not count.
-    bool isLoaded() const { return mState == State::eLoaded && !mIsReport; }
+    bool isLoaded() const;
     /// What was wrong with the QML, a line each; empty when it loaded.
     const std::string& getErrorText() const { return mErrorText; }
 
@@ -101,7 +103,8 @@ public:
     static QQmlEngine* getQmlEngine();
     /// Null when there is no engine.
     QQmlContext* getQmlContext() const;
-    /// Null before loading and after a failure.
+    /// Null before loading. After a failure those of the errors report, and null where that is off or fails itself; the
+    /// item also after somebody has deleted it.
     QQmlComponent* getQmlComponent() const;
     QQuickItem* getQuickItem() const;
     /// The two of the first frame; null before, and where nothing can render QML. Owned by the pass.
@@ -121,7 +124,8 @@ public:
     void setEnableErrorsReport(bool isEnabled);
     bool isErrorsReportEnabled() const { return mIsErrorsReportEnabled; }
     /// A QML that reads the context properties `qmlPathErrors`, the failing file's name, and `qmlError`, a list of maps
-    /// with `line`, `column`, `description` and `file` (set where it is another file). Its root may have the signals
+    /// with `line`, `column`, `description`, `file` (set where it is another file) and `canOpen` (there is a local
+    /// one); of very many errors the last map has `more`, the number of those left out. Its root may have the signals
     /// `openError(var)` and `reloadFile()`.
     void setErrorsReport(const QUrl& url) { mErrorsReport = url; }
     const QUrl& getErrorsReport() const { return mErrorsReport; }
@@ -150,7 +154,8 @@ public:
     void createFbo();
     /// Gives the root item and the quick window the buffer's size.
     void updateQuickSizes();
-    /// Ends buffer, context, window and the QML in it; the next frame makes and loads them again.
+    /// Ends buffer, context, window and the QML in it; the next frame makes and loads them again. Like all that ends
+    /// here, they may be running, so Qt's event loop deletes them.
     void cleanupGraphicsRessources();
     /// Ends the QML's objects and their context; nothing is shown until another QML is set.
     void cleanupModelRessources();
@@ -195,11 +200,16 @@ private:
     void showRootItem(QQuickItem* item);
     void fail(const QVariantList& errors);
     void releaseQml();
+    void releaseContext();
+    void releaseGraphics();
+    void change(const std::function<void()>& step);
+    void onRootEnded();
     bool prepare();
     bool initializeGraphics();
     bool makeGraphics();
     void initializeRenderControl();
     void render();
+    bool isCleanedUp() const;
     void shareBuffer();
     void releaseBuffer();
 

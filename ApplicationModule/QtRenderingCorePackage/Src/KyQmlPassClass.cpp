@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "KyQmlPass.h"
 #include "KyQmlPasses_p.h"
+#include "KyQmlRemains_p.h"
 #include "KyQtPassEventHandler.h"
 
 #include "KyQtText.h"
@@ -16,6 +17,8 @@
 #include <QQmlEngine>
 
 #include <algorithm>
+#include <memory>
+#include <utility>
 #include <vector>
 
 const KyType* KyQmlPass::msType = nullptr;
@@ -26,6 +29,11 @@ namespace {
 std::vector<KyQmlPass*>& getPasses() {
     static auto* passes = new std::vector<KyQmlPass*>;
     return *passes;
+}
+
+/// Whether it is its QML or JavaScript that calls: the stack then has more than this question.
+bool isRunning(QQmlEngine& engine) {
+    return engine.evaluate(QStringLiteral("new Error().stack")).toString().contains(QLatin1Char('\n'));
 }
 
 } // namespace
@@ -97,8 +105,12 @@ void KyQmlPass::finalizeClass() {
 
 void KyQmlPass::endQmlEngine() {
     KyQmlPasses::cleanUp();
-    delete msQmlEngine;
-    msQmlEngine = nullptr;
+    std::unique_ptr<QQmlEngine> engine(std::exchange(msQmlEngine, nullptr));
+    if (engine && !QCoreApplication::closingDown() && isRunning(*engine)) {
+        KyQmlRemains::create()->engine = std::move(engine);
+        return;
+    }
+    KyQmlRemains::endAll();
 }
 
 QQmlEngine* KyQmlPass::getQmlEngine() {

@@ -61,13 +61,29 @@ void KyQmlPass::setQml(const QString& localFile) {
 }
 
 void KyQmlPass::setQml(const QUrl& url, bool isWatched) {
-    if (isWatched) {
-        mWatchedQml = url;
-        mParts->watch.setFile(url.isLocalFile() ? url.toLocalFile() : QString());
-    }
-    mErrorText.clear();
-    setShown(url, false);
-    notifyModified("Qml");
+    const QUrl qml = url;
+    change([&] {
+        if (isWatched) {
+            mWatchedQml = qml;
+            mParts->watch.setFile(qml.isLocalFile() ? qml.toLocalFile() : QString());
+        }
+        mErrorText.clear();
+        setShown(qml, false);
+    });
+}
+
+/// Tells what the step has changed for others, who may do with the pass what they like.
+void KyQmlPass::change(const std::function<void()>& step) {
+    const std::string qml = getQmlText(), error = mErrorText;
+    const bool wasLoaded = isLoaded();
+    const QPointer<KyQmlPass> self(this);
+    step();
+    if (!self)
+        return;
+    const bool isChanged[] = {getQmlText() != qml, mErrorText != error, isLoaded() != wasLoaded};
+    for (int i = 0; const char* name : {"Qml", "Error", "Loaded"})
+        if (isChanged[i++] && self)
+            notifyModified(name);
 }
 
 void KyQmlPass::setShown(const QUrl& url, bool isReport) {
@@ -79,16 +95,17 @@ void KyQmlPass::setShown(const QUrl& url, bool isReport) {
 
 void KyQmlPass::releaseQml() {
     mState = State::eEmpty;
+    if (!mParts->component)
+        return;
+    mParts->component->disconnect(this);
+    KyQmlRemains* remains = KyQmlRemains::create();
+    remains->component = std::move(mParts->component);
     if (QQuickItem* item = mParts->item) {
-        item->setParentItem(nullptr);
-        item->setParent(&mParts->retired);
-        item->deleteLater();
+        item->disconnect(this);
         mParts->item = nullptr;
-    }
-    if (QQmlComponent* component = mParts->component.release()) {
-        disconnect(component, nullptr, this, nullptr);
-        component->setParent(&mParts->retired);
-        component->deleteLater();
+        remains->root = item;
+        item->setParent(nullptr);
+        item->setParentItem(nullptr);
     }
 }
 
@@ -125,10 +142,10 @@ void KyQmlPass::createRootItem() {
         return;
     const QPointer<QQmlComponent> component(mParts->component.get());
     QObject* root = component->create(mParts->context.get());
-    // What it runs at its beginning may have set another QML.
-    if (component != mParts->component.get() || mState != State::eReady) {
+    // What it runs at its beginning may have set another QML, or ended that or the window.
+    if (!component || component != mParts->component.get() || mState != State::eReady || !mParts->window) {
         if (root)
-            root->deleteLater();
+            KyQmlRemains::create()->root = root;
         return;
     }
     if (auto* item = qobject_cast<QQuickItem*>(root)) {
@@ -142,20 +159,29 @@ void KyQmlPass::createRootItem() {
 
 void KyQmlPass::showRootItem(QQuickItem* item) {
     QQuickItem* content = mParts->window->contentItem();
-    item->setParent(content);
-    item->setParentItem(content);
-    mParts->item = item;
-    mState = State::eLoaded;
-    // Somebody else may end it.
-    connect(item, &QObject::destroyed, this, &KyQmlPass::requestUpdate);
-    updateQuickSizes();
-    if (mIsReport) {
-        KyQmlErrors::connectReport(*item, *this);
-    } else {
-        mFailingQml.clear();
+    const QPointer<QQuickItem> shown(item);
+    change([&] {
+        item->setParent(content);
+        item->setParentItem(content);
+        mParts->item = item;
+        mState = State::eLoaded;
+        connect(item, &QObject::destroyed, this, &KyQmlPass::onRootEnded);
+        if (mIsReport)
+            KyQmlErrors::connectReport(*item, *this);
+        else
+            mFailingQml.clear();
+        updateQuickSizes();
+    });
+    // Its new size may have made it set another QML.
+    if (shown && shown == mParts->item)
+        mQmlLoadedSignal.send();
+}
+
+/// Somebody else has deleted it.
+void KyQmlPass::onRootEnded() {
+    requestUpdate();
+    if (!mIsReport)
         notifyModified("Loaded");
-    }
-    mQmlLoadedSignal.send();
 }
 
 void KyQmlPass::fail(const QVariantList& errors) {
@@ -165,11 +191,12 @@ void KyQmlPass::fail(const QVariantList& errors) {
     qWarning("%s", text.c_str());
     if (mIsReport || mQml == mErrorsReport)
         return;
-    mErrorText = text;
-    mFailingQml = mQml;
-    notifyModified("Error");
-    if (mIsErrorsReportEnabled)
-        onErrorReport(errors);
+    change([&] {
+        mErrorText = text;
+        mFailingQml = mQml;
+        if (mIsErrorsReportEnabled)
+            onErrorReport(errors);
+    });
 }
 
 void KyQmlPass::onErrorReport(const QVariantList& errors) {
@@ -202,14 +229,21 @@ void KyQmlPass::onReloadCurrentQml() {
         setQml(QUrl(getShownQml()), false);
 }
 
+void KyQmlPass::releaseContext() {
+    if (mParts->context)
+        KyQmlRemains::create()->context = std::move(mParts->context);
+}
+
 void KyQmlPass::cleanupModelRessources() {
-    releaseQml();
-    qDeleteAll(mParts->retired.children());
-    mParts->context.reset();
-    mParts->watch.setFile(QString());
-    mQml.clear();
-    mIsReport = false;
-    mWatchedQml.clear();
-    mFailingQml.clear();
-    requestUpdate();
+    change([this] {
+        releaseQml();
+        releaseContext();
+        mParts->watch.setFile(QString());
+        mQml.clear();
+        mIsReport = false;
+        mWatchedQml.clear();
+        mFailingQml.clear();
+        mErrorText.clear();
+        requestUpdate();
+    });
 }

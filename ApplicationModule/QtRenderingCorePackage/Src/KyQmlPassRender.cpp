@@ -48,6 +48,13 @@ void KyQmlPass::preRender(KyRendererContext&) {
     mParts->frame.reset();
     mParts->isRendering = false;
     setNeedUpdate(false);
+    if (isCleanedUp() && !getFboSize().isEmpty())
+        requestUpdate();
+}
+
+/// By what it has called: the next frame begins anew.
+bool KyQmlPass::isCleanedUp() const {
+    return !mParts->window && !mParts->isUnusable;
 }
 
 bool KyQmlPass::prepare() {
@@ -60,13 +67,15 @@ bool KyQmlPass::prepare() {
     for (int i = 0; i < 2; ++i) {
         load();
         createRootItem();
+        if (isCleanedUp())
+            return false;
     }
     mParts->target->makeCurrent();
     if (mState == State::eLoaded && mParts->initializedQml != mQml)
         initializeRenderControl();
     if (mParts->target->getSize() != getFboSize() && mParts->refusedSize != getFboSize())
         createFbo();
-    return true;
+    return !isCleanedUp();
 }
 
 bool KyQmlPass::initializeGraphics() {
@@ -131,7 +140,7 @@ void KyQmlPass::updateQuickSizes() {
 }
 
 void KyQmlPass::doRender(KyRendererContext&, KyGraphicsViewMultiPass&) {
-    if (!mParts->frame || mParts->nbInnerFrames > 0)
+    if (!mParts->frame || !mParts->target || mParts->nbInnerFrames > 0)
         return;
     mParts->update.begin();
     if (!mParts->target->getSize().isEmpty() && mParts->target->makeCurrent())
@@ -139,13 +148,15 @@ void KyQmlPass::doRender(KyRendererContext&, KyGraphicsViewMultiPass&) {
 }
 
 void KyQmlPass::render() {
+    KyQmlTarget& target = *mParts->target;
     if (mState == State::eLoaded && mParts->item)
-        mParts->target->render(*mParts->window, *mParts->control);
+        target.render(*mParts->window, *mParts->control);
     else
-        mParts->target->clear();
+        target.clear();
     mParts->pixel.reset();
-    if (KyTexture* texture = getTexture())
-        mParts->target->publish(*texture);
+    // Also what it creates while it is painted may have ended the target.
+    if (KyTexture* texture = &target == mParts->target.get() ? getTexture() : nullptr)
+        target.publish(*texture);
 }
 
 void KyQmlPass::postRender(KyRendererContext&) {
@@ -157,23 +168,27 @@ void KyQmlPass::postRender(KyRendererContext&) {
         return;
     mParts->frame.reset();
     mParts->isRendering = false;
-    if (mParts->update.end())
+    if (mParts->update.end() || isCleanedUp())
         requestUpdate();
 }
 
 void KyQmlPass::cleanupGraphicsRessources() {
-    mParts->frame.reset();
-    mParts->isRendering = false;
-    if (mParts->target) {
-        const KyQmlTarget::Scope current(*mParts->target);
-        mParts->control.reset();
-        releaseQml();
-        qDeleteAll(mParts->retired.children());
-        mParts->window.reset();
+    change([this] { releaseGraphics(); });
+}
+
+void KyQmlPass::releaseGraphics() {
+    releaseQml();
+    if (mParts->target && mParts->window) {
+        mParts->control->disconnect(this);
+        KyQmlRemains* remains = KyQmlRemains::create();
+        remains->control = std::move(mParts->control);
+        remains->window = std::move(mParts->window);
+        remains->target = std::move(mParts->target);
     }
-    mParts->target.reset();
+    mParts->isUnusable = false;
     mParts->initializedQml.clear();
     mParts->refusedSize = {};
+    mParts->pixel.reset();
     releaseBuffer();
     requestUpdate();
 }

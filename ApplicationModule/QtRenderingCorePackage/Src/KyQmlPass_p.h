@@ -6,6 +6,7 @@
 #include "KyPassUpdate_p.h"
 #include "KyQmlFileWatch_p.h"
 #include "KyQmlPass.h"
+#include "KyQmlRemains_p.h"
 #include "KyQmlRenderControl.h"
 #include "KyQmlTarget_p.h"
 
@@ -45,8 +46,6 @@ struct KyQmlPass::Parts {
     std::unique_ptr<QQmlContext> context;
     std::unique_ptr<QQmlComponent> component;
     QPointer<QQuickItem> item;
-    /// Parent of what is replaced, which may just be running, until Qt deletes it.
-    QObject retired;
 
     std::unique_ptr<KyQmlTarget> target;
     std::unique_ptr<KyQmlRenderControl> control;

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "KyQtPass.h"
 
+#include "KyPassDelivery_p.h"
 #include "KyQtPassPainting_p.h"
 
 #include "Ky2DScene.h"
@@ -21,6 +22,9 @@ std::vector<KyQtPass*>& editPasses() {
     static auto* const passes = new std::vector<KyQtPass*>;
     return *passes;
 }
+
+/// Of an item's data.
+constexpr int cRetired = 0x4b79;
 
 /// Ends a 2D scene when Qt's event loop is back: one of its items may be handling an event.
 class Retired : public QObject {
@@ -47,10 +51,30 @@ void detachWidget(QGraphicsProxyWidget& proxy) {
 void retire(QGraphicsProxyWidget* proxy) {
     if (!proxy)
         return;
-    detachWidget(*proxy);
+    proxy->hide();
+    proxy->setData(cRetired, true);
     if (proxy->scene())
         proxy->scene()->removeItem(proxy);
-    proxy->deleteLater();
+    // It asks its widget after it has given it an event.
+    KyPassDelivery::runAfter([item = QPointer(proxy)] {
+        if (!item)
+            return;
+        detachWidget(*item);
+        item->deleteLater();
+    });
+}
+
+/// From an item that waits for its end.
+void takeBack(QWidget& widget) {
+    QGraphicsProxyWidget* const proxy = widget.graphicsProxyWidget();
+    if (proxy && proxy->data(cRetired).toBool())
+        detachWidget(*proxy);
+}
+
+/// A view asks its scene after it has given it an event, which may have taken the scene away.
+QGraphicsScene* getEmptyScene(QGraphicsView& view) {
+    auto* const scene = view.findChild<QGraphicsScene*>(QString(), Qt::FindDirectChildrenOnly);
+    return scene ? scene : new QGraphicsScene(&view);
 }
 
 QGraphicsView* makeView() {
@@ -104,7 +128,7 @@ void KyQtPass::close() {
         delete mWidget.data();
     mWidget = nullptr;
     delete mGraphicsView.data();
-    connectQGraphicsScene(nullptr);
+    attachQGraphicsScene(nullptr);
     KyObject* const scene = m2DScene.get();
     m2DScene = KyObjectReference();
     mSlots.disconnectAll();
@@ -133,7 +157,8 @@ KyQtPass* KyQtPass::clone() const {
 }
 
 QWidget* KyQtPass::editQWidget() const {
-    return mWidget;
+    // Others may take it out of the item.
+    return mProxy && mProxy->widget() == mWidget ? mWidget.data() : nullptr;
 }
 
 QGraphicsView* KyQtPass::editQGraphicsView() const {
@@ -153,10 +178,12 @@ void KyQtPass::set2DScene(Ky2DScene* scene, bool own) {
     if (scene == former && (scene || !mGraphicsScene))
         return;
     const bool endsFormer = former && std::exchange(mOwns2DScene, false);
+    // What listens may end the pass.
+    const KyObjectReference self(this);
     mSlots.disconnectAll();
     m2DScene = KyObjectReference(scene);
     mOwns2DScene = scene && own;
-    connectQGraphicsScene(scene ? scene->getQGraphicsScene() : nullptr);
+    attachQGraphicsScene(scene ? scene->getQGraphicsScene() : nullptr);
     if (scene) {
         scene->changesPendingSignal().connect(mSlots, [this](Ky2DScene*) { setNeedUpdate(true); });
         scene->modifiedSignal().connect(mSlots,
@@ -168,7 +195,7 @@ void KyQtPass::set2DScene(Ky2DScene* scene, bool own) {
     if (endsFormer)
         new Retired(former);
     setNeedUpdate(true);
-    if (isWatched())
+    if (self.get() && isWatched())
         notifyModified("Scene2D");
 }
 
@@ -180,20 +207,31 @@ void KyQtPass::leave2DScene() {
 void KyQtPass::connectQGraphicsScene(QGraphicsScene* scene) {
     if (scene == mGraphicsScene)
         return;
+    attachQGraphicsScene(scene);
+    setNeedUpdate(true);
+}
+
+void KyQtPass::attachQGraphicsScene(QGraphicsScene* scene) {
+    if (scene == mGraphicsScene)
+        return;
     if (mGraphicsScene)
-        disconnect(mGraphicsScene, SIGNAL(changed(const QList<QRectF>&)), this,
-                   SLOT(onQGraphicsSceneChanged(const QList<QRectF>&)));
+        disconnect(mGraphicsScene, nullptr, this, nullptr);
     // Before the scene that it is in can end, and the widget with both.
     if (mProxy && mProxy->scene())
         mProxy->scene()->removeItem(mProxy);
     mGraphicsScene = scene;
     if (mGraphicsView)
-        mGraphicsView->setScene(scene);
+        mGraphicsView->setScene(scene ? scene : getEmptyScene(*mGraphicsView));
     if (!scene)
         return;
     if (mProxy)
         scene->addItem(mProxy);
     connect(scene, SIGNAL(changed(const QList<QRectF>&)), this, SLOT(onQGraphicsSceneChanged(const QList<QRectF>&)));
+    connect(scene, &QObject::destroyed, this, [this] {
+        if (mGraphicsView)
+            mGraphicsView->setScene(getEmptyScene(*mGraphicsView));
+        setNeedUpdate(true);
+    });
 }
 
 void KyQtPass::onQGraphicsSceneChanged(const QList<QRectF>& regions) {
@@ -202,36 +240,47 @@ void KyQtPass::onQGraphicsSceneChanged(const QList<QRectF>& regions) {
 }
 
 QGraphicsProxyWidget* KyQtPass::setQWidget(QWidget* widget, bool own) {
-    if (widget == mWidget)
-        return mProxy;
     if (!widget) {
         leaveWidget();
         return nullptr;
     }
+    if (widget == editQWidget())
+        return mProxy;
+    takeBack(*widget);
     if (!mGraphicsScene || widget->parent() || widget->graphicsProxyWidget())
         return nullptr;
-    leaveWidget();
+    if (widget == mWidget)
+        mOwnsWidget = false;
+    dropWidget();
     mProxy = mGraphicsScene->addWidget(widget);
     // The widget's own attribute is not looked at.
     mProxy->setAcceptTouchEvents(true);
     mWidget = widget;
     mOwnsWidget = own;
     connect(widget, &QObject::destroyed, this, [this] { onWidgetDestroyed(); });
+    QGraphicsProxyWidget* const proxy = mProxy;
+    const KyObjectReference self(this);
     setNeedUpdate(true);
-    return mProxy;
+    // What listens may have set another one.
+    return self.get() && mWidget == widget ? proxy : nullptr;
 }
 
-void KyQtPass::leaveWidget() {
-    if (!mWidget)
-        return;
-    disconnect(mWidget, nullptr, this, nullptr);
+bool KyQtPass::dropWidget() {
     QWidget* const widget = mWidget;
+    if (!widget)
+        return false;
+    disconnect(widget, nullptr, this, nullptr);
     mWidget = nullptr;
     retire(mProxy.data());
     mProxy = nullptr;
     if (std::exchange(mOwnsWidget, false))
         widget->deleteLater();
-    onWidgetDestroyed();
+    return true;
+}
+
+void KyQtPass::leaveWidget() {
+    if (dropWidget())
+        onWidgetDestroyed();
 }
 
 void KyQtPass::onWidgetDestroyed() {
@@ -247,8 +296,10 @@ void KyQtPass::change(T& member, const T& value, std::string_view attribute) {
     if (value == member)
         return;
     member = value;
+    // What listens may end the pass.
+    const KyObjectReference self(this);
     setNeedUpdate(true);
-    if (isWatched())
+    if (self.get() && isWatched())
         notifyModified(attribute);
 }
 

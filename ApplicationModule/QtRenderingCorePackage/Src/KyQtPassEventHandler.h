@@ -15,12 +15,15 @@
 /// | event | reaches |
 /// |---|---|
 /// | press, double click, wheel, touch's begin, context menu, tool tip, move | what is under the pointer |
-/// | all of the mouse after a press that was used, all of a touch that was | the one that used it, wherever the pointer
-/// is | | keys, input methods, context menu by key | what has the keyboard focus in the pass |
+/// | mouse after a press that was used, touch after its begin | the one that used it, wherever it goes |
+/// | keys, input methods, context menu by key | what has the keyboard focus in the pass |
 ///
 /// "Under the pointer" asks the picture: where the pass is not there or fully transparent, nothing is reached and the
-/// event goes on to the passes behind. So does an event that nobody used, such as a press on a label. A press that the
-/// pass did not use closes its popups and takes the keyboard focus from it, which a later click on it gives back.
+/// event goes on to the passes behind. So does an event that nobody used, such as a press on a label; but what is
+/// behind something is neither hovered nor shows tool tips. A press that the pass did not use or that went to another
+/// view of the canvas closes its popups and takes the keyboard focus from it, which a later click on it gives back; so
+/// does the window when it loses the focus, until it has it again. A press or touch whose end is lost or canceled is no
+/// click.
 ///
 /// A widget that takes no touches gets the first finger as the left mouse button.
 ///

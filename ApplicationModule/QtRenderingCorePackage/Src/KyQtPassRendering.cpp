@@ -80,7 +80,8 @@ bool KyQtPass::adaptView(const KyGraphicsViewMultiPass& view) {
 
 bool KyQtPass::prepareTarget(KyRendererContext& context) {
     std::unique_ptr<KyQtPaintTarget>& target = mPainting->target;
-    if (target && (std::exchange(mPainting->isTargetStale, false) || !target->isUsable()))
+    const bool isStale = std::exchange(mPainting->isTargetStale, false);
+    if (target && (isStale || !target->isUsable()))
         target.reset();
     if (!target || target->isLost())
         setNeedUpdate(true);
@@ -98,8 +99,11 @@ void KyQtPass::preRender(KyRendererContext& context) {
     if (!mGraphicsScene)
         mPainting->target.reset();
     mPainting->isUnderWay = mGraphicsScene && prepareTarget(context);
-    if (!mPainting->isUnderWay)
+    if (!mPainting->isUnderWay) {
+        // Where nothing can be painted the next request must be told again.
+        mPainting->update.clear();
         return;
+    }
     Ky2DNode::applyModification();
     synchronizeFrameBuffer();
 }

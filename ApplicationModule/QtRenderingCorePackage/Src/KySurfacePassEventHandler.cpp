@@ -174,7 +174,9 @@ bool KySurfacePassEventHandler::sendToSurfaces(const KyInputEvent& event, const 
     const auto grabbing = std::ranges::find_if(surfaces, [](const auto& surface) { return surface->isGrabbing(); });
     if (grabbing != surfaces.end()) {
         target.surface = grabbing->get();
-        target.follow(event.getX(), event.getY(), target.pixel);
+        // Past the line where the plane vanishes no place of it is seen.
+        if (!target.follow(event.getX(), event.getY(), target.pixel))
+            target.pixel = mLastPixel;
         return sendToTarget(event, target);
     }
     // Somebody else has the button.
@@ -191,12 +193,14 @@ bool KySurfacePassEventHandler::sendToSurfaces(const KyInputEvent& event, const 
 }
 
 bool KySurfacePassEventHandler::sendToTarget(const KyInputEvent& event, const Target& target) {
+    mLastPixel = target.pixel;
     KyInputEvent moved = moveTo(event, target.pixel);
-    for (KyTouchPoint& point : moved.editTouchPoints())
-        if (KyVec2<int> pixel; target.follow(point.x, point.y, pixel)) {
-            point.x = pixel.x;
-            point.y = pixel.y;
-        }
+    for (KyTouchPoint& point : moved.editTouchPoints()) {
+        KyVec2<int> pixel;
+        const bool isSeen = target.follow(point.x, point.y, pixel);
+        point.x = isSeen ? pixel.x : target.pixel.x;
+        point.y = isSeen ? pixel.y : target.pixel.y;
+    }
     return target.surface->send(moved);
 }
 

@@ -59,6 +59,8 @@ private:
 
     KyHolder<KyPassEventHandler> mNextHandler;
     KyObjectReference mHovered;
+    /// Of the surface that was sent to last.
+    KyVec2<int> mLastPixel;
 
     static const KyType* msType;
 };

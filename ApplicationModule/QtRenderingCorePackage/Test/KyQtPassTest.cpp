@@ -1,112 +1,18 @@
 // SPDX-FileCopyrightText: 2026 The KyApplication authors
 // SPDX-License-Identifier: MIT
-#include "KyQtPass.h"
-#include "KyWindowTesting.h"
+#include "KyQtPassTesting.h"
 
-#include "Ky2DRect.h"
-#include "Ky2DScene.h"
-#include "Ky2DStyle.h"
-
-#include "KyFrameBuffer.h"
 #include "KyOffscreenContext.h"
-#include "KyRendererContext.h"
 
-#include <QApplication>
 #include <QGraphicsProxyWidget>
 #include <QGraphicsView>
-#include <QLabel>
-#include <QLineEdit>
 #include <QOpenGLContext>
 #include <QOpenGLFunctions>
 #include <QPainter>
-#include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QVBoxLayout>
 
 namespace {
-
-void endDeferred() {
-    QApplication::processEvents();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-}
-
-/// An overlay of a Qt pass over white, drawn off screen by a device of one kind.
-struct Overlay {
-    explicit Overlay(KyGraphicsDevice& drawingDevice, KyQtPass::PaintMethod method = KyQtPass::eAutomatic,
-                     int width = 160, int height = 120)
-        : device(drawingDevice) {
-        back->setClearColor(KyColor(1.0f, 1.0f, 1.0f));
-        canvas->insertView(back.get());
-        view = KyHolder(KyQtPass::createQtPassOverlayView(back.get(), true, false));
-        pass = KyQtPass::cast(view->getMainPass());
-        pass->setPaintMethod(method);
-        setSize(width, height);
-    }
-    ~Overlay() {
-        back->remove(view.get());
-        endDeferred();
-    }
-
-    void setSize(int width, int height) {
-        canvas->setSize(width, height);
-        target->setSize(width, height);
-    }
-    bool render() {
-        device.makeCurrent();
-        KyRendererContext context(&device);
-        context.setTarget(target.get());
-        return canvas->render(context);
-    }
-    QImage draw() {
-        render();
-        return kyToImage(KyHolder<KyImage>(target->readPixels()).get());
-    }
-    /// Until nothing waits any more.
-    void settle() {
-        for (int i = 0; i < 20 && (i < 4 || pass->isUpdateNeeded()); ++i) {
-            QApplication::processEvents();
-            render();
-        }
-    }
-    std::uint64_t countPaintings(const std::function<void()>& change) {
-        settle();
-        const std::uint64_t before = pass->getNbPaintings();
-        change();
-        render();
-        return pass->getNbPaintings() - before;
-    }
-    KyColor getColor(float x, float y) { return pass->getPixelColor({x, y}, view.get()); }
-
-    KyGraphicsDevice& device;
-    KyHolder<KyFrameBuffer> target{KyFrameBuffer::create()};
-    KyHolder<KyCanvas> canvas{new KyCanvas};
-    KyHolder<KyGraphicsViewMultiPass> back{KyGraphicsViewMultiPass::create()};
-    KyHolder<KyGraphicsViewMultiPass> view;
-    KyQtPass* pass = nullptr;
-};
-
-Ky2DRect* addRect(Ky2DScene& scene, double x, double y, double size, const QColor& color) {
-    auto* const rect = Ky2DRect::create();
-    rect->setWidth(size);
-    rect->setHeight(size);
-    rect->setTranslation(x, y);
-    rect->editStyle()->setFillColor(KyColor(static_cast<float>(color.redF()), static_cast<float>(color.greenF()),
-                                            static_cast<float>(color.blueF()), static_cast<float>(color.alphaF())));
-    scene.insertChild(rect, Ky2DNode::cAppend);
-    return rect;
-}
-
-std::unique_ptr<QWidget> makePanel() {
-    auto panel = std::make_unique<QWidget>();
-    auto* const layout = new QVBoxLayout(panel.get());
-    layout->addWidget(new QLabel("Label"));
-    layout->addWidget(new QPushButton("Press"));
-    auto* const edit = new QLineEdit("text");
-    edit->setObjectName("edit");
-    layout->addWidget(edit);
-    return panel;
-}
 
 /// The part of the pixels of which a component differs by more than edges and letters may.
 double compare(const QImage& a, const QImage& b) {
@@ -134,17 +40,6 @@ QImage paintWithQt(QGraphicsScene& scene, const QSize& size, const QRectF& sourc
 }
 
 constexpr double cLargestDifference = 0.02;
-
-class KyQtPassTest : public testing::TestWithParam<KyQtPass::PaintMethod> {
-protected:
-    KyQtPassTest() { EXPECT_TRUE(mDevice) << mError; }
-
-    std::string mError;
-    std::unique_ptr<KyQGraphicsDevice> mDevice =
-        KyQGraphicsDevice::createOffscreen(mError, KyWindow::getDefaultFormat());
-    Overlay mOverlay{*mDevice, GetParam()};
-    KyQtPass& mPass = *mOverlay.pass;
-};
 
 TEST_P(KyQtPassTest, ShowsASceneAsQtPaintsIt) {
     Ky2DScene& scene = *mPass.edit2DScene();
@@ -236,26 +131,6 @@ TEST_P(KyQtPassTest, PaintsWhenSomethingChangedAndElseNot) {
     EXPECT_EQ(nbSignals, 0);
 }
 
-/// Changes a node each time it is painted.
-struct RestlessItem : QGraphicsRectItem {
-    using QGraphicsRectItem::QGraphicsRectItem;
-    void paint(QPainter*, const QStyleOptionGraphicsItem*, QWidget*) override {
-        node->setTranslation(++nbPaintings, 0);
-    }
-    Ky2DNode* node = nullptr;
-    int nbPaintings = 0;
-};
-
-TEST_P(KyQtPassTest, RequestsMadeWhilePaintingAreKept) {
-    auto* const item = new RestlessItem(-9, -9, 20, 20);
-    item->node = addRect(*mPass.edit2DScene(), 0, 0, 5, Qt::red);
-    mPass.editQGraphicsScene()->addItem(item);
-    for (int i = 0; i < 20; ++i)
-        mOverlay.render();
-    EXPECT_EQ(item->nbPaintings, 20);
-    EXPECT_TRUE(mPass.isUpdateNeeded());
-}
-
 TEST_P(KyQtPassTest, TellsTheColourUnderAPixel) {
     addRect(*mPass.edit2DScene(), 0, 0, 40, QColor(255, 0, 0, 128));
     addRect(*mPass.edit2DScene(), -40, -40, 40, Qt::green);
@@ -273,31 +148,6 @@ TEST_P(KyQtPassTest, TellsTheColourUnderAPixel) {
     EXPECT_EQ(mOverlay.getColor(50, 30), KyColor(0, 1, 0, 1)) << "until it is painted";
     mOverlay.render();
     EXPECT_EQ(mOverlay.getColor(50, 30), KyColor(0, 0, 0, 0));
-}
-
-TEST_P(KyQtPassTest, LeavesTheStateOfTheRenderersContext) {
-    addRect(*mPass.edit2DScene(), 0, 0, 40, Qt::red);
-    mDevice->makeCurrent();
-    QOpenGLFunctions& gl = *mDevice->getContext()->functions();
-    gl.glEnable(GL_SCISSOR_TEST);
-    gl.glScissor(3, 4, 5, 6);
-    gl.glPixelStorei(GL_UNPACK_ALIGNMENT, 2);
-    const auto read = [&gl] {
-        std::vector<GLint> values;
-        for (const GLenum name : {0x8CA6 /* draw frame buffer */, 0x8CAA /* read frame buffer */, GL_TEXTURE_BINDING_2D,
-                                  GL_CURRENT_PROGRAM, GL_BLEND, GL_SCISSOR_TEST, GL_DEPTH_TEST, GL_UNPACK_ALIGNMENT,
-                                  GL_ACTIVE_TEXTURE, GL_ARRAY_BUFFER_BINDING})
-            gl.glGetIntegerv(name, &values.emplace_back());
-        return values;
-    };
-    const std::vector<GLint> before = read();
-    mOverlay.render();
-    ASSERT_EQ(mPass.getNbPaintings(), 1u);
-    EXPECT_EQ(QOpenGLContext::currentContext(), mDevice->getContext());
-    EXPECT_EQ(read(), before);
-    mOverlay.getColor(90, 70);
-    EXPECT_EQ(QOpenGLContext::currentContext(), mDevice->getContext());
-    EXPECT_EQ(gl.glGetError(), GLenum(GL_NO_ERROR));
 }
 
 TEST_P(KyQtPassTest, BearsAnySize) {
@@ -319,43 +169,6 @@ TEST_P(KyQtPassTest, BearsAnySize) {
     const std::uint64_t before = mPass.getFrameBuffer()->getColorTexture()->getVersion();
     EXPECT_EQ(mOverlay.countPaintings([&] { mPass.setViewRectSize({0.0f, 100.0f}); }), 0u);
     EXPECT_GT(mPass.getFrameBuffer()->getColorTexture()->getVersion(), before);
-}
-
-TEST_P(KyQtPassTest, BearsTheEndOfWhatItShows) {
-    auto panel = makePanel();
-    const QPointer<QWidget> widget = panel.get();
-    auto scene = std::make_unique<Ky2DScene>();
-    mPass.set2DScene(scene.get(), false);
-    mPass.setQWidget(panel.get(), false);
-    mOverlay.settle();
-    EXPECT_EQ(mOverlay.countPaintings([&] { panel.reset(); }), 1u);
-    EXPECT_FALSE(mPass.editQWidget());
-    panel = makePanel();
-    mPass.setQWidget(panel.get(), false);
-    scene.reset();
-    EXPECT_FALSE(mPass.edit2DScene() || mPass.editQGraphicsScene());
-    EXPECT_EQ(mPass.editQWidget(), panel.get()) << "it outlives the scene";
-    mOverlay.settle();
-    QWidget child(panel.get());
-    EXPECT_FALSE(mPass.setQWidget(&child, false));
-    mPass.set2DScene(Ky2DScene::create(), true);
-    mOverlay.settle();
-    EXPECT_GT(mOverlay.getColor(80, 2).alpha, 0.0f) << "in the new scene";
-    EXPECT_FALSE(mPass.setQWidget(&child, false)) << "it has a parent";
-    const QPointer<QWidget> owned = new QLabel("owned");
-    mPass.setQWidget(owned, true);
-    endDeferred();
-    EXPECT_FALSE(panel->graphicsProxyWidget() || panel->isVisible()) << "as a window of its own";
-    EXPECT_FALSE(mPass.setQWidget(nullptr, false));
-    endDeferred();
-    EXPECT_FALSE(owned);
-    const QPointer<QGraphicsScene> former = mPass.editQGraphicsScene();
-    addRect(*mPass.edit2DScene(), -200, -200, 400, Qt::red);
-    EXPECT_EQ(mOverlay.draw().pixelColor(80, 60), QColor(Qt::red));
-    mPass.set2DScene(nullptr, true);
-    endDeferred();
-    EXPECT_FALSE(former);
-    EXPECT_EQ(mOverlay.draw().pixelColor(80, 60), QColor(Qt::white));
 }
 
 INSTANTIATE_TEST_SUITE_P(Methods, KyQtPassTest, testing::Values(KyQtPass::eFrameBuffer, KyQtPass::eImage),
@@ -411,7 +224,7 @@ TEST(KyQtPassEnvironmentTest, ARendererThatSharesNothingWithQtShowsItAsWell) {
     const auto second = KyOffscreenContext::create(error);
     ASSERT_TRUE(first && second) << error;
     for (const auto method : {KyQtPass::eAutomatic, KyQtPass::eFrameBuffer}) {
-        Overlay overlay(*first, method);
+        QtPassOverlay overlay(*first, method);
         addRect(*overlay.pass->edit2DScene(), -40, -40, 80, Qt::red);
         overlay.pass->setViewRectSize({160.0f, 120.0f});
         EXPECT_EQ(overlay.draw().pixelColor(80, 60), QColor(Qt::red));
@@ -427,7 +240,7 @@ TEST(KyQtPassEnvironmentTest, ChoosesTheWayThatCostsLessAndWorks) {
     const auto device = KyQGraphicsDevice::createOffscreen(error, KyWindow::getDefaultFormat());
     ASSERT_TRUE(device) << error;
     const auto paintsByFrameBuffer = [&device](KyQtPass::PaintMethod method) {
-        Overlay overlay(*device, method);
+        QtPassOverlay overlay(*device, method);
         addRect(*overlay.pass->edit2DScene(), -200, -200, 400, Qt::red);
         overlay.pass->editQGraphicsScene()->addText("A text");
         EXPECT_EQ(overlay.draw().pixelColor(80, 20), QColor(Qt::red));
@@ -451,7 +264,7 @@ TEST(KyQtPassEnvironmentTest, APassThatLivesWhenTheLibraryEndsShowsNothing) {
     const auto device = KyQGraphicsDevice::createOffscreen(error, KyWindow::getDefaultFormat());
     ASSERT_TRUE(device) << error;
     QLabel label("label");
-    Overlay overlay(*device);
+    QtPassOverlay overlay(*device);
     overlay.pass->setQWidget(&label, false);
     overlay.settle();
     KyQtPass::finalizeType();

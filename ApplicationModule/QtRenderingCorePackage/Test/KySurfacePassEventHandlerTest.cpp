@@ -201,7 +201,13 @@ TEST_F(KySurfacePassEventHandlerTest, ADragGoesOnBesideTheNodeUntilTheRelease) {
         EXPECT_NEAR(pad->moves.back().x(), place.x(), 1.0);
         EXPECT_NEAR(pad->moves.back().y(), place.y(), 1.0);
     }
-    EXPECT_TRUE(send(KyInputEvent::eMouseReleased, project(112, -8)));
+    // Where the plane has no place any more, the pointer stays at the last one.
+    mPlane->setPosition(KyVec3d(0, 0, 10));
+    const QPointF last = pad->moves.back();
+    EXPECT_TRUE(send(KyInputEvent::eMouseMoved, QPoint(320, 240)));
+    EXPECT_EQ(pad->moves.back(), last);
+    EXPECT_TRUE(send(KyInputEvent::eMouseReleased, QPoint(320, 240)));
+    mPlane->setPosition(KyVec3d(0, 0, 0));
     EXPECT_EQ(pad->nbReleases, 1);
     EXPECT_EQ(mTurner->nbEvents, 0);
     pad->moves.clear();

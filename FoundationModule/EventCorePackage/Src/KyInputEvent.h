@@ -86,6 +86,10 @@ public:
     /// What an event handler found out; settable on a constant event, because handlers get one.
     bool getInternalEventReturn() const { return mValues.flags & cInternalReturn; }
     void setInternalEventReturn(bool handled) const { setFlag(cInternalReturn, handled); }
+    /// Whether something was met that hides what is behind it, where the event may still go on to; settable like the
+    /// above.
+    bool isCovered() const { return mValues.flags & cCovered; }
+    void setCovered(bool isCovered) const { setFlag(cCovered, isCovered); }
     /// A mouse event that the toolkit made from a touch which was delivered too.
     bool repeatsTouch() const { return mValues.flags & cRepeatsTouch; }
     void setRepeatsTouch(bool repeats) { setFlag(cRepeatsTouch, repeats); }
@@ -100,6 +104,7 @@ private:
     static constexpr std::uint8_t cWheelVertical = 1;
     static constexpr std::uint8_t cInternalReturn = 2;
     static constexpr std::uint8_t cRepeatsTouch = 4;
+    static constexpr std::uint8_t cCovered = 8;
 
     void setFlag(std::uint8_t flag, bool on) const {
         mValues.flags = static_cast<std::uint8_t>(on ? mValues.flags | flag : mValues.flags & ~flag);

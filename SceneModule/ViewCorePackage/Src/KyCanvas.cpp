@@ -131,15 +131,20 @@ bool KyCanvas::handleEvent(const KyInputEvent& event) {
     // A handler may drop the canvas; one that nobody holds must not end with this.
     const KyHolder<KyCanvas> self(getNbReferences() > 0 ? this : nullptr);
     const KyHolder<KyEventHandler> handler = mEventHandler;
-    if (handler && handler->handleEvent(event))
+    event.setCovered(false);
+    if (handler && handler->handleEvent(event)) {
+        mEventSentSignal.send(&event);
         return true;
+    }
     // Handlers may remove and disable views, those that others stand in too.
     std::vector<KyHolder<KyGraphicsViewMultiPass>> views;
     for (KyGraphicsViewMultiPass* view : pickViews(event.getX(), event.getY()))
         views.emplace_back(view);
-    return std::ranges::any_of(views, [this, &event](const auto& view) {
+    const bool isUsed = std::ranges::any_of(views, [this, &event](const auto& view) {
         return view->getCanvas() == this && view->isEnabledWithParents() && view->handleEvent(event);
     });
+    mEventSentSignal.send(&event);
+    return isUsed;
 }
 
 bool KyCanvas::render(KyRendererContext& context) {

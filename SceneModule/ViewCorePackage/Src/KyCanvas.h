@@ -74,6 +74,13 @@ public:
     ViewRemovedSignal& viewRemovedSignal() { return mViewRemovedSignal; }
     /// Sent when the pointer left the window that shows the canvas: nothing is under it any more.
     KySignal<>& pointerLeftSignal() { return mPointerLeftSignal; }
+    /// Sent with each event after the views were asked, whether one used it or not: those that were not asked can tell
+    /// that it went elsewhere.
+    KySignal<const KyInputEvent*>& eventSentSignal() { return mEventSentSignal; }
+    /// Sent when the system took a touch away whose end does not come; with true when it was sent as a mouse button.
+    KySignal<bool>& touchCanceledSignal() { return mTouchCanceledSignal; }
+    /// Sent when the window that shows the canvas lost the keyboard focus, and with true when it got it.
+    KySignal<bool>& keyboardFocusSignal() { return mKeyboardFocusSignal; }
 
 private:
     bool insertViewAt(unsigned index, KyGraphicsViewMultiPass* view) {
@@ -89,6 +96,9 @@ private:
     KyHolder<KyEventHandler> mEventHandler;
     ViewRemovedSignal mViewRemovedSignal{"viewRemoved"};
     KySignal<> mPointerLeftSignal{"pointerLeft"};
+    KySignal<const KyInputEvent*> mEventSentSignal{"eventSent"};
+    KySignal<bool> mTouchCanceledSignal{"touchCanceled"};
+    KySignal<bool> mKeyboardFocusSignal{"keyboardFocus"};
 
     static const KyType* msType;
 };

@@ -1,0 +1,118 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "KyWindowTesting.h"
+
+#include "KyQmlPass.h"
+
+#include "KyFrameBuffer.h"
+#include "KyGraphicsViewMultiPass.h"
+#include "KyOffscreenContext.h"
+#include "KyRendererContext.h"
+
+#include "KyException.h"
+
+#include <QDir>
+#include <QFile>
+#include <QMouseEvent>
+#include <QQmlContext>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QSaveFile>
+#include <QTemporaryDir>
+
+constexpr int cWidth = 120, cHeight = 80;
+constexpr const char* cForeignVariable = "KY_TEST_FOREIGN_GL";
+
+inline std::string makeFill(const char* color, const char* more = "") {
+    return std::string("import QtQuick 2.15\nRectangle { color: \"") + color + "\"\n" + more + "}\n";
+}
+
+template <class File>
+void writeFile(const QString& path, const QByteArray& text) {
+    File file(path);
+    file.open(QIODevice::WriteOnly);
+    file.write(text);
+    if constexpr (std::is_same_v<File, QSaveFile>)
+        file.commit();
+}
+
+/// Collects what is reported while it lives.
+struct Reports {
+    Reports() { texts.clear(); }
+    ~Reports() { KyException::setReportHandler(mBefore); }
+
+    static inline std::vector<std::string> texts;
+
+private:
+    KyException::ReportHandler mBefore =
+        KyException::setReportHandler([](const std::string& text) { texts.push_back(text); });
+};
+
+/// A QML pass over a blue view.
+class KyQmlPassTest : public testing::Test {
+protected:
+    void SetUp() override {
+        QDir(mDirectory.path()).mkdir("qml");
+        std::string error;
+        if (qEnvironmentVariableIsSet(cForeignVariable))
+            mDevice = KyOffscreenContext::create(error);
+        else
+            mDevice = KyQGraphicsDevice::createOffscreen(error);
+        ASSERT_TRUE(mDevice && mDevice->makeCurrent()) << error;
+        mCanvas->setSize(cWidth, cHeight);
+        mTarget->setSize(cWidth, cHeight);
+        mBack->setClearColor(KyColor(0.0f, 0.0f, 1.0f));
+        mCanvas->insertView(mBack.get());
+        mOverlay.reset(KyQmlPass::createQmlPassOverlayView(mBack.get(), true, true));
+        mPass.reset(KyQmlPass::cast(mOverlay->getMainPass()));
+    }
+
+    QString write(const std::string& text) const {
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(text.data(), static_cast<qint64>(text.size()));
+        return path;
+    }
+    void render() {
+        KyRendererContext context(mDevice.get());
+        context.setTarget(mTarget.get());
+        ASSERT_TRUE(mCanvas->render(context));
+    }
+    void show(const std::string& text) {
+        mPass->setQml(write(text));
+        render();
+    }
+    QImage getPicture() { return kyToImage(KyHolder<KyImage>(mTarget->readPixels()).get()); }
+    QColor getColor() { return getPicture().pixelColor(cWidth / 2, cHeight / 2); }
+    bool showsSoon(Qt::GlobalColor color) {
+        return kyRunUntil([&] {
+            render();
+            return getColor() == QColor(color);
+        });
+    }
+    QVariantList getErrors() const { return mPass->getQmlContext()->contextProperty("qmlError").toList(); }
+    void click(const char* name) {
+        auto* button = mPass->getQuickItem()->findChild<QQuickItem*>(name);
+        ASSERT_TRUE(button);
+        click(button->mapToScene(QPointF(button->width() / 2, button->height() / 2)));
+    }
+    void click(const QPointF& place) {
+        for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+            const auto held = type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton;
+            QMouseEvent event(type, place, place, Qt::LeftButton, held, Qt::NoModifier);
+            if (QQuickWindow* window = mPass->getQuickWindow())
+                QCoreApplication::sendEvent(window, &event);
+        }
+    }
+
+    QTemporaryDir mDirectory;
+    const QString path = mDirectory.filePath("qml/panel.qml");
+    std::unique_ptr<KyGraphicsDevice> mDevice;
+    KyHolder<KyCanvas> mCanvas{new KyCanvas};
+    KyHolder<KyFrameBuffer> mTarget{KyFrameBuffer::create()};
+    KyHolder<KyGraphicsViewMultiPass> mBack{KyGraphicsViewMultiPass::create()};
+    KyHolder<KyGraphicsViewMultiPass> mOverlay;
+    KyHolder<KyQmlPass> mPass;
+};
