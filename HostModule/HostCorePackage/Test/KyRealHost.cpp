@@ -31,10 +31,6 @@ return coroutine.create(function()
 end)
 )";
 
-QStringList moveTo(int x, int y, const char* window) {
-    return {"mousemove", "--window", window, QString::number(x), QString::number(y)};
-}
-
 } // namespace
 
 std::ostream& operator<<(std::ostream& stream, const KyRealView& view) {
@@ -58,7 +54,7 @@ void KyRealHost::restart() {
     write("view.lua", cScript);
     mEnvironment.insert("DISPLAY", mDisplay.getName());
     mEnvironment.insert("QT_QPA_PLATFORM", "xcb");
-    talk({"--size", QString("%1x%2").arg(cWidth).arg(cHeight), "view.lua"});
+    talk(QStringList{"--size", QString("%1x%2").arg(cWidth).arg(cHeight), "view.lua"} + mScripts, mProgram);
     const testing::AssertionResult hasBegun = waitFor(" .\n");
     if (contains(mSeen, "no OpenGL"))
         GTEST_SKIP() << mSeen;
@@ -72,14 +68,18 @@ KyHostResult KyRealHost::runPointer(QStringList commands) const {
     return run(commands.replaceInStrings(cWindow, mWindow), {}, cPointer);
 }
 
+QStringList KyRealHost::moveTo(int x, int y) {
+    return {"mousemove", "--window", cWindow, QString::number(x), QString::number(y)};
+}
+
 QStringList KyRealHost::drag(int button, int right, int down) {
     const QString name = QString::number(button);
-    return moveTo(cMiddleX, cMiddleY, cWindow) + QStringList{"mousedown", name} +
-           moveTo(cMiddleX + right, cMiddleY + down, cWindow) + QStringList{"mouseup", name};
+    return moveTo(cMiddleX, cMiddleY) + QStringList{"mousedown", name} + moveTo(cMiddleX + right, cMiddleY + down) +
+           QStringList{"mouseup", name};
 }
 
 QStringList KyRealHost::click(int button) {
-    return moveTo(cMiddleX, cMiddleY, cWindow) + QStringList{"click", QString::number(button)};
+    return moveTo(cMiddleX, cMiddleY) + QStringList{"click", QString::number(button)};
 }
 
 void KyRealHost::expectView(const KyRealView& expected) {

@@ -41,9 +41,10 @@ protected:
     /// What a chain of xdotool's commands printed; code 0 when they were all done.
     KyHostResult runPointer(QStringList commands) const;
     bool act(const QStringList& commands) const { return runPointer(commands).code == 0; }
-    /// Chains: a drag with a button, a click (4 and 5 are the wheel), a key.
+    /// Chains: a drag with a button and a click (4 and 5 are the wheel) from the middle, a way to a pixel, a key.
     static QStringList drag(int button, int right, int down);
     static QStringList click(int button);
+    static QStringList moveTo(int x, int y);
     static QStringList key(const QString& name) { return {"windowfocus", cWindow, "key", name}; }
 
     /// Compares the view after all that was done up to now: presses the key for parallel projection and waits for that.
@@ -56,6 +57,9 @@ protected:
     static double getPixel();
 
     KyRealDisplay mDisplay;
+    QString mProgram = getProgram();
+    /// Run beside the one that makes the box.
+    QStringList mScripts;
 
 private:
     double mTolerance;
