@@ -20,7 +20,7 @@ KyCompositeTask::~KyCompositeTask() {
 }
 
 bool KyCompositeTask::insertTask(KyTask* task, int position, int phase) {
-    if (!task || phase < 0 || phase >= cNbPhases || task->mParent == this)
+    if (!task || phase < cUnscheduledPhase || phase >= cNbPhases || task->mParent == this)
         return false;
     for (const KyTask* ancestor = this; ancestor; ancestor = ancestor->mParent)
         if (ancestor == task)

@@ -7,11 +7,13 @@
 #include <list>
 
 /// A task that runs its children: those of phase 0 first, then 1, then 2, each phase in list order. A child removed
-/// during a run is not run any more; one inserted during a run takes part from the next. Children are not owned.
+/// during a run is not run any more; one inserted during a run takes part from the next. Children of the unscheduled
+/// phase are in the list and are run by somebody else. Children are not owned.
 class KYFOUNDATION_EXPORT KyCompositeTask : public KyTask {
 public:
     static constexpr int cNbPhases = 3;
     static constexpr int cDefaultPhase = 1;
+    static constexpr int cUnscheduledPhase = -1;
 
     /// What becomes of a removed child.
     enum RemoveMode { eDetach, eDelete, eNbRemoveModes };
@@ -24,7 +26,7 @@ public:
     ~KyCompositeTask() override;
 
     /// Position -1 is the end. False, and nothing changed, for null, itself, an ancestor, a child already here, or a
-    /// phase outside 0 to 2. A child of another parent leaves it.
+    /// phase that is neither 0 to 2 nor cUnscheduledPhase. A child of another parent leaves it.
     bool insertTask(KyTask* task, int position = -1, int phase = cDefaultPhase);
     /// False when it is no child.
     bool removeTask(KyTask* task, RemoveMode mode = eDetach);
