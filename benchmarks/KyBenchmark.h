@@ -40,6 +40,7 @@ struct KyBenchmark {
 std::vector<KyBenchmark> getScriptBenchmarks();
 std::vector<KyBenchmark> getConversionBenchmarks();
 std::vector<KyBenchmark> getLibraryBenchmarks();
+std::vector<KyBenchmark> getDeviceBenchmarks();
 std::vector<KyBenchmark> getFileBenchmarks();
 std::vector<KyBenchmark> getValueBenchmarks();
 std::vector<KyBenchmark> getInteractionBenchmarks();

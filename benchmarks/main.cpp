@@ -26,7 +26,7 @@ constexpr int cNbRounds = 15;
 constexpr std::vector<KyBenchmark> (*cSubjects[])() = {
     &getScriptBenchmarks,    &getLibraryBenchmarks,     &getConversionBenchmarks, &getFileBenchmarks,
     &getValueBenchmarks,     &getInteractionBenchmarks, &get2DNodeBenchmarks,     &get2DPathBenchmarks,
-    &get2DPickingBenchmarks, &getQtPassBenchmarks,      &getQmlPassBenchmarks,
+    &get2DPickingBenchmarks, &getQtPassBenchmarks,      &getQmlPassBenchmarks,    &getDeviceBenchmarks,
 };
 
 std::vector<KyBenchmark> getAllBenchmarks() {

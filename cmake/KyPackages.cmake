@@ -95,6 +95,26 @@ function(ky_add_executable name)
   set(KY_PACKAGE_LIBRARY ${arg_CORE} PARENT_SCOPE)
 endfunction()
 
+# ky_add_driver(<name> HEADERS <file>... SOURCES <file>... DEPENDS <library>...)
+# A driver of input devices: a module beside the library, loaded by the host. Everything but Src/KyDriverEntry*.cpp
+# forms the static library <name>Core, which the package's tests link.
+function(ky_add_driver name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "HEADERS;SOURCES;DEPENDS")
+  add_library(${name}Core STATIC ${arg_HEADERS} ${arg_SOURCES})
+  ky_set_target_defaults(${name}Core)
+  set_target_properties(${name}Core PROPERTIES POSITION_INDEPENDENT_CODE ON)
+  target_include_directories(${name}Core PUBLIC ${CMAKE_CURRENT_SOURCE_DIR}/Src)
+  target_link_libraries(${name}Core PUBLIC Ky::Application ${arg_DEPENDS})
+
+  add_library(${name} MODULE Src/KyDriverEntry$<IF:$<PLATFORM_ID:Windows>,Windows,Linux>.cpp)
+  ky_set_target_defaults(${name})
+  target_link_libraries(${name} PRIVATE ${name}Core)
+  set_target_properties(${name} PROPERTIES PREFIX "" LIBRARY_OUTPUT_DIRECTORY ${KY_DRIVER_OUTPUT_DIR}
+    INSTALL_RPATH "$ORIGIN/../..")
+  install(TARGETS ${name} LIBRARY DESTINATION ${KY_DRIVER_INSTALL_DIR})
+  set(KY_PACKAGE_LIBRARY ${name}Core PARENT_SCOPE)
+endfunction()
+
 # ky_add_test(<name> SOURCES <file>... [LIBRARIES <library>...] [LABELS <label>])
 # A GoogleTest program of the package named in the folder's ky_add_package. Each case is a test of
 # its own; with the label gl, where a context takes long to create, the program is one test.

@@ -57,6 +57,11 @@ bool addChunk(KyHostOptions& options, std::string_view value) {
     return true;
 }
 
+bool addDriver(KyHostOptions& options, std::string_view value) {
+    options.drivers.emplace_back(value);
+    return !value.empty();
+}
+
 template <auto Member, auto Value = true>
 bool set(KyHostOptions& options, std::string_view) {
     options.*Member = Value;
@@ -78,6 +83,11 @@ constexpr Option cOptions[] = {
     {"--screenshot", "", "FILE.png", "a file name", "write the last frame to a PNG file", &readScreenshot},
     {"--size", "", "WxH", "a size from 1x1 to 16384x16384", "size of the view in pixels, 1280x720 unless given",
      &readSize},
+    {"--devices", "", nullptr, nullptr, "list input devices with their channels and exit",
+     &set<&KyHostOptions::request, KyHostOptions::eListDevices>},
+    {"--driver", "", "FILE", "a file name", "load one more driver of input devices; repeatable", &addDriver},
+    {"--no-drivers", "", nullptr, nullptr, "leave the installed drivers of input devices out",
+     &set<&KyHostOptions::loadsInstalledDrivers, false>},
     {"--print-results", "", nullptr, nullptr, "print what scripts and chunks return",
      &set<&KyHostOptions::printsResults>},
     {"--traceback", "", nullptr, nullptr, "print where in the script an error came from",
@@ -164,7 +174,7 @@ bool KyHostOptions::parse(const std::vector<std::string>& arguments, KyHostOptio
             options.items.push_back({Item::eFile, argument});
         else if (!readOption(arguments, i, options, error))
             return false;
-        if (options.request != eRun)
+        if (options.request == eShowHelp || options.request == eShowVersion)
             return true;
     }
     return checkTogether(options, error);
@@ -174,7 +184,7 @@ std::string KyHostOptions::getHelp() {
     constexpr std::size_t cColumn = 24;
     std::string help = "usage: kyhost [options] [SCRIPT.lua | MODEL | DRAWING.svg]...\n\n"
                        "Shows a 3D scene that Lua scripts make and move. Scripts find it in the globals\n"
-                       "scene, camera, view, trackball, shaper and host. A drawing is shown as 2D nodes in a\n"
+                       "scene, camera, view, trackball, shaper, devices and host. A drawing is shown as 2D nodes in a\n"
                        "window of its own, which scripts after it find in drawing and drawingView.\n\n";
     for (const Option& option : cOptions) {
         const std::string usage = getUsage(option);

@@ -16,7 +16,7 @@
 /// ```
 struct KyHostOptions {
     enum View { eWindow, eOffscreen, eNoView, eNbViews };
-    enum Request { eRun, eShowHelp, eShowVersion, eNbRequests };
+    enum Request { eRun, eShowHelp, eShowVersion, eListDevices, eNbRequests };
 
     /// One thing to run or show, in the order of the command line.
     struct Item {
@@ -39,6 +39,9 @@ struct KyHostOptions {
     /// Pixels, 1 to cMaxSize.
     int width = 1280;
     int height = 720;
+    /// Modules of device drivers beside those that are installed.
+    std::vector<std::string> drivers;
+    bool loadsInstalledDrivers = true;
     bool isInteractive = false;
     bool isWatching = false;
     bool isSandboxed = false;

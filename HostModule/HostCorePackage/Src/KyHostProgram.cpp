@@ -3,26 +3,35 @@
 #include "KyHostProgram.h"
 
 #include "KyHostDisplay.h"
+#include "KyHostDrivers.h"
 #include "KyHostOffscreen.h"
 #include "KyHostPicture.h"
 #include "KyHostWindow.h"
 
+#include "KyQtText.h"
 #include "KyScriptEngine.h"
 
+#include "KyMainTaskManager.h"
 #include "KyModuleManager.h"
 
 #include <lua.hpp>
 
 #include <QApplication>
 #include <QFileInfo>
+#include <QThread>
 
 #include <algorithm>
+#include <clocale>
 #include <cstdio>
 
 namespace {
 
 /// Two seconds: enough to see that something moves.
 constexpr int cOffscreenFrames = 120;
+/// The MIB number of UTF-8, in which scripts are written.
+constexpr int cUtf8 = 106;
+constexpr int cListingFrames = 10;
+constexpr unsigned long cFrameMilliseconds = 16;
 
 std::string getVersions() {
     return std::string("kyhost ") + KY_VERSION + " (Qt " + qVersion() + ", " + LUA_RELEASE + ")\n";
@@ -49,10 +58,26 @@ bool finishOutput() {
     return false;
 }
 
+/// False, and said, when a driver that was asked for cannot be loaded.
+bool loadDrivers(const KyHostOptions& options) {
+    if (options.loadsInstalledDrivers)
+        KyHostDrivers::loadInstalled();
+    return std::ranges::all_of(options.drivers, &KyHostDrivers::load);
+}
+
+/// Pads tell what they read some time after they were opened.
+void listDevices() {
+    for (int i = 0; i < cListingFrames; ++i) {
+        KyMainTaskManager::get().update();
+        QThread::msleep(cFrameMilliseconds);
+    }
+    std::fputs(KyHostDrivers::describeDevices().c_str(), stdout);
+}
+
 /// Null when the options want a display and there is none.
 std::unique_ptr<QCoreApplication> createApplication(const KyHostOptions& options, int& argc, char** argv) {
     QCoreApplication::setApplicationName("kyhost");
-    if (options.view == KyHostOptions::eNoView)
+    if (options.view == KyHostOptions::eNoView || options.request == KyHostOptions::eListDevices)
         return std::make_unique<QCoreApplication>(argc, argv);
     QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
@@ -72,7 +97,7 @@ int KyHostProgram::run(int argc, char** argv) {
     std::string error;
     if (!KyHostOptions::parse({argv + 1, argv + std::max(argc, 1)}, options, error))
         return refuse(error + "; see kyhost --help");
-    if (options.request != KyHostOptions::eRun) {
+    if (options.request == KyHostOptions::eShowHelp || options.request == KyHostOptions::eShowVersion) {
         const std::string text = options.request == KyHostOptions::eShowHelp ? KyHostOptions::getHelp() : getVersions();
         std::fputs(text.c_str(), stdout);
         return finishOutput() ? eSuccess : eFailure;
@@ -84,10 +109,18 @@ int KyHostProgram::run(int argc, char** argv) {
     const std::unique_ptr<QCoreApplication> application = createApplication(options, nbArguments, argv);
     if (!application)
         return refuse("there is no display to open a window on; --offscreen draws without one");
-    if (!KyModuleManager::get().initialize())
+    // Qt takes over the user's locale; numbers in scripts and files have a point in every one.
+    std::setlocale(LC_NUMERIC, "C");
+    KyApplication::setDefaultCharSet(cUtf8);
+    if (!loadDrivers(options) || !KyModuleManager::get().initialize())
         return eFailure;
     KyHost::initializeType();
-    const int code = KyHostProgram(options).execute();
+    KyHostDrivers::start();
+    int code = eSuccess;
+    if (options.request == KyHostOptions::eListDevices)
+        listDevices();
+    else
+        code = KyHostProgram(options).execute();
     KyModuleManager::get().finalize();
     KyHost::finalizeType();
     return finishOutput() ? code : eFailure;

@@ -8,6 +8,7 @@
 #include "KyHostStage.h"
 #include "KyHostWindow.h"
 
+#include "KyDeviceManagerObject.h"
 #include "KyLuaBinder.h"
 #include "KyLuaSandbox.h"
 #include "KyScriptEngine.h"
@@ -121,6 +122,7 @@ void KyHostScripts::prepareState() {
     engine.bindInstance(&mStage.getView(), "view");
     engine.bindInstance(&mStage.getTrackball(), "trackball");
     engine.bindInstance(&mStage.getShaper(), "shaper");
+    engine.bindInstance(KyDeviceManagerObject::get(), "devices");
     engine.bindInstance(&mHost, "host");
 }
 

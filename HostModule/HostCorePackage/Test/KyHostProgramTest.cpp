@@ -119,3 +119,13 @@ TEST_F(KyHostProgramTest, OutputThatIsLostIsAFailure) {
         EXPECT_EQ("kyhost: cannot write to standard output\n", result.errors) << arguments;
     }
 }
+
+TEST_F(KyHostProgramTest, DevicesAreListedWithTheDriversThatAreLoaded) {
+    const KyHostResult all = run({"--devices"});
+    EXPECT_EQ(0, all.code) << all;
+    for (const char* part : {"Plugged in (HID):\n", "Drivers:\n", "  Joystick\n", "  SpaceMouse\n", "Devices:\n"})
+        EXPECT_PRED2(contains, all.output, part);
+    EXPECT_PRED2(contains, run({"--devices", "--no-drivers"}).output, "Drivers:\n  none\n");
+    write("no.so", "no module");
+    expect({1, "", "kyhost: cannot load the driver 'no.so': "}, {"--driver", "no.so", "-e", "print(1)"});
+}

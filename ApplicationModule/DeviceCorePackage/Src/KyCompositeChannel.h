@@ -1,0 +1,71 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "KyButtonAction.h"
+#include "KyButtonCondition.h"
+#include "KyChannelReference.h"
+#include "KyDeviceButtonChannel.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <span>
+#include <vector>
+
+/// What the composite channels share: a list of sources, worked through in order at each update(), and a list of button
+/// conditions without which nothing is computed.
+///
+/// A source is an operation, a kind and an index into the sources of that kind. Insertions append the operation and the
+/// kind; only the index goes where the position says. So an insertion elsewhere than at the end pairs the indices with
+/// other kinds and operations: give -1 where that is not wanted. A source whose channel is gone or disabled is skipped,
+/// as is one whose index is beyond its kind's list.
+class KYAPPLICATION_EXPORT KyCompositeChannel {
+public:
+    enum SourceKind : std::uint32_t { eSourceAxis, eSourceButton, eSourceOrientation, eSourceConstant, eNbSourceKinds };
+
+    virtual ~KyCompositeChannel();
+
+    /// All conditions must hold; that of a button that is gone does not.
+    void insertCondition(const KyDeviceButtonChannel& button, KyButtonCondition condition, std::uint8_t expected);
+    bool isConditionChecked() const { return mConditions.empty() || areConditionsFulfilled(); }
+    /// The index alone, without an operation and a kind. Positions outside of the list are its end.
+    void insertChannel(unsigned index, int position = -1);
+
+protected:
+    struct Source {
+        SourceKind kind;
+        std::uint32_t operation;
+        std::uint32_t index;
+    };
+
+    KyCompositeChannel() = default;
+    KyCompositeChannel(const KyCompositeChannel&) = default;
+    KyCompositeChannel& operator=(const KyCompositeChannel&) = default;
+    KyCompositeChannel(KyCompositeChannel&&) noexcept = default;
+    KyCompositeChannel& operator=(KyCompositeChannel&&) noexcept = default;
+
+    /// The end of every insertion; kinds that the channel cannot use are reported at its updates.
+    void insertSource(SourceKind kind, std::uint32_t operation, unsigned index, int position);
+    /// Grows with every insertion.
+    std::size_t getNbIndices() const { return mNbIndices; }
+    /// Those that have an operation, a kind and an index.
+    std::span<const Source> getSources() const { return {mSources.data(), std::min(mNbWholeSources, mSources.size())}; }
+
+    /// An enabled button whose action takes place; null for all others.
+    static const KyDeviceButtonChannel* getFiring(const KyChannelReference<const KyDeviceButtonChannel>& button,
+                                                  KyButtonAction action);
+
+private:
+    struct Condition {
+        KyChannelReference<const KyDeviceButtonChannel> button;
+        KyButtonCondition kind;
+        std::uint8_t expected;
+    };
+
+    bool areConditionsFulfilled() const;
+
+    std::vector<Condition> mConditions;
+    std::vector<Source> mSources;
+    std::size_t mNbIndices = 0;
+    std::size_t mNbWholeSources = 0;
+};

@@ -1,0 +1,85 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "KyApplicationExport.h"
+
+#include "KyDeviceManager.h"
+
+#include "KyFieldSet.h"
+
+#include <string>
+#include <vector>
+
+/// Makes and feeds the devices of one kind of hardware. A driver belongs to its module, which registers it with the
+/// manager, unregisters and ends it.
+///
+/// A device lives from the first registerDevice to the release of its last reference. In every frame the driver, or the
+/// device in its own execute(), pushes what was read: also a step of 0 for a relative axis at rest and the state of
+/// every button, since composites act on the last reading. Used from the manager's thread; nothing may throw.
+///
+/// ```
+/// class WheelDriver : public KyDeviceDriver {
+/// public:
+///     WheelDriver() { setNameDeviceDriver("Wheel"); }
+///     using KyDeviceDriver::getDevice;
+///     void start() override { open(); }
+///     const KyDevice* getDevice(const std::string&, const Parameters&) override {
+///         registerDevice(&makeWheel(), false);
+///         return editDevice(getNbDevices() - 1);
+///     }
+/// };
+/// ```
+class KYAPPLICATION_EXPORT KyDeviceDriver {
+public:
+    using Parameters = KyDeviceManager::KyDeviceParameterVector;
+
+    KyDeviceDriver() = default;
+    KyDeviceDriver(const KyDeviceDriver&) = delete;
+    KyDeviceDriver& operator=(const KyDeviceDriver&) = delete;
+
+    /// Deletes the driver.
+    virtual void destroy();
+    /// Opens what is there; called by KyDeviceManager::initialize, possibly again, after the devices were ended.
+    virtual void start() = 0;
+    /// A device for a client, registered once more for each call; null when none fits. See KyDeviceManager::getDevice.
+    virtual const KyDevice* getDevice(const std::string& deviceName, const Parameters& parameters) = 0;
+    /// Null when out of range.
+    virtual KyDevice* editDevice(unsigned index);
+    /// Gives one reference back; with the last one the device ends. Ignored for null and devices of others.
+    virtual void releaseDevice(KyDevice* device);
+    /// Ends the devices that are left, and unregisters.
+    virtual ~KyDeviceDriver();
+
+    void releaseDevice(const KyDevice* device) { releaseDevice(const_cast<KyDevice*>(device)); }
+    const std::string& getNameDeviceDriver() const { return mName; }
+    void setNameDeviceDriver(const std::string& name) { mName = name; }
+    /// What the driver can be told, with its defaults.
+    const KyFieldSet& getConfigurationFields() const { return mCompatibleConfigurationFields; }
+    void setCompatibleConfigurationFields(const KyFieldSet& fields) { mCompatibleConfigurationFields = fields; }
+    unsigned getNbDevices() const { return static_cast<unsigned>(mDevices.size()); }
+    /// Null when out of range.
+    const KyDevice* getDevice(unsigned index) const;
+
+protected:
+    /// Takes a reference. A new device enters the list and becomes the manager's last child; it runs by itself unless
+    /// `isRunByDriver`. Null is ignored; a device of another driver is reported and left there.
+    void registerDevice(KyDevice* device, bool isRunByDriver);
+    /// Gives a reference back, but not the last one: then the device leaves list and manager, and true tells the caller
+    /// to end it. False also when it is not in the list.
+    bool unregisterDevice(KyDevice* device);
+    /// Ends every device, whoever else holds it. Where the manager is gone they are only dropped from the list.
+    virtual void destroyAllDevices();
+
+private:
+    friend class KyDeviceManager;
+
+    bool hasDevice(const KyDevice* device) const;
+    void forgetDevice(const KyDevice* device);
+
+    KyFieldSet mCompatibleConfigurationFields;
+    std::string mName;
+    std::vector<KyDevice*> mDevices;
+    /// Those that destroyAllDevices has still to end.
+    std::vector<KyDevice*> mEndingDevices;
+};

@@ -1,0 +1,32 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "KyChannelObject.h"
+#include "KyDeviceOrientationChannel.h"
+
+/// An orientation as scripts see it. One whose channel is gone reads as the identity.
+///
+///     node.Orientation = tracker.Orientations[0].Value
+class KYAPPLICATION_EXPORT KyOrientationObject : public KyChannelObject {
+public:
+    using Channel = KyDeviceOrientationChannel;
+
+    static const KyType* getType();
+    static KyOrientationObject* cast(KyObject* object);
+    static void initializeType();
+    static void finalizeType();
+    const KyType* getObjectType() const override;
+
+    explicit KyOrientationObject(Channel& channel)
+        : KyChannelObject(channel) {}
+
+    /// Null when the channel is gone.
+    Channel* editOwn() const { return static_cast<Channel*>(editChannel()); }
+
+protected:
+    KyOrientationObject() = default;
+
+private:
+    static const KyType* msType;
+};
