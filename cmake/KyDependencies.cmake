@@ -20,10 +20,17 @@ pkg_check_modules(assimp IMPORTED_TARGET assimp)
 option(KY_WITH_ASSIMP "Read model files through assimp" ${assimp_FOUND})
 
 # Application
-find_package(Qt5 5.15 REQUIRED COMPONENTS Core Gui Widgets Network Qml Quick Svg UiTools)
+find_package(Qt5 5.15 REQUIRED COMPONENTS Core Gui Widgets Network Qml Quick Svg UiTools Xml)
 find_package(Boost REQUIRED)
 pkg_check_modules(lua REQUIRED IMPORTED_TARGET lua5.1)
 find_package(Luabind REQUIRED)
+if(NOT WIN32)
+  pkg_check_modules(hidapi REQUIRED IMPORTED_TARGET hidapi-hidraw)
+endif()
+
+# Drivers of input devices
+pkg_check_modules(sdl2 REQUIRED IMPORTED_TARGET sdl2)
+find_library(KY_SPNAV_LIBRARY spnav)
 
 # Host
 if(NOT WIN32)

@@ -16,7 +16,17 @@
 #include "Ky2DSvgImporter.h"
 #include "Ky2DText.h"
 #include "Ky2DView.h"
+#include "KyAxisObject.h"
+#include "KyButtonObject.h"
 #include "KyCameraManipulator.h"
+#include "KyChannelObject.h"
+#include "KyCompositeAxisObject.h"
+#include "KyCompositeButtonObject.h"
+#include "KyCompositeOrientationObject.h"
+#include "KyDeviceInfoObject.h"
+#include "KyDeviceManager.h"
+#include "KyDeviceManagerObject.h"
+#include "KyDeviceObject.h"
 #include "KyDoxygenXmlDocMgr.h"
 #include "KyDoxygenXmlDocReader.h"
 #include "KyFieldToQVariantConvertersRepository.h"
@@ -24,6 +34,7 @@
 #include "KyManipulator.h"
 #include "KyManipulatorEventHandler.h"
 #include "KyObjectConverterEntry_p.h"
+#include "KyOrientationObject.h"
 #include "KyPassSurface.h"
 #include "KyQGLGraphicsView.h"
 #include "KyQGLWindow.h"
@@ -36,10 +47,12 @@
 #include "KyQtPassEventHandler.h"
 #include "KyQtStreamBuffers_p.h"
 #include "KyScriptEngine.h"
+#include "KySettingsEditorManager.h"
 #include "KyShapeManipulator.h"
 #include "KyStyleParameters.h"
 #include "KySurfacePassEventHandler.h"
 #include "KyTrackballManipulator.h"
+#include "KyVirtualDevice.h"
 #include "KyWindow.h"
 
 #include "KySceneLibrary.h"
@@ -92,6 +105,7 @@ constexpr Step cInitialization[] = {
     &KyQGraphicsSceneViewItem::initializeType,
     &KyQOpenGLWindow::initializeType,
     &KyQGLWindow::initializeType,
+    &KyDeviceManager::initializeClass,
     &KyScriptEngine::initializeClass,
     &KyLuaBinder::initializeClass,
     &KyFieldToQVariantConvertersRepository::initializeSingleton,
@@ -102,6 +116,7 @@ constexpr Step cInitialization[] = {
     &KyTrackballManipulator::initializeClass,
     &KyShapeManipulator::initializeClass,
     &KyManipulatorEventHandler::initializeClass,
+    &KySettingsEditorManager::initializeClass,
     &KyStyleParameters::initializeClass,
     &KyDoxygenXmlDocMgr::initializeClass,
     &KyDoxygenXmlDocReader::initializeType,
@@ -124,6 +139,17 @@ constexpr Step cInitialization[] = {
     &KyPassSurface::initializeType,
     &KySurfacePassEventHandler::initializeType,
     &Ky2DSvgImporter::initializeType,
+    &KyChannelObject::initializeType,
+    &KyAxisObject::initializeType,
+    &KyButtonObject::initializeType,
+    &KyOrientationObject::initializeType,
+    &KyCompositeAxisObject::initializeType,
+    &KyCompositeButtonObject::initializeType,
+    &KyCompositeOrientationObject::initializeType,
+    &KyDeviceInfoObject::initializeType,
+    &KyDeviceObject::initializeType,
+    &KyVirtualDevice::initializeType,
+    &KyDeviceManagerObject::initializeClass,
     &registerEnumeratedFields,
 };
 
@@ -148,9 +174,21 @@ constexpr Step cFinalization[] = {
     &KySurfacePassEventHandler::finalizeType,
     &KyPassSurface::finalizeType,
     &Ky2DSvgImporter::finalizeType,
+    &KyDeviceManagerObject::finalizeClass,
+    &KyVirtualDevice::finalizeType,
+    &KyDeviceObject::finalizeType,
+    &KyDeviceInfoObject::finalizeType,
+    &KyCompositeOrientationObject::finalizeType,
+    &KyCompositeButtonObject::finalizeType,
+    &KyCompositeAxisObject::finalizeType,
+    &KyOrientationObject::finalizeType,
+    &KyButtonObject::finalizeType,
+    &KyAxisObject::finalizeType,
+    &KyChannelObject::finalizeType,
     &KyDoxygenXmlDocReader::finalizeType,
     &KyDoxygenXmlDocMgr::finalizeClass,
     &KyStyleParameters::finalizeClass,
+    &KySettingsEditorManager::finalizeClass,
     &KyManipulatorEventHandler::finalizeType,
     &KyShapeManipulator::finalizeType,
     &KyCameraManipulator::finalizeType,
@@ -162,6 +200,7 @@ constexpr Step cFinalization[] = {
     &KyQtStreamBuffers::closeAll,
     &KyScriptEngine::finalizeClass,
     &KyLuaBinder::finalizeClass,
+    &KyDeviceManager::finalizeClass,
     &KyWindow::finalizeClass,
     &KyQGraphicsItemIntersected::finalizeType,
     &KyQGLGraphicsView::finalizeType,

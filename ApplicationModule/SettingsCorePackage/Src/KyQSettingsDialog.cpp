@@ -1,0 +1,200 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#include "KyQSettingsDialog.h"
+
+#include "KyQtText.h"
+#include "KySettingsEditorManager.h"
+
+#include <QAbstractButton>
+#include <QDialogButtonBox>
+#include <QEvent>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QSplitter>
+#include <QStackedWidget>
+#include <QTreeWidget>
+#include <QTreeWidgetItemIterator>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <vector>
+
+using KyApplication::toQString;
+
+namespace {
+
+constexpr int cPageRole = Qt::UserRole;
+constexpr QSize cDefaultSize(720, 480);
+
+using Pages = std::vector<QPointer<KyQSettingsEditor>>;
+
+Pages listPages() {
+    Pages pages;
+    KySettingsEditorManager* manager = KySettingsEditorManager::get();
+    for (unsigned i = 0; manager && i < manager->getNbSettingsEditors(); ++i)
+        pages.emplace_back(manager->editSettingsEditorAt(i));
+    return pages;
+}
+
+/// Null for a group.
+KyQSettingsEditor* getPage(const QTreeWidgetItem* item) {
+    return item->data(0, cPageRole).value<QPointer<KyQSettingsEditor>>();
+}
+
+} // namespace
+
+KyQSettingsDialog::KyQSettingsDialog(QWidget* parent)
+    : QDialog(parent)
+    , mTree(new QTreeWidget)
+    , mStack(new QStackedWidget)
+    , mButtons(new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Apply | QDialogButtonBox::Cancel)) {
+    build();
+    updateTranslations();
+    updatePages();
+}
+
+KyQSettingsDialog::~KyQSettingsDialog() {
+    giveBack();
+}
+
+void KyQSettingsDialog::build() {
+    setObjectName(QStringLiteral("KyQSettingsDialog"));
+    mTree->setObjectName(QStringLiteral("settingsTree"));
+    mTree->setHeaderHidden(true);
+    mStack->setObjectName(QStringLiteral("settingsPages"));
+    mButtons->setObjectName(QStringLiteral("settingsButtons"));
+
+    auto* area = new QScrollArea;
+    area->setWidgetResizable(true);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setWidget(mStack);
+    auto* splitter = new QSplitter;
+    splitter->addWidget(mTree);
+    splitter->addWidget(area);
+    splitter->setStretchFactor(1, 1);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(splitter);
+    layout->addWidget(mButtons);
+    resize(cDefaultSize);
+    mTree->setFocus();
+
+    connect(mTree, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem* item) { setCurrent(item); });
+    connect(mButtons, &QDialogButtonBox::accepted, this, &KyQSettingsDialog::accept);
+    connect(mButtons, &QDialogButtonBox::rejected, this, &KyQSettingsDialog::reject);
+    connect(mButtons->button(QDialogButtonBox::Apply), &QAbstractButton::clicked, this, &KyQSettingsDialog::apply);
+}
+
+bool KyQSettingsDialog::showPage(const QString& name) {
+    KySettingsEditorManager* manager = KySettingsEditorManager::get();
+    KyQSettingsEditor* page = manager ? manager->editSettingsEditor(name) : nullptr;
+    if (!page)
+        return false;
+    updatePages();
+    select(page);
+    return true;
+}
+
+void KyQSettingsDialog::apply() {
+    // A page may end others.
+    for (const QPointer<KyQSettingsEditor>& page : listPages())
+        if (page)
+            page->accept();
+}
+
+void KyQSettingsDialog::accept() {
+    apply();
+    QDialog::accept();
+}
+
+void KyQSettingsDialog::updatePages() {
+    const QPointer<KyQSettingsEditor> current = mCurrent;
+    const Pages pages = listPages();
+    {
+        const QSignalBlocker blocker(mTree);
+        mTree->clear();
+        for (const QPointer<KyQSettingsEditor>& page : pages)
+            addItem(page);
+        mTree->expandAll();
+    }
+    const bool isLeft = std::ranges::find(pages, current) != pages.end();
+    mCurrent = nullptr;
+    if (!pages.empty())
+        select(isLeft ? current : pages.front());
+}
+
+void KyQSettingsDialog::addItem(KyQSettingsEditor* page) {
+    const std::string& text = page->getItemName().empty() ? page->getName() : page->getItemName();
+    QTreeWidgetItem* group = findGroup(toQString(page->getGroupName()));
+    auto* item = new QTreeWidgetItem(group, {toQString(text)});
+    item->setData(0, cPageRole, QVariant::fromValue(QPointer<KyQSettingsEditor>(page)));
+    connect(page, &QObject::destroyed, this, &KyQSettingsDialog::updatePagesLater, Qt::UniqueConnection);
+}
+
+/// The group of that name, made where there is none; the tree itself for no name.
+QTreeWidgetItem* KyQSettingsDialog::findGroup(const QString& name) {
+    QTreeWidgetItem* root = mTree->invisibleRootItem();
+    if (name.isEmpty())
+        return root;
+    for (int i = 0; i < root->childCount(); ++i)
+        if (!getPage(root->child(i)) && root->child(i)->text(0) == name)
+            return root->child(i);
+    return new QTreeWidgetItem(root, {name});
+}
+
+void KyQSettingsDialog::select(KyQSettingsEditor* page) {
+    for (QTreeWidgetItemIterator item(mTree); *item; ++item)
+        if (page && getPage(*item) == page)
+            mTree->setCurrentItem(*item);
+}
+
+/// A group stands for its first page.
+void KyQSettingsDialog::setCurrent(QTreeWidgetItem* item) {
+    if (item && !getPage(item))
+        item = item->child(0);
+    mCurrent = item ? getPage(item) : nullptr;
+    if (!mCurrent)
+        return;
+    borrow(mCurrent);
+    mStack->setCurrentWidget(mCurrent);
+}
+
+void KyQSettingsDialog::borrow(KyQSettingsEditor* page) {
+    if (mStack->indexOf(page) >= 0)
+        return;
+    mLenders[page] = page->parentWidget();
+    mStack->addWidget(page);
+}
+
+void KyQSettingsDialog::giveBack() {
+    for (const auto& [page, lender] : mLenders) {
+        if (mStack->indexOf(page) < 0)
+            continue;
+        mStack->removeWidget(page);
+        page->setParent(lender, page->windowFlags());
+        page->hide();
+    }
+    mLenders.clear();
+}
+
+void KyQSettingsDialog::updatePagesLater() {
+    QMetaObject::invokeMethod(this, &KyQSettingsDialog::updatePages, Qt::QueuedConnection);
+}
+
+void KyQSettingsDialog::updateTranslations() {
+    setWindowTitle(tr("Settings"));
+    mTree->setAccessibleName(tr("Pages"));
+}
+
+void KyQSettingsDialog::changeEvent(QEvent* event) {
+    // The pages hear of the language after the dialog.
+    if (event->type() == QEvent::LanguageChange) {
+        updateTranslations();
+        updatePagesLater();
+    }
+    QDialog::changeEvent(event);
+}
+
+void KyQSettingsDialog::showEvent(QShowEvent* event) {
+    updatePages();
+    QDialog::showEvent(event);
+}

@@ -1,0 +1,142 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#include "KySettingsTest.h"
+
+#include "KyQSettingsDialog.h"
+#include "KyQSettingsEditor.h"
+
+#include <QApplication>
+#include <QDialogButtonBox>
+#include <QPushButton>
+#include <QStackedWidget>
+#include <QTest>
+#include <QTranslator>
+#include <QTreeWidget>
+#include <QTreeWidgetItemIterator>
+
+namespace {
+
+class Page : public KyQSettingsEditor {
+public:
+    Page(const QString& name, const QString& group, const QString& item)
+        : KyQSettingsEditor(name, group, item, nullptr) {}
+
+    bool accept() override {
+        ++mNbAccepted;
+        mVictim.reset();
+        return KyQSettingsEditor::accept();
+    }
+
+    int mNbAccepted = 0;
+    std::unique_ptr<Page> mVictim;
+
+protected:
+    void updateTranslations() override { setItemName(tr("item").toStdString()); }
+};
+
+/// Puts every text in capital letters.
+class Capitals : public QTranslator {
+public:
+    bool isEmpty() const override { return false; }
+    QString translate(const char*, const char* text, const char*, int) const override {
+        return QString(text).toUpper();
+    }
+};
+
+class KyQSettingsDialogTest : public KySettingsTest {
+protected:
+    static QTreeWidget* getTree(const QDialog& dialog) { return dialog.findChild<QTreeWidget*>("settingsTree"); }
+    /// "|group:item:item|..."
+    static std::string list(const QDialog& dialog) {
+        QString text;
+        for (QTreeWidgetItemIterator item(getTree(dialog)); *item; ++item)
+            text += ((*item)->parent() ? ':' : '|') + (*item)->text(0);
+        return text.toStdString();
+    }
+
+    Page mOne{"One", "Display", "Window"};
+    Page mTwo{"Two", "Input", "Mouse"};
+    Page mThree{"Three", "Display", ""};
+    Page mFour{"Four", "", "Plain"};
+};
+
+TEST_F(KyQSettingsDialogTest, PagesAreListedByGroupAndItem) {
+    KyQSettingsDialog dialog;
+    EXPECT_EQ(list(dialog), "|Display:Window:Three|Input:Mouse|Plain");
+    EXPECT_EQ(dialog.editCurrentPage(), &mOne);
+    EXPECT_TRUE(dialog.showPage("Three"));
+    EXPECT_EQ(dialog.editCurrentPage(), &mThree);
+    EXPECT_EQ(dialog.findChild<QStackedWidget*>("settingsPages")->currentWidget(), &mThree);
+    KySettingsEditorManager::finalizeClass();
+    dialog.show();
+    EXPECT_TRUE(list(dialog).empty() && !dialog.editCurrentPage() && !dialog.showPage("One"));
+}
+
+TEST_F(KyQSettingsDialogTest, TheKeyboardIsEnough) {
+    KyQSettingsDialog dialog;
+    dialog.show();
+    EXPECT_EQ(dialog.focusWidget(), getTree(dialog));
+    QTest::keyClick(getTree(dialog), Qt::Key_Down);
+    EXPECT_EQ(dialog.editCurrentPage(), &mThree);
+    QTest::keyClick(getTree(dialog), Qt::Key_Down);
+    EXPECT_EQ(dialog.editCurrentPage(), &mTwo) << "a group stands for its first page";
+    EXPECT_TRUE(mTwo.isVisible() && !mThree.isVisible());
+    QTest::keyClick(&dialog, Qt::Key_Escape);
+    EXPECT_TRUE(mOne.mNbAccepted == 0 && !dialog.isVisible());
+    dialog.show();
+    EXPECT_EQ(dialog.editCurrentPage(), &mTwo);
+    QTest::keyClick(&dialog, Qt::Key_Return);
+    EXPECT_TRUE(mOne.mNbAccepted == 1 && dialog.result() == QDialog::Accepted);
+}
+
+TEST_F(KyQSettingsDialogTest, OkAndApplyAcceptEachPageWhateverItAnswers) {
+    KyQSettingsDialog dialog;
+    for (const auto button : {QDialogButtonBox::Apply, QDialogButtonBox::Ok, QDialogButtonBox::Cancel}) {
+        dialog.show();
+        dialog.findChild<QDialogButtonBox*>("settingsButtons")->button(button)->click();
+        EXPECT_EQ(dialog.isVisible(), button == QDialogButtonBox::Apply);
+    }
+    for (const Page* page : {&mOne, &mTwo, &mThree, &mFour})
+        EXPECT_EQ(page->mNbAccepted, 2);
+}
+
+TEST_F(KyQSettingsDialogTest, PagesMayComeAndGoWhileItIsShown) {
+    KyQSettingsDialog dialog;
+    mOne.mVictim = std::make_unique<Page>("Five", "", "New");
+    dialog.show();
+    EXPECT_TRUE(list(dialog).ends_with("|New"));
+    EXPECT_TRUE(dialog.showPage("Five"));
+    dialog.apply();
+    EXPECT_EQ(dialog.editCurrentPage(), nullptr);
+    QTest::keyClick(getTree(dialog), Qt::Key_Up);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(list(dialog).find("New"), std::string::npos);
+    EXPECT_TRUE(dialog.editCurrentPage());
+}
+
+TEST_F(KyQSettingsDialogTest, PagesAreLentAndGivenBack) {
+    QWidget parent;
+    mTwo.setParent(&parent);
+    {
+        KyQSettingsDialog dialog;
+        KyQSettingsDialog other;
+        EXPECT_TRUE(dialog.showPage("Two") && dialog.isAncestorOf(&mTwo));
+        EXPECT_TRUE(other.showPage("One") && other.isAncestorOf(&mOne));
+        EXPECT_TRUE(dialog.showPage("One") && dialog.isAncestorOf(&mOne));
+    }
+    EXPECT_EQ(mTwo.parentWidget(), &parent);
+    EXPECT_EQ(mOne.parentWidget(), nullptr);
+    mTwo.setParent(nullptr);
+}
+
+TEST_F(KyQSettingsDialogTest, AChangeOfTheLanguageReachesAllTexts) {
+    KyQSettingsDialog dialog;
+    dialog.showPage("Three");
+    Capitals capitals;
+    QCoreApplication::installTranslator(&capitals);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return list(dialog) == "|Display:ITEM:ITEM|Input:ITEM|ITEM"; }));
+    EXPECT_EQ(dialog.windowTitle(), "SETTINGS");
+    EXPECT_EQ(dialog.editCurrentPage(), &mThree);
+}
+
+} // namespace
