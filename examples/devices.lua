@@ -85,7 +85,7 @@ local function showDevice(device, x)
     local panel = Ky2DGroup()
     panel.Translation = Vec2d(x, 30)
     scene:insertChild(panel, -1)
-    rect(panel, 0, 0, cWidth, cTop + cRow * #channels, cPanel, 14)
+    rect(panel, 0, 0, cWidth, cTop + cRow * #channels + 12, cPanel, 14)
     text(panel, 20, 28, device.Name, 16, cText)
     for i, channel in ipairs(channels) do
         rows[#rows + 1] = row(panel, i - 0.5, channel[1], channel[2], channel[3])
@@ -98,19 +98,30 @@ view.Caption, view.BackgroundColor = "Devices", cPaper
 view.Width, view.Height = 1200, 760
 view.Scene = scene
 
+local shown, simulation = {}, nil
+
+local function hasChanged()
+    for _, device in ipairs(shown) do
+        if not device.Valid then
+            return true
+        end
+    end
+    return devices.NbDevices ~= #shown
+end
+
 local function showAll()
     for _, panel in ipairs(panels) do
-        scene:removeChild(panel)
+        scene:removeChild(panel, true)
     end
-    rows, panels = {}, {}
+    rows, panels, shown = {}, {}, {}
     for i = 0, devices.NbDevices - 1 do
-        showDevice(devices.Devices[i], 30 + (cWidth + 30) * i)
+        shown[i + 1] = devices.Devices[i]
+        showDevice(shown[i + 1], 30 + (cWidth + 30) * i)
     end
     view:fit()
 end
 
-local simulation
-if devices.NbDevices == 0 then
+local function simulate()
     print("no device is there; showing a simulated one")
     simulation = KyVirtualDevice.create("Simulated pad", 6, 8, 1)
     for i, name in ipairs { "LeftX", "LeftY", "RightX", "RightY", "LeftTrigger", "RightTrigger" } do
@@ -124,6 +135,16 @@ if devices.NbDevices == 0 then
         simulation:setButtonName(i - 1, name)
     end
     simulation:setOrientationName(0, "Rotation")
+end
+
+-- The simulated pad is there while nothing else is.
+local function choose()
+    if simulation and devices.NbDevices > 1 then
+        simulation = nil
+        collectgarbage()
+    elseif devices.NbDevices == 0 then
+        simulate()
+    end
 end
 
 local function feed(time)
@@ -141,13 +162,13 @@ end
 view:show()
 
 return coroutine.create(function()
-    local time, shown = 0, -1
+    local time = 0
     while true do
+        choose()
         if simulation then
             feed(time)
         end
-        if devices.NbDevices ~= shown then
-            shown = devices.NbDevices
+        if hasChanged() then
             showAll()
         end
         for _, update in ipairs(rows) do

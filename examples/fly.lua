@@ -48,7 +48,7 @@ local function control()
     return axis
 end
 
-local controls, boost, joined
+local controls, boost, autopilot
 
 -- The names that pads and 3D mice give to their axes, and which way these push.
 local cSources = {
@@ -56,14 +56,53 @@ local cSources = {
     turn = { RightX = -1, RY = 1 }, nod = { RightY = -1, RX = 1 },
 }
 
+-- What is there now; an autopilot only where there is nothing else.
+local function findDevices()
+    local found = {}
+    for i = 0, devices.NbDevices - 1 do
+        local device = devices.Devices[i]
+        if not autopilot or device.Name ~= "Autopilot" then
+            found[#found + 1] = device
+        end
+    end
+    if #found > 0 then
+        autopilot = nil
+        collectgarbage()
+        return found
+    end
+    if not autopilot then
+        print("no device is there; an autopilot flies")
+        autopilot = KyVirtualDevice.create("Autopilot", 3, 1, 0)
+        for i, name in ipairs { "LeftY", "RightX", "RightY" } do
+            autopilot:setAxisName(i - 1, name)
+            autopilot:setAxisMode(i - 1, true)
+        end
+    end
+    return { autopilot:getDevice() }
+end
+
+-- Those that were there, while all of them still are.
+local joined
+local function hasChanged()
+    if not joined then
+        return true
+    end
+    for _, device in ipairs(joined) do
+        if not device.Valid then
+            return true
+        end
+    end
+    return devices.NbDevices ~= #joined
+end
+
 local function join()
+    joined = findDevices()
     controls, boost = {}, KyCompositeButtonObject()
     boost:insertConstant(boost.eOperationSet, 0)
     for name in pairs(cSources) do
         controls[name] = control()
     end
-    for i = 0, devices.NbDevices - 1 do
-        local device = devices.Devices[i]
+    for _, device in ipairs(joined) do
         for name, sources in pairs(cSources) do
             for axisName, sign in pairs(sources) do
                 local axis, target = device:findAxis(axisName), controls[name]
@@ -76,17 +115,6 @@ local function join()
         if button then
             boost:insertMappedButton(button, boost.eActionWhilePressed, 1, boost.eOperationSetValue)
         end
-    end
-    joined = devices.NbDevices
-end
-
-local autopilot
-if devices.NbDevices == 0 then
-    print("no device is there; an autopilot flies")
-    autopilot = KyVirtualDevice.create("Autopilot", 3, 1, 0)
-    for i, name in ipairs { "LeftY", "RightX", "RightY" } do
-        autopilot:setAxisName(i - 1, name)
-        autopilot:setAxisMode(i - 1, true)
     end
 end
 
@@ -125,7 +153,7 @@ camera.Near, camera.Far = 0.2, 500
 return coroutine.create(function()
     while true do
         local seconds = math.min(0.1, coroutine.yield())
-        if devices.NbDevices ~= joined then
+        if hasChanged() then
             join()
         end
         if autopilot then

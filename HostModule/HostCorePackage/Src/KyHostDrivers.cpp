@@ -10,6 +10,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFileInfo>
 #include <QLibrary>
 
 #include <fmt/format.h>
@@ -59,11 +60,12 @@ void KyHostDrivers::loadInstalled() {
     const QDir folder = getInstalledFolder();
     for (const QString& name : folder.entryList(QDir::Files, QDir::Name))
         if (QLibrary::isLibrary(name))
-            load(folder.filePath(name).toStdString());
+            load(folder.filePath(name).toLocal8Bit().toStdString());
 }
 
 bool KyHostDrivers::load(const std::string& path) {
-    QLibrary module(QString::fromStdString(path));
+    // A name alone would be looked for among the system's libraries.
+    QLibrary module(QFileInfo(QString::fromLocal8Bit(path.c_str())).absoluteFilePath());
     if (module.load())
         return true;
     KyHostErrors::write("cannot load the driver '" + path + "': " + module.errorString().toStdString());

@@ -42,10 +42,17 @@ int refuse(const std::string& message) {
     return KyHostProgram::eBadUsage;
 }
 
+bool isMissing(const std::string& path) {
+    return !QFileInfo::exists(QString::fromLocal8Bit(path.c_str()));
+}
+
 /// The first file of the command line that is not there; none when all are.
 std::optional<std::string> findMissingFile(const KyHostOptions& options) {
+    const auto driver = std::ranges::find_if(options.drivers, &isMissing);
+    if (driver != options.drivers.end())
+        return *driver;
     const auto missing = std::ranges::find_if(options.items, [](const KyHostOptions::Item& item) {
-        return item.kind == KyHostOptions::Item::eFile && !QFileInfo::exists(QString::fromLocal8Bit(item.text.c_str()));
+        return item.kind == KyHostOptions::Item::eFile && isMissing(item.text);
     });
     return missing == options.items.end() ? std::nullopt : std::optional(missing->text);
 }
@@ -130,7 +137,7 @@ KyHostProgram::KyHostProgram(const KyHostOptions& options)
     : mOptions(options)
     , mErrors(options.printsTracebacks)
     , mStage(options.width, options.height)
-    , mScripts(options, mErrors, mHost, mStage) {}
+    , mScripts(options, mErrors, mHost, mStage, mSettings) {}
 
 /// What scripts and scene hold on the device goes while its context is there.
 KyHostProgram::~KyHostProgram() {
@@ -154,12 +161,19 @@ int KyHostProgram::execute() {
 bool KyHostProgram::openSurface() {
     std::string error;
     if (mOptions.view == KyHostOptions::eWindow)
-        mSurface = KyHostWindow::create(mStage, mOptions.width, mOptions.height, error);
+        openWindow(error);
     else if (mOptions.view == KyHostOptions::eOffscreen)
         mSurface = KyHostOffscreen::create(mStage, mOptions.width, mOptions.height, error);
     if (!mSurface && mOptions.view != KyHostOptions::eNoView)
         KyHostErrors::write(error);
     return mSurface || mOptions.view == KyHostOptions::eNoView;
+}
+
+void KyHostProgram::openWindow(std::string& error) {
+    auto window = KyHostWindow::create(mStage, mOptions.width, mOptions.height, error);
+    if (window)
+        window->setSettings(mSettings);
+    mSurface = std::move(window);
 }
 
 /// An empty 3D scene beside a 2D one would only be in the way.

@@ -10,6 +10,7 @@
 #include "KyHostOptions.h"
 #include "KyHostPrompt.h"
 #include "KyHostScripts.h"
+#include "KyHostSettings.h"
 #include "KyHostStage.h"
 #include "KyHostSurface.h"
 
@@ -36,6 +37,7 @@ private:
 
     int execute();
     bool openSurface();
+    void openWindow(std::string& error);
     void openPrompt();
     void watchFiles();
     void runLoop();
@@ -46,6 +48,7 @@ private:
 
     const KyHostOptions& mOptions;
     KyHostErrors mErrors;
+    KyHostSettings mSettings{KyHostSettings::getDefaultPath()};
     KyHost mHost;
     /// Outlives what the stage has on the device.
     std::unique_ptr<KyHostSurface> mSurface;

@@ -5,6 +5,7 @@
 #include "KyHost.h"
 #include "KyHostDrawing.h"
 #include "KyHostErrors.h"
+#include "KyHostSettings.h"
 #include "KyHostStage.h"
 #include "KyHostWindow.h"
 
@@ -57,11 +58,13 @@ void endWindows(const Windows& windows) {
 
 } // namespace
 
-KyHostScripts::KyHostScripts(const KyHostOptions& options, KyHostErrors& errors, KyHost& host, KyHostStage& stage)
+KyHostScripts::KyHostScripts(const KyHostOptions& options, KyHostErrors& errors, KyHost& host, KyHostStage& stage,
+                             const KyHostSettings& settings)
     : mOptions(options)
     , mErrors(errors)
     , mHost(host)
-    , mStage(stage) {}
+    , mStage(stage)
+    , mSettings(settings) {}
 
 KyHostScripts::~KyHostScripts() {
     endWindows(getWindows());
@@ -113,6 +116,7 @@ void KyHostScripts::prepareState() {
     KyScriptEngine& engine = KyScriptEngine::get();
     if (mOptions.isSandboxed)
         KyApplication::removeUnsafeLuaFunctionsAndModules();
+    mSettings.applyTo(mStage.getTrackball());
     engine.setReturnValuesOutput(mOptions.printsResults);
     // The scripts' own function brings the bit functions and openUrl as well.
     std::vector<KyField> none;

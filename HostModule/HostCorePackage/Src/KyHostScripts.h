@@ -9,11 +9,12 @@
 class KyHost;
 class KyHostDrawing;
 class KyHostErrors;
+class KyHostSettings;
 class KyHostStage;
 
 /// Runs what the command line names, chunks, scripts, models and drawings in their order, in a Lua state that has
-/// `scene`, `camera`, `view`, `trackball`, `shaper`, `host` and every class of the object model; after a drawing also
-/// `drawing` and `drawingView`.
+/// `scene`, `camera`, `view`, `trackball`, `shaper`, `devices`, `host` and every class of the object model; after a
+/// drawing also `drawing` and `drawingView`.
 ///
 /// Running it all again begins with a new Lua state and an empty scene. The scene before stays on the stage until
 /// everything has succeeded; after a failure it remains, as still as the failure found it, since what moved it went
@@ -21,7 +22,8 @@ class KyHostStage;
 /// with the run that made them.
 class KyHostScripts {
 public:
-    KyHostScripts(const KyHostOptions& options, KyHostErrors& errors, KyHost& host, KyHostStage& stage);
+    KyHostScripts(const KyHostOptions& options, KyHostErrors& errors, KyHost& host, KyHostStage& stage,
+                  const KyHostSettings& settings);
     ~KyHostScripts();
 
     /// False when anything failed; the rest is run all the same.
@@ -47,6 +49,7 @@ private:
     KyHostErrors& mErrors;
     KyHost& mHost;
     KyHostStage& mStage;
+    const KyHostSettings& mSettings;
     /// Null until a drawing is shown.
     std::unique_ptr<KyHostDrawing> mDrawing;
 };

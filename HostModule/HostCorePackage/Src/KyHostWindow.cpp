@@ -4,8 +4,11 @@
 
 #include "KyHostHelp.h"
 #include "KyHostKeys.h"
+#include "KyHostNavigationPage.h"
 #include "KyHostPicture.h"
 #include "KyHostStage.h"
+
+#include "KyQSettingsDialog.h"
 
 #include "KyImage.h"
 
@@ -81,6 +84,21 @@ bool KyHostWindow::savePicture(const std::string& path, std::string& error) {
         return KyHostPicture::save(*image, path, error);
     error = "cannot draw the picture for '" + path + "'";
     return false;
+}
+
+void KyHostWindow::setSettings(KyHostSettings& settings) {
+    mNavigationPage = std::make_unique<KyHostNavigationPage>(
+        settings, [this, &settings] { settings.applyTo(mStage.getTrackball()); });
+}
+
+void KyHostWindow::openSettings() {
+    if (!mNavigationPage)
+        return;
+    if (!mSettingsDialog)
+        mSettingsDialog = std::make_unique<KyQSettingsDialog>();
+    mSettingsDialog->show();
+    mSettingsDialog->raise();
+    mSettingsDialog->activateWindow();
 }
 
 void KyHostWindow::toggleHelp() {

@@ -11,7 +11,10 @@
 #include <memory>
 
 class KyHostHelp;
+class KyHostNavigationPage;
+class KyHostSettings;
 class KyHostStage;
+class KyQSettingsDialog;
 
 /// The program's window: shows what the stage shows, and does what the keys of KyHostKeys stand for. Ended by its
 /// owner, not by scripts.
@@ -32,6 +35,10 @@ public:
     bool makeCurrent() override;
     bool savePicture(const std::string& path, std::string& error) override;
 
+    /// What openSettings() shows; they outlive the window.
+    void setSettings(KyHostSettings& settings);
+    /// The dialog of all registered pages; nothing without settings.
+    void openSettings();
     void toggleHelp();
     /// Writes kyhost-DATE-TIME.png into the current folder and prints its name, or why it could not.
     void writePicture();
@@ -51,4 +58,7 @@ private:
 
     KyHostStage& mStage;
     std::unique_ptr<KyHostHelp> mHelp;
+    /// The dialog shows the page, which it gives back when it ends.
+    std::unique_ptr<KyHostNavigationPage> mNavigationPage;
+    std::unique_ptr<KyQSettingsDialog> mSettingsDialog;
 };

@@ -29,6 +29,13 @@ inline bool contains(const std::string& text, const std::string& part) {
 
 /// Runs the program that stands beside the test, in a folder of the test's own.
 class KyHostProcessTest : public testing::Test {
+    /// What somebody prefers on this machine is not tested.
+    QProcessEnvironment makeEnvironment() const {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("XDG_CONFIG_HOME", mFolder.path());
+        return environment;
+    }
+
 protected:
     static constexpr int cPatience = 60000;
 
@@ -63,7 +70,7 @@ protected:
     int mNbArguments = 0;
     QCoreApplication mApplication{mNbArguments, nullptr};
     QTemporaryDir mFolder;
-    QProcessEnvironment mEnvironment = QProcessEnvironment::systemEnvironment();
+    QProcessEnvironment mEnvironment = makeEnvironment();
 };
 
 /// Reads what a program prints while it runs.

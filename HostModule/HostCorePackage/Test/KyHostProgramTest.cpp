@@ -128,4 +128,5 @@ TEST_F(KyHostProgramTest, DevicesAreListedWithTheDriversThatAreLoaded) {
     EXPECT_PRED2(contains, run({"--devices", "--no-drivers"}).output, "Drivers:\n  none\n");
     write("no.so", "no module");
     expect({1, "", "kyhost: cannot load the driver 'no.so': "}, {"--driver", "no.so", "-e", "print(1)"});
+    expect({2, "", "kyhost: cannot find 'missing.so'"}, {"--driver", "missing.so"});
 }

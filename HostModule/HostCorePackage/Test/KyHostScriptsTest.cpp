@@ -6,6 +6,7 @@
 #include "KyHostErrors.h"
 #include "KyHostOptions.h"
 #include "KyHostScripts.h"
+#include "KyHostSettings.h"
 
 #include "KyMainTaskManager.h"
 #include "KyScriptEngine.h"
@@ -51,7 +52,8 @@ protected:
     QTemporaryDir mFolder;
     KyHostOptions mOptions;
     KyHostErrors mErrors{false};
-    KyHostScripts mScripts{mOptions, mErrors, mHost, mStage};
+    KyHostSettings mSettings{mFolder.filePath("settings.xml")};
+    KyHostScripts mScripts{mOptions, mErrors, mHost, mStage, mSettings};
 };
 
 constexpr const char* cTree = "local n = KyNode() n.Name = 'tree' scene:addChild(n)";
