@@ -30,7 +30,7 @@ void KyCompositeAxisChannel::insertConstant(unsigned operation, float value, int
 
 bool KyCompositeAxisChannel::update() {
     if (isConditionChecked()) {
-        if (mNbPreparedIndices != getNbIndices())
+        if (mNbPreparedIndices.value != getNbIndices())
             prepareSteps();
         for (const Step& step : mSteps) {
             if (!step.isPlainAxis)
@@ -70,7 +70,7 @@ void KyCompositeAxisChannel::prepareSteps() {
     mSteps.clear();
     for (const Source& source : getSources())
         prepareStep(source);
-    mNbPreparedIndices = getNbIndices();
+    mNbPreparedIndices.value = getNbIndices();
 }
 
 void KyCompositeAxisChannel::prepareStep(const Source& source) {

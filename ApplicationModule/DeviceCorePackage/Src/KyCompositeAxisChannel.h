@@ -6,7 +6,6 @@
 #include "KyDeviceAxisChannel.h"
 #include "KyOperation.h"
 
-#include <cstddef>
 #include <vector>
 
 /// An axis that is computed from other axes, buttons and constants: each source changes the position that the axis
@@ -67,7 +66,7 @@ private:
     std::vector<MappedButton> mMappedButtons;
     std::vector<float> mConstants;
     std::vector<Step> mSteps;
-    std::size_t mNbPreparedIndices = 0;
+    Count mNbPreparedIndices;
     float mPreviousAbsoluteValue = 0.0F;
     float mPreviousDeltaValue = 0.0F;
 };

@@ -30,7 +30,7 @@ void KyCompositeChannel::insertChannel(unsigned index, int position) {
     const std::size_t size = mSources.size();
     const std::size_t place = position < 0 ? size : std::min(static_cast<std::size_t>(position), size);
     mSources.emplace_back();
-    ++mNbIndices;
+    ++mNbIndices.value;
     for (std::size_t i = size; i > place; --i)
         mSources[i].index = mSources[i - 1].index;
     mSources[place].index = index;
@@ -38,9 +38,9 @@ void KyCompositeChannel::insertChannel(unsigned index, int position) {
 
 void KyCompositeChannel::insertSource(SourceKind kind, std::uint32_t operation, unsigned index, int position) {
     insertChannel(index, position);
-    mSources[mNbWholeSources].kind = kind;
-    mSources[mNbWholeSources].operation = operation;
-    ++mNbWholeSources;
+    Source& source = mSources[mNbWholeSources.value++];
+    source.kind = kind;
+    source.operation = operation;
 }
 
 const KyDeviceButtonChannel*

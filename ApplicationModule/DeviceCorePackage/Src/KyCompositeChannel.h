@@ -8,8 +8,10 @@
 #include "KyDeviceButtonChannel.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <span>
+#include <utility>
 #include <vector>
 
 /// What the composite channels share: a list of sources, worked through in order at each update(), and a list of button
@@ -38,6 +40,22 @@ protected:
         std::uint32_t index;
     };
 
+    /// A number that is 0 in what was moved from, as the lists there are empty.
+    struct Count {
+        Count() = default;
+        Count(const Count&) = default;
+        Count& operator=(const Count&) = default;
+        Count(Count&& other) noexcept
+            : value(std::exchange(other.value, 0)) {}
+        Count& operator=(Count&& other) noexcept {
+            value = other.value;
+            other.value = 0;
+            return *this;
+        }
+
+        std::size_t value = 0;
+    };
+
     KyCompositeChannel() = default;
     KyCompositeChannel(const KyCompositeChannel&) = default;
     KyCompositeChannel& operator=(const KyCompositeChannel&) = default;
@@ -47,9 +65,11 @@ protected:
     /// The end of every insertion; kinds that the channel cannot use are reported at its updates.
     void insertSource(SourceKind kind, std::uint32_t operation, unsigned index, int position);
     /// Grows with every insertion.
-    std::size_t getNbIndices() const { return mNbIndices; }
+    std::size_t getNbIndices() const { return mNbIndices.value; }
     /// Those that have an operation, a kind and an index.
-    std::span<const Source> getSources() const { return {mSources.data(), std::min(mNbWholeSources, mSources.size())}; }
+    std::span<const Source> getSources() const {
+        return {mSources.data(), std::min(mNbWholeSources.value, mSources.size())};
+    }
 
     /// An enabled button whose action takes place; null for all others.
     static const KyDeviceButtonChannel* getFiring(const KyChannelReference<const KyDeviceButtonChannel>& button,
@@ -66,6 +86,6 @@ private:
 
     std::vector<Condition> mConditions;
     std::vector<Source> mSources;
-    std::size_t mNbIndices = 0;
-    std::size_t mNbWholeSources = 0;
+    Count mNbIndices;
+    Count mNbWholeSources;
 };

@@ -11,9 +11,12 @@
 #include <utility>
 
 KyDeviceDriver::~KyDeviceDriver() {
-    KyDeviceDriver::destroyAllDevices();
+    mIsEnding = true;
     if (KyDeviceManager* manager = KyDeviceManager::get())
         manager->unregisterDeviceDriver(this);
+    KyDeviceDriver::destroyAllDevices();
+    if (mEndedFlag)
+        *mEndedFlag = true;
 }
 
 void KyDeviceDriver::destroy() {
@@ -35,10 +38,10 @@ void KyDeviceDriver::registerDevice(KyDevice* device, bool isRunByDriver) {
         device->addReference();
         return;
     }
-    if (device->mDriver) {
-        KyException::create("KyDeviceDriver::registerDevice(): the device belongs to another driver.");
-        return;
-    }
+    if (mIsEnding)
+        return KyException::create("KyDeviceDriver::registerDevice(): the driver ends.");
+    if (device->mDriver)
+        return KyException::create("KyDeviceDriver::registerDevice(): the device belongs to another driver.");
     mDevices.push_back(device);
     device->mDriver = this;
     device->addReference();
@@ -50,6 +53,13 @@ void KyDeviceDriver::registerDevice(KyDevice* device, bool isRunByDriver) {
 }
 
 bool KyDeviceDriver::unregisterDevice(KyDevice* device) {
+    const bool isOut = withdraw(device);
+    if (KyDeviceManager* manager = isOut ? KyDeviceManager::get() : nullptr)
+        manager->mDevicesChanged.send();
+    return isOut;
+}
+
+bool KyDeviceDriver::withdraw(KyDevice* device) {
     if (!hasDevice(device))
         return false;
     if (device->getNbReferences() > 1) {
@@ -58,36 +68,45 @@ bool KyDeviceDriver::unregisterDevice(KyDevice* device) {
     }
     std::erase(mDevices, device);
     device->mDriver = nullptr;
-    if (KyDeviceManager* manager = KyDeviceManager::get()) {
-        manager->removeTask(device);
-        manager->mDevicesChanged.send();
-    }
+    if (KyDeviceManager* manager = KyDeviceManager::get())
+        manager->withdrawDevice(device);
     return true;
 }
 
 void KyDeviceDriver::releaseDevice(KyDevice* device) {
-    if (!unregisterDevice(device))
+    if (!withdraw(device))
         return;
-    if (KyDeviceManager* manager = KyDeviceManager::get())
-        manager->freeDeviceInfos(device);
     device->removeReference();
+    if (KyDeviceManager* manager = KyDeviceManager::get())
+        manager->mDevicesChanged.send();
 }
 
 void KyDeviceDriver::destroyAllDevices() {
     // A device may take others with it: those leave the list of the ones still to end.
     std::ranges::move(std::exchange(mDevices, {}), std::back_inserter(mEndingDevices));
-    const bool hadDevices = !mEndingDevices.empty();
-    while (!mEndingDevices.empty()) {
+    if (mEndingDevices.empty())
+        return;
+    endDevices();
+    if (KyDeviceManager* manager = KyDeviceManager::get())
+        manager->mDevicesChanged.send();
+}
+
+void KyDeviceDriver::endDevices() {
+    bool hasEnded = false;
+    bool* const outerFlag = std::exchange(mEndedFlag, &hasEnded);
+    while (!hasEnded && !mEndingDevices.empty()) {
         KyDevice* const device = mEndingDevices.front();
         mEndingDevices.erase(mEndingDevices.begin());
         device->mDriver = nullptr;
         if (KyDeviceManager* manager = KyDeviceManager::get()) {
-            manager->removeTask(device);
+            manager->withdrawDevice(device);
             device->destroy();
         }
     }
-    if (KyDeviceManager* manager = hadDevices ? KyDeviceManager::get() : nullptr)
-        manager->mDevicesChanged.send();
+    if (!hasEnded)
+        mEndedFlag = outerFlag;
+    else if (outerFlag)
+        *outerFlag = true;
 }
 
 bool KyDeviceDriver::hasDevice(const KyDevice* device) const {

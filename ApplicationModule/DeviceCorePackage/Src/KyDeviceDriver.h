@@ -14,9 +14,11 @@
 /// Makes and feeds the devices of one kind of hardware. A driver belongs to its module, which registers it with the
 /// manager, unregisters and ends it.
 ///
-/// A device lives from the first registerDevice to the release of its last reference. In every frame the driver, or the
-/// device in its own execute(), pushes what was read: also a step of 0 for a relative axis at rest and the state of
-/// every button, since composites act on the last reading. Used from the manager's thread; nothing may throw.
+/// A device lives from the first registerDevice to the release of its last reference. Registering it is the last step:
+/// its channels stand, what it reads from is open, and the entries of its unit are marked with it, since those who hear
+/// of it use it at once, and may end it. In every frame the driver, or the device in its own execute(), pushes what was
+/// read: also a step of 0 for a relative axis at rest and the state of every button, since composites act on the last
+/// reading. Used from the manager's thread; nothing may throw.
 ///
 /// ```
 /// class WheelDriver : public KyDeviceDriver {
@@ -25,8 +27,10 @@
 ///     using KyDeviceDriver::getDevice;
 ///     void start() override { open(); }
 ///     const KyDevice* getDevice(const std::string&, const Parameters&) override {
-///         registerDevice(&makeWheel(), false);
-///         return editDevice(getNbDevices() - 1);
+///         if (getNbDevices() == 0)
+///             mWheel = makeWheel(); // whole, with its entry marked
+///         registerDevice(mWheel, false);
+///         return editDevice(0);
 ///     }
 /// };
 /// ```
@@ -48,7 +52,7 @@ public:
     virtual KyDevice* editDevice(unsigned index);
     /// Gives one reference back; with the last one the device ends. Ignored for null and devices of others.
     virtual void releaseDevice(KyDevice* device);
-    /// Ends the devices that are left, and unregisters.
+    /// Unregisters, and ends the devices that are left.
     virtual ~KyDeviceDriver();
 
     void releaseDevice(const KyDevice* device) { releaseDevice(const_cast<KyDevice*>(device)); }
@@ -62,19 +66,23 @@ public:
     const KyDevice* getDevice(unsigned index) const;
 
 protected:
-    /// Takes a reference. A new device enters the list and becomes the manager's last child; it runs by itself unless
-    /// `isRunByDriver`. Null is ignored; a device of another driver is reported and left there.
+    /// Takes a reference. A new device enters the list and becomes the manager's last child, and is told of; it runs by
+    /// itself unless `isRunByDriver`. Null is ignored; a device of another driver, and any once the driver ends, is
+    /// reported and left as it is.
     void registerDevice(KyDevice* device, bool isRunByDriver);
-    /// Gives a reference back, but not the last one: then the device leaves list and manager, and true tells the caller
-    /// to end it. False also when it is not in the list.
+    /// Gives a reference back, but not the last one: then the device leaves list and manager, its entries are free, and
+    /// true tells the caller to end it. False also when it is not in the list.
     bool unregisterDevice(KyDevice* device);
-    /// Ends every device, whoever else holds it. Where the manager is gone they are only dropped from the list.
+    /// Ends every device, whoever else holds it; those registered meanwhile stay. Where the manager is gone they are
+    /// only dropped from the list. The end of a device may end the driver: overriders touch nothing of it afterwards.
     virtual void destroyAllDevices();
 
 private:
     friend class KyDeviceManager;
 
     bool hasDevice(const KyDevice* device) const;
+    bool withdraw(KyDevice* device);
+    void endDevices();
     void forgetDevice(const KyDevice* device);
 
     KyFieldSet mCompatibleConfigurationFields;
@@ -82,4 +90,7 @@ private:
     std::vector<KyDevice*> mDevices;
     /// Those that destroyAllDevices has still to end.
     std::vector<KyDevice*> mEndingDevices;
+    bool mIsEnding = false;
+    /// Of the destroyAllDevices under way, which outlives the driver.
+    bool* mEndedFlag = nullptr;
 };

@@ -23,6 +23,10 @@ bool hasSameSerial(const Info& known, const Info& found) {
     return isSameModel(known, found) && !found.serial.empty() && known.serial == found.serial;
 }
 
+bool isOfTheBus(const Info& info) {
+    return !info.path.empty() || !info.serial.empty();
+}
+
 } // namespace
 
 KyDeviceInfoMerge::KyDeviceInfoMerge(Infos& known, Infos found)
@@ -67,15 +71,13 @@ void KyDeviceInfoMerge::refresh(Info& known, const Info& found) {
 }
 
 void KyDeviceInfoMerge::retire() {
-    Infos kept;
     for (std::size_t i = 0; i < mKnown.size(); ++i) {
         Info& info = mKnown[i];
-        const bool isOfTheBus = !info.path.empty() || !info.serial.empty();
-        const bool isGone = isOfTheBus && !mIsThere[i];
-        mHasChanged = mHasChanged || (isGone && (info.isPresent || !info.device));
-        info.isPresent = !isGone && info.isPresent;
-        if (!isGone || info.device)
-            kept.push_back(std::move(info));
+        if (mIsThere[i] || !isOfTheBus(info))
+            continue;
+        mHasChanged = mHasChanged || info.isPresent || !info.device;
+        info.isPresent = false;
     }
-    mKnown = std::move(kept);
+    // In place: where none leaves, pointers to entries hold.
+    std::erase_if(mKnown, [](const Info& info) { return isOfTheBus(info) && !info.isPresent && !info.device; });
 }

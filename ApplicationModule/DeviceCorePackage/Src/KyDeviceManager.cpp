@@ -235,14 +235,18 @@ void KyDeviceManager::freeDeviceInfos(const KyDevice* device) {
             info.device = nullptr;
 }
 
+bool KyDeviceManager::withdrawDevice(KyDevice* device) {
+    freeDeviceInfos(device);
+    return removeTask(device);
+}
+
 void KyDeviceManager::forgetDevice(KyDevice& device) {
     KyDeviceDriver* const driver = std::exchange(device.mDriver, nullptr);
     if (driver)
         driver->forgetDevice(&device);
     if (!msInstance)
         return;
-    msInstance->freeDeviceInfos(&device);
-    const bool wasChild = msInstance->removeTask(&device);
+    const bool wasChild = msInstance->withdrawDevice(&device);
     msInstance->mDeviceEnded.send(&device);
     if (msInstance && (driver || wasChild))
         msInstance->mDevicesChanged.send();

@@ -130,7 +130,8 @@ public:
     /// and unknown names and types are ignored.
     void applyDeviceFilter(const KyDeviceParameterVector& parameters);
 
-    /// A device was registered or left, or units were looked for.
+    /// A device was registered or left, which is done by then, detectDevices ran, or a rescan found a change. Listeners
+    /// may open and end devices and unregister drivers, but not end a driver, which may be at work on its devices.
     KySignal<>& devicesChangedSignal() { return mDevicesChanged; }
     /// A device ends, whoever ends it. It is half gone: its address is all that can be used.
     KySignal<const KyDevice*>& deviceEndedSignal() { return mDeviceEnded; }
@@ -144,6 +145,8 @@ private:
     void internalDetectDevices();
     bool isRegistered(const KyDeviceDriver* driver) const;
     void freeDeviceInfos(const KyDevice* device);
+    /// Out of the children and the entries; true when it was a child.
+    bool withdrawDevice(KyDevice* device);
     /// A device's last call: nothing here or in its driver points at it afterwards.
     static void forgetDevice(KyDevice& device);
 

@@ -24,6 +24,8 @@ KyDeviceManagerObject* KyDeviceManagerObject::get() {
 }
 
 void KyDeviceManagerObject::finalizeClass() {
+    if (msInstance)
+        msInstance->releaseAllDevices();
     if (KyDeviceManagerObject* const given = std::exchange(msInstance, nullptr)) {
         given->disconnectAll();
         std::exchange(given->mDevices, {}).clear();
@@ -37,6 +39,7 @@ KyDeviceManager* KyDeviceManagerObject::editManager() {
         return nullptr;
     KyDeviceManager* const manager = KyDeviceManager::get();
     if (!mWatch.isConnected()) {
+        mOpened.clear();
         std::exchange(mDevices, {}).clear();
         if (manager)
             listenTo(*manager);
@@ -50,6 +53,7 @@ void KyDeviceManagerObject::listenTo(KyDeviceManager& manager) {
 }
 
 void KyDeviceManagerObject::onDeviceEnded(const KyDevice* device) {
+    std::erase_if(mOpened, [device](const Opened& opened) { return opened.device == device; });
     const auto found =
         std::ranges::find_if(mDevices, [&](const auto& object) { return object->editDevice() == device; });
     if (found == mDevices.end())
@@ -110,14 +114,31 @@ KyDeviceObject* KyDeviceManagerObject::openDevice(const std::string& driverName,
         KyException::create("KyDeviceManagerObject::openDevice(): malformed parameters: " + parameters);
     KyDeviceManager* manager = editManager();
     const KyDevice* device = parsed && manager ? manager->getDevice(driverName, deviceName, *parsed) : nullptr;
-    return device ? wrap(const_cast<KyDevice&>(*device)) : nullptr;
+    if (!device)
+        return nullptr;
+    mOpened.push_back({driverName, device});
+    return wrap(const_cast<KyDevice&>(*device));
 }
 
 bool KyDeviceManagerObject::releaseDevice(const std::string& driverName, KyObject* device) {
     const auto* object = kyCast<KyDeviceObject>(device);
     const KyDevice* released = object ? object->editDevice() : nullptr;
     KyDeviceManager* manager = editManager();
-    return released && manager && manager->releaseDevice(driverName, released);
+    const auto found = std::ranges::find(mOpened, Opened{driverName, released});
+    if (!manager || found == mOpened.end())
+        return false;
+    mOpened.erase(found);
+    return manager->releaseDevice(driverName, released);
+}
+
+void KyDeviceManagerObject::releaseAllDevices() {
+    KyDeviceManager* const manager = editManager();
+    // The end of one may end others.
+    while (manager && !mOpened.empty()) {
+        const Opened opened = std::move(mOpened.back());
+        mOpened.pop_back();
+        manager->releaseDevice(opened.driverName, opened.device);
+    }
 }
 
 bool KyDeviceManagerObject::rescanDevices() {

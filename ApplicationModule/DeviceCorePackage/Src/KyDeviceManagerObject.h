@@ -12,7 +12,8 @@
 #include <vector>
 
 /// The registry of input devices as scripts see it; the host publishes it as the global `devices`. It tells "Devices"
-/// as modified when a device comes or goes or units were looked for. Without a device manager it has none. Main thread.
+/// as modified when a device has come or gone or other units were found. Without a device manager it has none. Main
+/// thread.
 ///
 ///     local pad = devices:openDevice("Joystick", "pad", "DeviceType=Joystick;VendorID=0x046D")
 ///     if pad then ... devices:releaseDevice("Joystick", pad) end
@@ -50,8 +51,11 @@ public:
     /// a report when they are malformed.
     KyDeviceObject* openDevice(const std::string& driverName, const std::string& deviceName,
                                const std::string& parameters = {});
-    /// Gives back what openDevice gave, once; false when there is no such driver or the device is gone.
+    /// Gives back what openDevice gave, once for each time; false for what it did not give, and when the device is
+    /// gone.
     bool releaseDevice(const std::string& driverName, KyObject* device);
+    /// Gives back all that is still open: for whoever ends the scripts that opened it.
+    void releaseAllDevices();
     /// True when units have come or gone.
     bool rescanDevices();
 
@@ -64,7 +68,16 @@ private:
     void onDeviceEnded(const KyDevice* device);
     void onDevicesChanged();
 
+    struct Opened {
+        std::string driverName;
+        const KyDevice* device;
+
+        bool operator==(const Opened&) const = default;
+    };
+
     std::vector<KyHolder<KyDeviceObject>> mDevices;
+    /// An entry for each time.
+    std::vector<Opened> mOpened;
     KyConnection mWatch;
 
     static KyDeviceManagerObject* msInstance;

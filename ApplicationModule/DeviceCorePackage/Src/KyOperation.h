@@ -17,7 +17,9 @@ enum KyOperation : std::uint32_t {
     eOperationStep = 16,
     /// Axes, beside another one: the source gives 0 to 1, which stands for the minimum to the maximum.
     eOperationNormalized = 32,
-    /// Axes: as eOperationStep, and the steps of all sources of an update add up in the delta.
+    /// Axes: as eOperationStep, and the delta grows by each step, from update to update. For the sum of one update
+    /// alone
+    /// let the first source be a constant 0 with eOperationStep.
     eOperationAccumulate = 64,
 
     /// Orientations: the source turns after the value, in the frame of the world.

@@ -18,11 +18,12 @@ KyRadialDeadZone::KyRadialDeadZone(float innerRadius, float outerRadius)
     , mOuterRadius(std::max(makeRadius(outerRadius), mInnerRadius)) {}
 
 KyVec2<float> KyRadialDeadZone::apply(float x, float y) const {
-    const float length = std::hypot(x, y);
+    // The length of two finite floats may be none.
+    const double length = std::hypot(double{x}, double{y});
     if (!std::isfinite(length) || length <= mInnerRadius)
         return {};
-    const float stretched = length < mOuterRadius ? (length - mInnerRadius) / (mOuterRadius - mInnerRadius) : 1.0F;
-    return {x / length * stretched, y / length * stretched};
+    const double stretched = length < mOuterRadius ? (length - mInnerRadius) / (mOuterRadius - mInnerRadius) : 1.0;
+    return {static_cast<float>(x / length * stretched), static_cast<float>(y / length * stretched)};
 }
 
 KyVec2<float> KyRadialDeadZone::apply(const KyDeviceAxisChannel& x, const KyDeviceAxisChannel& y) const {

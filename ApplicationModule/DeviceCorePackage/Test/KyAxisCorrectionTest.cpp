@@ -21,8 +21,9 @@ TEST(KyRadialDeadZone, StretchesTheLengthAndKeepsTheDirection) {
     struct Row {
         float x, y, length;
     };
-    for (const Row& row : {Row{0, 0, 0}, Row{0.12F, -0.16F, 0}, Row{0.27F, 0.36F, 0.5F}, Row{-0.6F, 0.8F, 1},
-                           Row{1, 1, 1}, Row{0.01F, 0.45F, 0.5002F}, Row{cNaN, 0, 0}, Row{0, cInfinity, 0}}) {
+    for (const Row& row :
+         {Row{0, 0, 0}, Row{0.12F, -0.16F, 0}, Row{0.27F, 0.36F, 0.5F}, Row{-0.6F, 0.8F, 1}, Row{1, 1, 1},
+          Row{3e38F, 3e38F, 1}, Row{0.01F, 0.45F, 0.5002F}, Row{cNaN, 0, 0}, Row{0, cInfinity, 0}}) {
         const KyVec2f stick = zone.apply(row.x, row.y);
         EXPECT_NEAR(std::hypot(stick.x, stick.y), row.length, 1e-4F) << row.x << " " << row.y;
         if (row.length > 0) {

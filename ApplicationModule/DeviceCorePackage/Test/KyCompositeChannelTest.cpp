@@ -181,6 +181,35 @@ TEST_F(KyCompositeChannelTest, BearsAnyIndexAndPosition) {
     }
 }
 
+TEST_F(KyCompositeChannelTest, WhatWasMovedFromBeginsAnew) {
+    Axis axis;
+    Axis taker;
+    for (const float value : {0.25F, 0.5F, 0.75F}) {
+        axis.insertConstant(eOperationSet, value);
+        axis.update();
+        EXPECT_EQ(axis.getAbsoluteValue(), value);
+        taker = std::move(axis);
+    }
+    const Axis last(std::move(taker));
+    taker.insertConstant(eOperationSet, 0.125F); // NOLINT(bugprone-use-after-move)
+    taker.update();
+    EXPECT_EQ(taker.getAbsoluteValue(), 0.125F);
+}
+
+TEST_F(KyCompositeChannelTest, AccumulatesOverUpdatesUnlessEachBeginsWithAStepOfNothing) {
+    for (const bool beginsAnew : {false, true}) {
+        Axis axis;
+        if (beginsAnew)
+            axis.insertConstant(eOperationStep, 0);
+        axis.insertConstant(eOperationAccumulate, 1);
+        axis.insertConstant(eOperationAccumulate, 2);
+        for (const float sum : {3.0F, beginsAnew ? 3.0F : 6.0F}) {
+            axis.update();
+            EXPECT_NEAR(axis.getValue(), sum, 1e-5F);
+        }
+    }
+}
+
 TEST_F(KyCompositeChannelTest, ReportsKindsItCannotUseAtEveryUpdate) {
     Axis axis;
     Button button;

@@ -10,7 +10,7 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
+#include <algorithm>
 #include <functional>
 #include <memory>
 #include <string>
@@ -56,11 +56,13 @@ public:
     using KyDeviceDriver::getDevice;
     const KyDevice* getDevice(const std::string& name, const Parameters& parameters) override {
         KyDeviceManager::get()->applyDeviceFilter(parameters);
-        for (KyDeviceManager::KyDeviceInfoStruct& info : KyDeviceManager::get()->editDeviceInfoVector()) {
-            if (info.isSelected)
-                return info.device = add(name);
-        }
-        return nullptr;
+        auto& infos = KyDeviceManager::get()->editDeviceInfoVector();
+        const auto info = std::ranges::find(infos, true, &KyDeviceManager::KyDeviceInfoStruct::isSelected);
+        if (info == infos.end())
+            return nullptr;
+        KyDevice* const device = info->device = new FakeDevice(name);
+        registerDevice(device, false);
+        return device;
     }
     FakeDevice* add(const std::string& name, bool isRunByDriver = false) {
         auto* device = new FakeDevice(name);
@@ -115,33 +117,6 @@ protected:
     std::unique_ptr<FakeDriver> mDriver = std::make_unique<FakeDriver>();
     KyException::ReportHandler mHandler = nullptr;
 };
-
-TEST_F(KyDeviceManagerTest, TheUsageTellsTheTypeAndJoysticksAreCountedWithout3DMice) {
-    using Manager = KyDeviceManager;
-    const std::vector<std::array<std::uint16_t, 3>> units{
-        {1, 1, 1}, {1, 1, 2},      {1, 1, 3},      {1, 1, 4},      {Manager::cSpaceNavigatorProductID, 1, 8},
-        {1, 1, 5}, {0xC628, 1, 8}, {0xC62F, 1, 8}, {0xC216, 1, 5}, {1, 1, 6},
-        {1, 1, 7}, {1, 12, 4},     {1, 0, 0}};
-    gUnits.clear();
-    for (const std::uint16_t vendor : {Manager::c3DconnexionVendorID, Manager::cLogitechVendorID, std::uint16_t{1}})
-        for (const auto& [product, page, usage] : units)
-            gUnits.push_back({"M", "P", vendor, product, page, usage, "", ""});
-    manager().editDeviceInfoVector().clear();
-    manager().detectDevices();
-    std::string types;
-    std::string indices;
-    for (const auto& info : manager().getDeviceInfoVector()) {
-        types += std::to_string(info.deviceType);
-        indices += info.joystickIndex == 0xFFFFFFFF ? "-" : std::to_string(info.joystickIndex);
-    }
-    EXPECT_EQ(types, "1130000002333"
-                     "1130000002333"
-                     "1130000002333");
-    EXPECT_EQ(indices, "---0-1--2----"
-                       "---3-4--5----"
-                       "---67891011----");
-    EXPECT_EQ(manager().getDeviceInfoVector().back().name, "M P");
-}
 
 TEST_F(KyDeviceManagerTest, AFilterSelectsFreeUnitsThatFit) {
     const struct {
@@ -218,6 +193,29 @@ TEST_F(KyDeviceManagerTest, ADeviceRegisteredTwiceEndsWithItsSecondRelease) {
     EXPECT_TRUE(manager().releaseDevice("Fake", device));
 }
 
+TEST_F(KyDeviceManagerTest, ListenersAreToldOnceAndFindTheChangeDone) {
+    const KyDevice* device = nullptr;
+    std::string told;
+    manager().devicesChangedSignal().connect([&] {
+        told += std::to_string(gEnded.size()) + " ended, " + listUnits().substr(0, 19);
+        if (const auto* info = gEnded.empty() ? nullptr : manager().getDeviceInfo(device))
+            info->device->destroy();
+    });
+    const auto tell = [&](auto act) {
+        gEnded.clear();
+        told.clear();
+        device = manager().getDevice("Fake", "stick");
+        EXPECT_EQ(std::exchange(told, {}), "0 ended, Acme Stick /dev/a*;");
+        act(const_cast<KyDevice*>(device));
+        return told;
+    };
+    EXPECT_EQ(tell([&](KyDevice* held) { mDriver->releaseDevice(held); }), "1 ended, Acme Stick /dev/a;A");
+    EXPECT_EQ(tell([&](KyDevice* held) { held->destroy(); }), "1 ended, Acme Stick /dev/a;A");
+    EXPECT_EQ(tell([&](KyDevice*) { mDriver->destroyAllDevices(); }), "1 ended, Acme Stick /dev/a;A");
+    EXPECT_EQ(tell([&](KyDevice* held) { mDriver->unregisterDevice(held); }), "0 ended, Acme Stick /dev/a;A");
+    delete device;
+}
+
 TEST_F(KyDeviceManagerTest, OnlyItsDriverUnregistersADeviceAndLeavesTheLastReferenceToTheCaller) {
     FakeDriver other;
     mDriver->registerDevice(nullptr, false);
@@ -268,6 +266,26 @@ TEST_F(KyDeviceManagerTest, DevicesAndDriversMayLeaveWhileTheyRunAndTakeOthersWi
     KyMainTaskManager::get().update();
     EXPECT_EQ(gEnded, (std::vector<std::string>{"second", "first", "third", "fourth"}));
     EXPECT_EQ(manager().getNbDeviceDrivers() + manager().getNbDevices(), 0u);
+}
+
+TEST_F(KyDeviceManagerTest, TheEndOfADeviceMayEndItsDriverButBringsAnEndingOneNoDevice) {
+    FakeDriver* driver = mDriver.get();
+    driver->add("first")->onEnd = [&] { mDriver.reset(); };
+    driver->add("second");
+    driver->destroyAllDevices();
+    EXPECT_EQ(gEnded, (std::vector<std::string>{"first", "second"}));
+
+    mDriver = std::make_unique<FakeDriver>();
+    manager().registerDeviceDriver(driver = mDriver.get());
+    FakeDevice late("late");
+    driver->add("third")->onEnd = [&] {
+        driver->registerDevice(&late, false);
+        EXPECT_EQ(manager().getDevice("Fake", "another"), nullptr);
+    };
+    mDriver.reset();
+    EXPECT_EQ(gEnded.back(), "third");
+    EXPECT_EQ(gReports.size(), 1u);
+    EXPECT_EQ(late.getNbReferences() + manager().getNbDevices(), 0u);
 }
 
 TEST_F(KyDeviceManagerTest, InitializingAgainEndsTheDevicesAndFreesTheirUnits) {
@@ -325,7 +343,9 @@ TEST_F(KyDeviceManagerTest, DriversOutliveTheManagerAndDropTheirLists) {
 
 TEST_F(KyDeviceManagerTest, ARescanKnowsUnitsByPathThenBySerialNumber) {
     const std::string all = "Acme Stick /dev/a;Acme Mouse /dev/b;Logi Pad /dev/c;";
+    const auto* first = manager().getDeviceInfoVector().data();
     EXPECT_FALSE(manager().rescanDevices());
+    EXPECT_EQ(manager().getDeviceInfoVector().data(), first) << "pointers to entries hold";
     manager().detectDevices();
     EXPECT_EQ(listUnits(), all + all);
     const KyDevice* device = nullptr;

@@ -1,130 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The KyApplication authors
 // SPDX-License-Identifier: MIT
-#include "KyCompositeAxisObject.h"
-#include "KyCompositeButtonObject.h"
-#include "KyCompositeOrientationObject.h"
-#include "KyDevice.h"
-#include "KyDeviceDriver.h"
-#include "KyDeviceManagerObject.h"
-#include "KyHidDetection.h"
-#include "KyLuaBinder.h"
-#include "KyScriptEngine.h"
-#include "KyVirtualDevice.h"
-
-#include "KyException.h"
-
-#include <gtest/gtest.h>
-
-#include <memory>
-#include <string>
-#include <utility>
-#include <vector>
-
-namespace {
-
-std::vector<KyHidRecord> gUnits;
-std::vector<std::string> gReports;
-unsigned gNbModified = 0;
-
-class ScriptedDevice : public KyDevice {
-public:
-    explicit ScriptedDevice(const std::string& name) {
-        setName(name);
-        setNbAxis(2);
-        setAxisName(1, "Throttle");
-        setEnabled(true);
-    }
-    using KyDevice::setNbAxis;
-};
-
-/// Keeps what it was last asked with, and gives the same device at every call.
-class ScriptedDriver : public KyDeviceDriver {
-public:
-    ScriptedDriver() { setNameDeviceDriver("Scripted"); }
-    void start() override {}
-    using KyDeviceDriver::getDevice;
-    const KyDevice* getDevice(const std::string& name, const Parameters& parameters) override {
-        asked.clear();
-        for (const auto& [key, value] : parameters)
-            asked += key + (value.isText() ? ":" : "=") + value.getText() + ";";
-        if (name == "none")
-            return nullptr;
-        registerDevice(getNbDevices() > 0 ? editDevice(0) : new ScriptedDevice(name), true);
-        return KyDeviceDriver::getDevice(0);
-    }
-
-    std::string asked;
-};
-
-struct Row {
-    const char* chunk;
-    const char* text;
-};
-
-/// A device manager with two units and a driver, seen by a script engine.
-class KyDeviceScriptTest : public testing::Test {
-protected:
-    KyDeviceScriptTest() {
-        gUnits = {{"Acme", "Stick", 0x1111, 0xC216, 1, 4, "/dev/a", "s1"}, {"Acme", "Keys", 1, 2, 1, 6, "/dev/b", ""}};
-        gReports.clear();
-        gNbModified = 0;
-        mSource = KyHidDetection::setSource([] { return gUnits; });
-        mHandler = KyException::setReportHandler([](const std::string& text) { gReports.push_back(text); });
-        KyScriptEngine::setPrintCallback([](const std::string& text) { gReports.push_back(text); });
-        KyDeviceManager::initializeClass();
-        mDriver = std::make_unique<ScriptedDriver>();
-        KyDeviceManager::get()->registerDeviceDriver(mDriver.get());
-        KyDeviceManagerObject::initializeClass();
-        KyVirtualDevice::initializeType();
-        KyCompositeAxisObject::initializeType();
-        KyCompositeButtonObject::initializeType();
-        KyCompositeOrientationObject::initializeType();
-        KyScriptEngine::initializeClass();
-        KyLuaBinder::initializeClass();
-        KyScriptEngine::get().bindInstance(KyDeviceManagerObject::get(), "devices");
-        run("bindAllClasses() A, B, O, V = KyCompositeAxisObject, KyCompositeButtonObject, "
-            "KyCompositeOrientationObject, KyVirtualDevice");
-    }
-    ~KyDeviceScriptTest() override {
-        KyScriptEngine::finalizeClass();
-        KyLuaBinder::finalizeClass();
-        KyDeviceManagerObject::finalizeClass();
-        mDriver.reset();
-        KyDeviceManager::finalizeClass();
-        KyScriptEngine::setPrintCallback(nullptr);
-        KyException::setReportHandler(mHandler);
-        KyHidDetection::setSource(mSource);
-    }
-
-    /// What the chunk returns, as texts with blanks between; the error when it fails.
-    static std::string run(const std::string& chunk) {
-        std::vector<KyField> results;
-        const std::string body = "return (function(...) local t = {...} for i = 1, select('#', ...) do "
-                                 "t[i] = tostring(t[i]) end return table.concat(t, ' ') end)((function() " +
-                                 chunk + " end)())";
-        if (!KyScriptEngine::get().executeChunktWithReturnValues(body, results))
-            return "error: " + (gReports.empty() ? std::string() : gReports.back());
-        return results.empty() ? "" : results.front().toString();
-    }
-    static void expectTexts(const std::string& prelude, const std::vector<Row>& rows) {
-        for (const auto& [chunk, text] : rows) {
-            EXPECT_EQ(text, run(prelude + chunk)) << chunk;
-            collect();
-        }
-    }
-    static void collect() { run("collectgarbage() collectgarbage()"); }
-
-    std::unique_ptr<ScriptedDriver> mDriver;
-
-private:
-    KyHidDetection::Source mSource = nullptr;
-    KyException::ReportHandler mHandler = nullptr;
-};
-
-constexpr const char* cPad = "local v = V.create('Pad', 2, 2, 1) v:setAxisName(0, 'X') v:setButtonName(1, 'Fire') "
-                             "v:setOrientationName(0, 'Cap') v:setAxisMode(0, true) local d = v:getDevice() ";
-
-} // namespace
+#include "KyDeviceScriptTesting.h"
 
 TEST_F(KyDeviceScriptTest, AVirtualDeviceIsReadLikeAnyOther) {
     expectTexts(
@@ -275,6 +151,20 @@ TEST_F(KyDeviceScriptTest, ADriversDeviceIsOpenedAndGivenBack) {
                 });
 }
 
+TEST_F(KyDeviceScriptTest, ScriptsGiveBackWhatTheyOpenedAndNoMore) {
+    auto* const device = const_cast<KyDevice*>(mDriver->getDevice("Wheel", {}));
+    expectTexts("", {
+                        {"return devices:releaseDevice('Scripted', devices.Devices[0]), devices.NbDevices", "false 1"},
+                        {"for i = 1, 3 do devices:openDevice('Scripted', 'Wheel') end", ""},
+                    });
+    EXPECT_EQ(4u, device->getNbReferences());
+    KyDeviceManagerObject::get()->releaseAllDevices();
+    EXPECT_EQ(1u, device->getNbReferences());
+    expectTexts("", {{"devices:openDevice('Scripted', 'Wheel') return devices.NbDevices", "1"}});
+    KyDeviceManagerObject::finalizeClass();
+    EXPECT_EQ(1u, device->getNbReferences());
+}
+
 TEST_F(KyDeviceScriptTest, UnitsAreDescribedAndLookedForAgain) {
     expectTexts(
         "", {
@@ -293,98 +183,26 @@ TEST_F(KyDeviceScriptTest, UnitsAreDescribedAndLookedForAgain) {
 }
 
 TEST_F(KyDeviceScriptTest, ListenersAreToldWhenDevicesComeAndGo) {
+    KyHolder<KyDeviceObject> last;
+    std::string seen;
     const KyConnection connection = KyDeviceManagerObject::get()->modifiedSignal().connect(
-        [](KyObject*, KyObjectModificationType, const std::string& name, int) { gNbModified += name == "Devices"; });
-    const std::vector<std::pair<std::string, unsigned>> rows{
-        {"v = V.create('v', 1, 0, 0)", 1}, {"d = v:getDevice() local _ = d.Axes[0].Value", 1},
-        {"v = nil collectgarbage()", 2},   {"d = devices:openDevice('Scripted', 'w')", 3},
-        {"devices:rescanDevices()", 3},    {"devices:releaseDevice('Scripted', d)", 4}};
-    for (const auto& [chunk, number] : rows) {
+        [&](KyObject*, KyObjectModificationType, const std::string& name, int) {
+            if (name != "Devices")
+                return;
+            ++gNbModified;
+            if (KyDeviceObject* device = KyDeviceManagerObject::get()->getDevice(0))
+                last.reset(device);
+            seen = last->getName() + " " + std::to_string(last->getNbAxes());
+        });
+    const std::vector<std::tuple<std::string, unsigned, std::string>> rows{
+        {"v = V.create('v', 3, 0, 0)", 1, "v 3"}, {"d = v:getDevice() local _ = d.Axes[0].Value", 1, "v 3"},
+        {"v = nil collectgarbage()", 2, " 0"},    {"d = devices:openDevice('Scripted', 'w')", 3, "w 2"},
+        {"devices:rescanDevices()", 3, "w 2"},    {"devices:releaseDevice('Scripted', d)", 4, " 0"}};
+    for (const auto& [chunk, number, view] : rows) {
         run(chunk);
         EXPECT_EQ(number, gNbModified) << chunk;
+        EXPECT_EQ(view, seen) << chunk;
     }
-}
-
-TEST_F(KyDeviceScriptTest, CompositesAreBuiltByScripts) {
-    expectTexts(
-        cPad,
-        {
-            {"local a = A() a.Absolute = true a:insertConstant(a.eOperationSet, 0) a:insertMappedAxis(d.Axes[0], "
-             "a.eOperationAdd) a:insertMappedButton(d.Buttons[0], a.eActionWhilePressed, 5, a.eOperationAdd) "
-             "v:setAxisValue(0, 0.25) local u, x = a:update(), a.Value v:setButtonValue(0, 1) local w = a:update() "
-             "return u, x, w, a.Value, a:update()",
-             "true 0.25 true 0.75 false"},
-            {"local a = A() a.Absolute = true a.Minimum = 0 a.Maximum = 10 a:insertConstant(A.eOperationSet + "
-             "A.eOperationNormalized, 0.25) a:update() return a.Value, a:mapNormalizedValueToAxis(0.5)",
-             "2.5 5"},
-            {"local a = A() a.Absolute = true a:insertConstant(8, 1) a:insertCondition(d.Buttons[0], "
-             "a.eConditionEqual, 1) "
-             "local u = a:update() v:setButtonValue(0, 1) return u, a:update(), a.Value",
-             "false true 1"},
-            {"local a = A() a:insertConstant(8, 1) a.Absolute = true a:insertConstant(8, -1, 0) a:update() return "
-             "a.Value",
-             "1"},
-            {"local b = B() b:insertConstant(b.eOperationSet, 0) b:insertMappedButton(d.Buttons[0], "
-             "b.eActionWhilePressed, 7, "
-             "b.eOperationSetValue) v:setButtonValue(0, 1) return b:update(), b.Value, b.PreviousValue, b:update()",
-             "true 7 7 false"},
-            {"local o = O() o:insertConstant(o.eOperationSet, Quatf()) o:insertMappedAxis(d.Axes[0], "
-             "o.eComponentHeading, "
-             "o.eOperationPostMultiply) o:insertMappedButton(d.Buttons[0], o.eActionOnPress, 0.25, "
-             "o.eComponentHeading, "
-             "o.eOperationPostMultiply) v:setAxisValue(0, 0.5) v:setButtonValue(0, 1) local u = o:update() "
-             "return u, math.floor(o.DeltaValue:angle() * 1e4 + 0.5), math.floor(o.Value:axis().y + 0.5)",
-             "true 7500 1"},
-            {"local o = O() o.Absolute = true v:setOrientationMode(0, true) v:setOrientationValue(0, Quatf(0, 1, 0, "
-             "0)) "
-             "o:insertMappedOrientation(d.Orientations[0], o.eOperationReplace) o:update() "
-             "return o.Value.y, math.floor(o:mapChannelValueToAngle(d.Axes[0]) * 1e4), o:mapChannelValueToAngle(nil)",
-             "1 31415 0"},
-        });
-    EXPECT_TRUE(gReports.empty()) << gReports.front();
-}
-
-TEST_F(KyDeviceScriptTest, ACompositeKeepsTheCompositesThatItUses) {
-    const std::string build = "outer = A() outer.Absolute = true inner = A() inner.Absolute = true "
-                              "inner:insertConstant(8, 0.5) inner:update() outer:insertMappedAxis(inner, 8) ";
-    run(build + "inner = nil");
-    std::vector<KyField> results;
-    KyScriptEngine::get().executeChunktWithReturnValues("return outer", results);
-    const KyHolder<KyCompositeAxisObject> copy(KyCompositeAxisObject::cast(results.at(0).toKyObject()->clone()));
-    collect();
-    EXPECT_EQ("true 0.5", run("return outer:update(), outer.Value"));
-    run("outer = nil");
-    collect();
-    EXPECT_TRUE(copy->update());
-    EXPECT_EQ(0.5F, copy->editOwn()->getValue());
-    run("v = V.create('v', 1, 0, 0) v:setAxisMode(0, true) outer = A() outer.Absolute = true "
-        "outer:insertMappedAxis(v:getDevice().Axes[0], 8) v:setAxisValue(0, 0.5) outer:update() v = nil");
-    collect();
-    EXPECT_EQ("false 0.5", run("return outer:update(), outer.Value"));
-}
-
-TEST_F(KyDeviceScriptTest, ACompositeIsNeverComputedFromItself) {
-    const std::vector<Row> rows{
-        {"local a = A() return a:insertMappedAxis(a, 8)", "false"},
-        {"local a, b = A(), A() return a:insertMappedAxis(b, 8), b:insertMappedAxis(a, 8)", "true false"},
-        {"local a, b, o = A(), B(), O() return o:insertMappedAxis(a, 0, 0), a:insertMappedButton(b, 0, 1, 8), "
-         "b:insertCondition(b, 0, 1), o:insertMappedOrientation(o, 0)",
-         "true true false false"},
-        {"local b, c, d = B(), B(), B() return d:insertMappedButton(c, 0, 1, 8), c:insertCondition(b, 0, 1), "
-         "b:insertMappedButton(d, 0, 1, 8)",
-         "true true false"},
-    };
-    expectTexts("", rows);
-    EXPECT_EQ(5u, gReports.size());
-    EXPECT_EQ("KyCompositeAxisObject: nothing inserted: the source is computed from this channel.", gReports.front());
-    // Without care the number of ways through these layers is 2 to the 40.
-    EXPECT_EQ("true", run("local a, b = A(), A() for i = 1, 40 do local c, d = A(), A() c:insertMappedAxis(a, 8) "
-                          "c:insertMappedAxis(b, 8) d:insertMappedAxis(a, 8) d:insertMappedAxis(b, 8) a, b = c, d end "
-                          "return A():insertMappedAxis(a, 8)"));
-    run("local a = A() chain = a for i = 1, 3e4 do local b = A() a:insertMappedAxis(b, 8) a = b end a = nil");
-    EXPECT_EQ("true", run("return A():insertMappedAxis(chain, 8)"));
-    run("chain = nil");
-    collect();
 }
 
 TEST_F(KyDeviceScriptTest, WhatMakesNoSenseIsRefusedAndReported) {

@@ -1,11 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The KyApplication authors
 // SPDX-License-Identifier: MIT
+#include "KyDeviceManager.h"
 #include "KyHidDetection.h"
 #include "KyHidReportDescriptor_p.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -91,6 +93,36 @@ TEST(KyHidDetection, TextsKeepTheLowByteOf128CharactersUpToTheFirstZero) {
     EXPECT_EQ(KyHidDetection::narrow(L"Space\u20ACNavi\u00E9"), "Space\xACNavi\xE9");
     EXPECT_EQ(KyHidDetection::narrow(L"ab\u0100cd"), "ab");
     EXPECT_EQ(KyHidDetection::narrow(std::wstring(200, L'x').c_str()), std::string(128, 'x'));
+}
+
+TEST(KyHidDetection, TheUsageTellsTheTypeAndJoysticksAreCountedWithout3DMice) {
+    using Manager = KyDeviceManager;
+    const std::vector<std::array<std::uint16_t, 3>> units{
+        {1, 1, 1}, {1, 1, 2},      {1, 1, 3},      {1, 1, 4},      {Manager::cSpaceNavigatorProductID, 1, 8},
+        {1, 1, 5}, {0xC628, 1, 8}, {0xC62F, 1, 8}, {0xC216, 1, 5}, {1, 1, 6},
+        {1, 1, 7}, {1, 12, 4},     {1, 0, 0}};
+    static std::vector<KyHidRecord> records;
+    records.clear();
+    for (const std::uint16_t vendor : {Manager::c3DconnexionVendorID, Manager::cLogitechVendorID, std::uint16_t{1}})
+        for (const auto& [product, page, usage] : units)
+            records.push_back({"M", "P", vendor, product, page, usage, "", ""});
+    const auto before = KyHidDetection::setSource([] { return records; });
+    Manager::initializeClass();
+    std::string types;
+    std::string indices;
+    for (const auto& info : Manager::get()->getDeviceInfoVector()) {
+        types += std::to_string(info.deviceType);
+        indices += info.joystickIndex == 0xFFFFFFFF ? "-" : std::to_string(info.joystickIndex);
+    }
+    EXPECT_EQ(types, "1130000002333"
+                     "1130000002333"
+                     "1130000002333");
+    EXPECT_EQ(indices, "---0-1--2----"
+                       "---3-4--5----"
+                       "---67891011----");
+    EXPECT_EQ(Manager::get()->getDeviceInfoVector().back().name, "M P");
+    Manager::finalizeClass();
+    KyHidDetection::setSource(before);
 }
 
 TEST(KyHidReportDescriptor, OnlyOutermostCollectionsCount) {

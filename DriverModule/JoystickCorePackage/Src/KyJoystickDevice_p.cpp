@@ -110,6 +110,13 @@ bool KyJoystickDevice::attach(KyJoystickUnit& unit, const KyJoystickIdentity& id
     return true;
 }
 
+void KyJoystickDevice::detach() {
+    mUnit.close();
+    // Where the device runs, execute() rests it: a second reading in this frame would hide the release of a button.
+    if (!isEnabled())
+        rest();
+}
+
 bool KyJoystickDevice::execute() {
     if (!mUnit)
         rest();

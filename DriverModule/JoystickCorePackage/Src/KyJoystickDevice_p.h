@@ -20,8 +20,8 @@ public:
     bool isPlaying(SDL_JoystickID instance) const { return mUnit && mUnit.getInstance() == instance; }
     /// Takes the unit over when it is this device's own, come back; else leaves it with the caller.
     bool attach(KyJoystickUnit& unit, const KyJoystickIdentity& identity);
-    /// Closes the unit that is gone.
-    void detach() { mUnit.close(); }
+    /// Closes the unit that is gone, and brings the channels to rest.
+    void detach();
 
     /// Gives every channel its reading.
     bool execute() override;

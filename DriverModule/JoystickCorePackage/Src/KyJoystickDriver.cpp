@@ -4,6 +4,8 @@
 
 #include "KyJoystickDevice_p.h"
 
+#include "KySpaceMouseProducts_p.h"
+
 #include "KyException.h"
 #include "KyMainTaskManager.h"
 
@@ -25,13 +27,7 @@ void runGuarded(Function&& function) {
 
 /// 3D mice count as sticks to the system; another driver knows them better.
 bool is3DMouse(int position) {
-    constexpr std::uint16_t cFirstLogitech3DMouse = 0xC603;
-    constexpr std::uint16_t cLastLogitech3DMouse = 0xC62F;
-    const std::uint16_t vendor = SDL_JoystickGetDeviceVendor(position);
-    const std::uint16_t product = SDL_JoystickGetDeviceProduct(position);
-    return vendor == KyDeviceManager::c3DconnexionVendorID ||
-           (vendor == KyDeviceManager::cLogitechVendorID && product >= cFirstLogitech3DMouse &&
-            product <= cLastLogitech3DMouse);
+    return KySpaceMouseProducts::have(SDL_JoystickGetDeviceVendor(position), SDL_JoystickGetDeviceProduct(position));
 }
 
 bool areSame(const std::string& a, const std::string& b) {
@@ -47,16 +43,22 @@ int rankEntry(const KyDeviceManager::KyDeviceInfoStruct& info, const KyJoystickI
     return 1 + areSame(info.serial, unit.serial) + 2 * areSame(info.path, unit.path);
 }
 
-/// Enters the device in the list of units, where its unit is in it.
+/// Enters the device in the list of units, where its unit is in it. It leaves an entry whose unit is gone for one that
+/// is there: the unit may have been plugged in elsewhere.
 void claimEntry(KyJoystickDevice& device) {
     KyDeviceManager* const manager = KyDeviceManager::get();
-    if (!manager || manager->getDeviceInfo(&device))
+    if (!manager)
+        return;
+    auto& infos = manager->editDeviceInfoVector();
+    const auto held = std::ranges::find_if(infos, [&device](const auto& info) { return info.device == &device; });
+    if (held != infos.end() && held->isPresent)
         return;
     const auto rank = [&device](const auto& info) { return rankEntry(info, device.getIdentity()); };
-    auto& infos = manager->editDeviceInfoVector();
     const auto best = std::ranges::max_element(infos, {}, rank);
     if (best == infos.end() || rank(*best) == 0)
         return;
+    if (held != infos.end())
+        held->device = nullptr;
     best->device = &device;
     best->secondName = device.getName();
 }
@@ -101,6 +103,7 @@ KyJoystickDriver::KyJoystickDriver() {
 }
 
 KyJoystickDriver::~KyJoystickDriver() {
+    mChanges.disconnect();
     runGuarded([this] {
         if (KyDeviceManager* manager = KyDeviceManager::get())
             manager->unregisterDeviceDriver(this);
@@ -115,6 +118,7 @@ KyJoystickDriver::~KyJoystickDriver() {
 void KyJoystickDriver::start() {
     runGuarded([this] {
         mNextInstance = 0;
+        listen();
         if (open())
             update();
     });
@@ -134,6 +138,19 @@ const KyDevice* KyJoystickDriver::getDevice(const std::string& deviceName, const
         registerDevice(chosen, false);
     });
     return chosen;
+}
+
+/// Units enter the manager's list after the driver has found them.
+void KyJoystickDriver::listen() {
+    KyDeviceManager* const manager = KyDeviceManager::get();
+    if (manager && !mChanges.isConnected())
+        mChanges = manager->devicesChangedSignal().connect([this] { claimEntries(); });
+}
+
+void KyJoystickDriver::claimEntries() {
+    for (KyJoystickDevice* device : editJoysticks())
+        if (device->isAttached())
+            claimEntry(*device);
 }
 
 bool KyJoystickDriver::open() {

@@ -66,6 +66,8 @@ private:
     };
 
     bool open();
+    void listen();
+    void claimEntries();
     void update();
     void releaseVanished();
     void welcomeAttached();
@@ -76,6 +78,8 @@ private:
 
     std::unique_ptr<KySdlSession> mSession;
     Poll mPoll{*this};
+    /// To the manager's devicesChangedSignal().
+    KyConnection mChanges;
     /// SDL's instance numbers below this one are known: they grow with each plugging in.
     std::int32_t mNextInstance = 0;
 };

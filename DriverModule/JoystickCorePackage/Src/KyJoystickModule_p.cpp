@@ -4,10 +4,13 @@
 
 #include "KyJoystickDriver.h"
 
+#include "KyException.h"
 #include "KyLibraryEntry.h"
 #include "KyModuleManager.h"
 
 #include <array>
+#include <string>
+#include <utility>
 
 namespace {
 
@@ -16,14 +19,24 @@ constexpr std::array cPrerequisites{"KyApplication/KyApplication"};
 
 /// A plain pointer: at the exit of the process the library that the driver stands on may be gone before it.
 KyJoystickDriver* gDriver = nullptr;
+/// False in a second copy of this library: the module is the first one's.
+bool gIsRegistered = false;
+
+void registerModule() {
+    gIsRegistered = KyModuleManager::get().registerModule(cModuleName, cPrerequisites.data(),
+                                                          static_cast<unsigned>(cPrerequisites.size()),
+                                                          &KyJoystickModule::initialise, &KyJoystickModule::finalise);
+    if (!gIsRegistered)
+        KyException::create(std::string("KyJoystickModule::onLoad(): another copy of the driver \"") + cModuleName +
+                            "\" is loaded already, this one stays unused.");
+}
 
 } // namespace
 
 bool KyJoystickModule::onLoad(std::intptr_t, unsigned reason, void* reserved) {
     if (reason == KyLibraryEntry::eProcessAttach)
-        KyModuleManager::get().registerModule(cModuleName, cPrerequisites.data(),
-                                              static_cast<unsigned>(cPrerequisites.size()), &initialise, &finalise);
-    else if (reason == KyLibraryEntry::eProcessDetach && !reserved)
+        registerModule();
+    else if (reason == KyLibraryEntry::eProcessDetach && !reserved && std::exchange(gIsRegistered, false))
         KyModuleManager::get().unregisterModule(cModuleName);
     return true;
 }

@@ -6,7 +6,11 @@
 
 #include "KyCompositeAxisChannel.h"
 #include "KyDevice.h"
+#include "KyException.h"
+#include "KyHidDetection.h"
+#include "KyLibraryEntry.h"
 #include "KyMainTaskManager.h"
+#include "KyModuleManager.h"
 
 #include <gtest/gtest.h>
 
@@ -65,6 +69,7 @@ protected:
     void TearDown() override {
         mDriver.reset();
         KyDeviceManager::finalizeSingleton();
+        KyHidDetection::setSource(nullptr);
     }
     static KyDeviceManager& manager() { return *KyDeviceManager::get(); }
     const KyDevice* ask(const Parameters& parameters = {}, const std::string& name = {}) {
@@ -167,6 +172,40 @@ TEST_F(KyJoystickDriverTest, AUnitThatVanishesEndsItsDeviceUnlessAClientHoldsIt)
     EXPECT_EQ(manager().getNbDevices(), 1U);
 }
 
+TEST_F(KyJoystickDriverTest, ADisabledDeviceWhoseUnitVanishesIsAtRestToo) {
+    auto unit = std::make_unique<FakeUnit>(SDL_JOYSTICK_TYPE_GAMECONTROLLER);
+    const KyDevice* const pad = ask();
+    SDL_JoystickSetVirtualAxis(unit->get(), 0, SDL_JOYSTICK_AXIS_MAX);
+    runFrame();
+    EXPECT_EQ(pad->getAxis(0).getValue(), 1);
+    mDriver->editDevice(0)->setEnabled(false);
+    unit.reset();
+    runFrame();
+    EXPECT_EQ(pad->getAxis(0).getValue(), 0);
+}
+
+TEST_F(KyJoystickDriverTest, AUnitThatIsListedLaterIsEntered) {
+    static const char* path = "one";
+    KyHidDetection::setSource([] { return std::vector<KyHidRecord>{{"Fake", "Pad", 0x1234, 0x5678, 1, 5, path, ""}}; });
+    auto unit = std::make_unique<FakeUnit>(SDL_JOYSTICK_TYPE_GAMECONTROLLER);
+    const KyDevice* const pad = ask();
+    manager().rescanDevices();
+    EXPECT_EQ(manager().getDeviceInfoVector().back().device, pad);
+    path = "another";
+    manager().rescanDevices();
+    EXPECT_EQ(manager().getDeviceInfoVector().back().path, path);
+    EXPECT_EQ(manager().getDeviceInfoVector().back().device, pad) << "plugged in elsewhere";
+}
+
+TEST_F(KyJoystickDriverTest, The3DMiceAreLeftToTheirDriver) {
+    constexpr std::pair<Uint16, bool> cProducts[] = {{0xC603, false}, {0xC62A, true}, {0xC62F, false}, {0xC640, false}};
+    for (const auto& [product, isStick] : cProducts) {
+        const FakeUnit unit(SDL_JOYSTICK_TYPE_FLIGHT_STICK, "Fake", KyDeviceManager::cLogitechVendorID, product);
+        runFrame();
+        EXPECT_EQ(mDriver->getNbDevices() == 1, isStick) << product;
+    }
+}
+
 TEST_F(KyJoystickDriverTest, ClientsGetFreeUnitsFirstAndThenShareThem) {
     const FakeUnit first(SDL_JOYSTICK_TYPE_GAMECONTROLLER);
     const FakeUnit second(SDL_JOYSTICK_TYPE_GAMECONTROLLER);
@@ -233,6 +272,22 @@ TEST_F(KyJoystickDriverTest, NothingButTheJoysticksIsTaken) {
     EXPECT_EQ(std::signal(SIGINT, SIG_DFL), SIG_DFL);
     mDriver.reset();
     EXPECT_FALSE(SDL_WasInit(SDL_INIT_JOYSTICK));
+}
+
+TEST(KyJoystickModuleTest, ASecondCopyIsReportedAndLeavesTheFirstAlone) {
+    constexpr const char* cName = "KyJoystickDriver/KyJoystickDriver";
+    static int nbReports = 0;
+    KyModuleManager& modules = KyModuleManager::get();
+    ASSERT_TRUE(modules.registerModule(cName, nullptr, 0, nullptr, nullptr)) << "the first copy";
+    const auto before = KyException::setReportHandler([](const std::string&) { ++nbReports; });
+    KyJoystickModule::onLoad(0, KyLibraryEntry::eProcessAttach, nullptr);
+    KyException::setReportHandler(before);
+    EXPECT_EQ(nbReports, 1);
+    KyJoystickModule::onLoad(0, KyLibraryEntry::eProcessDetach, nullptr);
+    EXPECT_TRUE(modules.unregisterModule(cName));
+    KyJoystickModule::onLoad(0, KyLibraryEntry::eProcessAttach, nullptr);
+    KyJoystickModule::onLoad(0, KyLibraryEntry::eProcessDetach, nullptr);
+    EXPECT_FALSE(modules.isRegistered(cName));
 }
 
 TEST(KyJoystickModuleTest, TheModuleBearsThatThereIsNoManager) {

@@ -42,18 +42,33 @@ void KySpaceMouseDevice::nameButtons() {
 }
 
 void KySpaceMouseDevice::setSource(const KySpaceMouseUnit& unit, std::unique_ptr<KySpaceMouseSource> source) {
-    mUnit.path = unit.path;
-    if (mUnit.serial.empty())
-        mUnit.serial = unit.serial;
+    const std::string serial = unit.serial.empty() ? mUnit.serial : unit.serial;
+    mUnit = unit;
+    mUnit.serial = serial;
     mSource = std::move(source);
 }
 
-bool KySpaceMouseDevice::execute() {
-    if (mSource && !mSource->read(mState)) {
-        mSource.reset();
-        mState = {};
-    }
+void KySpaceMouseDevice::detach() {
+    mSource.reset();
+    mState = {};
     pushReadings();
+}
+
+bool KySpaceMouseDevice::poll() {
+    if (!mSource || mSource->read(mState))
+        return true;
+    detach();
+    return false;
+}
+
+void KySpaceMouseDevice::checkUnit() {
+    poll();
+    mState.pressed = 0;
+}
+
+bool KySpaceMouseDevice::execute() {
+    if (poll())
+        pushReadings();
     return mSource != nullptr;
 }
 

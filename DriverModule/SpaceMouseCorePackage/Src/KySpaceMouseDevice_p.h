@@ -17,6 +17,11 @@ public:
     const KySpaceMouseUnit& getUnit() const { return mUnit; }
     bool isPresent() const { return mSource != nullptr; }
     void setSource(const KySpaceMouseUnit& unit, std::unique_ptr<KySpaceMouseSource> source);
+    /// Closes the unit, and brings the channels to rest.
+    void detach();
+    /// For a disabled device, which execute() does not serve: it rests when its unit is gone, and what the unit sends
+    /// is not left to pile up.
+    void checkUnit();
 
     bool execute() override;
 
@@ -25,6 +30,8 @@ private:
 
     void nameAxes();
     void nameButtons();
+    /// False when the unit has gone, and the device was brought to rest, just now.
+    bool poll();
     void pushReadings();
     KyQuat<float> getTurn(float seconds) const;
     float measureCycle();

@@ -27,41 +27,45 @@ KySpaceMouseDriver::Finders makeFinders() {
     return finders;
 }
 
-bool fits(const KySpaceMouseUnit& unit, const KyDeviceManager::KyDeviceParameterStruct& parameter) {
-    if (parameter.name == "DeviceType")
-        return parameter.value.getText() != "Mouse";
-    if (parameter.name == "VendorID")
-        return parameter.value.getInteger() == unit.vendorId;
-    if (parameter.name == "ProductID")
-        return (parameter.value.getInteger() & 0xFFFF) == unit.productId;
-    return true;
-}
-
-/// Of several parameters of one name the last counts.
+/// Lays the manager's own filter over a unit that it may not have in its list, or has there as taken.
 bool fits(const KySpaceMouseUnit& unit, const KyDeviceDriver::Parameters& parameters) {
-    for (auto parameter = parameters.begin(); parameter != parameters.end(); ++parameter) {
-        const auto isLater = [parameter](const auto& other) { return other.name == parameter->name; };
-        if (std::none_of(parameter + 1, parameters.end(), isLater) && !fits(unit, *parameter))
-            return false;
-    }
-    return true;
+    KyDeviceManager& manager = *KyDeviceManager::get();
+    KyDeviceManager::KyDeviceInfoVector infos(1);
+    infos[0].vendorId = unit.vendorId;
+    infos[0].productId = unit.productId;
+    infos[0].deviceType = KyDeviceManager::eJoystick;
+    manager.editDeviceInfoVector().swap(infos);
+    manager.applyDeviceFilter(parameters);
+    manager.editDeviceInfoVector().swap(infos);
+    return infos[0].isSelected;
 }
 
 bool isNameOf(const std::string& name, const KyDevice& device) {
     return name.empty() || name == cDriverName || name == device.getName();
 }
 
-/// A unit without path is known by its model.
+/// A unit without path is known by its model, where that is known.
 bool isUnitOf(const KyDeviceManager::KyDeviceInfoStruct& info, const KySpaceMouseUnit& unit) {
     if (!unit.path.empty())
         return info.path == unit.path;
-    return info.vendorId == unit.vendorId && info.productId == unit.productId;
+    return unit.vendorId != 0 && info.vendorId == unit.vendorId && info.productId == unit.productId;
 }
 
+/// Those that the device no longer stands for are free: its unit may have been plugged in elsewhere.
 void occupyEntries(const KySpaceMouseUnit& unit, KyDevice& device) {
-    for (KyDeviceManager::KyDeviceInfoStruct& info : KyDeviceManager::get()->editDeviceInfoVector())
+    KyDeviceManager* const manager = KyDeviceManager::get();
+    if (!manager)
+        return;
+    for (KyDeviceManager::KyDeviceInfoStruct& info : manager->editDeviceInfoVector()) {
         if (!info.device && isUnitOf(info, unit))
             info.device = &device;
+        else if (info.device == &device && !isUnitOf(info, unit))
+            info.device = nullptr;
+    }
+}
+
+bool isHeldByDriverOnly(const KyDevice& device) {
+    return device.getNbReferences() <= 1;
 }
 
 } // namespace
@@ -78,33 +82,51 @@ KySpaceMouseDriver::KySpaceMouseDriver(Finders finders)
 }
 
 KySpaceMouseDriver::~KySpaceMouseDriver() {
+    mChanges.disconnect();
     destroyAllDevices();
 }
 
 void KySpaceMouseDriver::destroyAllDevices() {
-    KyDeviceDriver::destroyAllDevices();
     mUsedFinder = nullptr;
+    KyDeviceDriver::destroyAllDevices();
 }
 
 void KySpaceMouseDriver::start() {
-    if (!KyDeviceManager::get())
+    KyDeviceManager* const manager = KyDeviceManager::get();
+    if (!manager)
         return;
+    // Units enter the manager's list after the driver has found them.
+    if (!mChanges.isConnected())
+        mChanges = manager->devicesChangedSignal().connect([this] { claimEntries(); });
     KyMainTaskManager::get().addTask(&mLook);
+    for (const auto& finder : mFinders)
+        finder->start();
     lookAround();
 }
 
+void KySpaceMouseDriver::claimEntries() {
+    for (unsigned i = 0; i < getNbDevices(); ++i)
+        if (KySpaceMouseDevice* device = editMouse(i); device->isPresent())
+            occupyEntries(device->getUnit(), *device);
+}
+
 const KyDevice* KySpaceMouseDriver::getDevice(const std::string& deviceName, const Parameters& parameters) {
-    for (unsigned i = 0; i < getNbDevices(); ++i) {
+    KySpaceMouseDevice* chosen = nullptr;
+    for (unsigned i = 0; KyDeviceManager::get() && i < getNbDevices(); ++i) {
         KySpaceMouseDevice* const device = editMouse(i);
         if (!device->isPresent() || !isNameOf(deviceName, *device) || !fits(device->getUnit(), parameters))
             continue;
-        registerDevice(device, false);
-        return device;
+        if (!chosen || (!isHeldByDriverOnly(*chosen) && isHeldByDriverOnly(*device)))
+            chosen = device;
     }
-    return nullptr;
+    registerDevice(chosen, false);
+    return chosen;
 }
 
 bool KySpaceMouseDriver::look() {
+    for (unsigned i = 0; i < getNbDevices(); ++i)
+        if (KySpaceMouseDevice* device = editMouse(i); !device->isEnabled())
+            device->checkUnit();
     dropAbandoned();
     if (Clock::now() < mNextLook)
         return false;
@@ -120,39 +142,53 @@ void KySpaceMouseDriver::lookAround() {
     if (!hasOpen())
         mUsedFinder = nullptr;
     for (const auto& finder : mFinders)
-        if (!mUsedFinder || mUsedFinder == finder.get())
+        if (!mUsedFinder || mUsedFinder == finder.get() || findGuess())
             askFinder(*finder);
+        else
+            finder->forget();
+    if (!mUsedFinder)
+        tryGuesses();
 }
 
 void KySpaceMouseDriver::askFinder(KySpaceMouseFinder& finder) {
     for (const KySpaceMouseUnit& unit : finder.find())
         if (!findOpen(unit.path))
             take(finder, unit);
-    if (hasOpen())
-        mUsedFinder = &finder;
+}
+
+void KySpaceMouseDriver::tryGuesses() {
+    for (const auto& finder : mFinders)
+        if (const auto unit = finder->guess(); unit && !hasOpen())
+            take(*finder, *unit);
+}
+
+/// Its device goes to the unit that was found, where a client holds it.
+void KySpaceMouseDriver::giveGuessUp() {
+    if (KySpaceMouseDevice* guess = findGuess()) {
+        guess->detach();
+        dropAbandoned();
+    }
 }
 
 void KySpaceMouseDriver::take(KySpaceMouseFinder& finder, const KySpaceMouseUnit& unit) {
     std::unique_ptr<KySpaceMouseSource> source = finder.open(unit);
     if (!source)
         return reportUnopened(unit);
-    KySpaceMouseDevice* device = findAbandoned(unit);
-    if (!device)
-        device = makeDevice(unit);
-    device->setSource(unit, std::move(source));
+    giveGuessUp();
+    mUsedFinder = &finder;
+    if (KySpaceMouseDevice* device = findAbandoned(unit)) {
+        device->setSource(unit, std::move(source));
+        return occupyEntries(unit, *device);
+    }
+    auto device = std::make_unique<KySpaceMouseDevice>(unit, std::move(source), getTurnSpeed());
     occupyEntries(unit, *device);
-}
-
-KySpaceMouseDevice* KySpaceMouseDriver::makeDevice(const KySpaceMouseUnit& unit) {
-    auto* const device = new KySpaceMouseDevice(unit, nullptr, getTurnSpeed());
-    registerDevice(device, false);
-    return device;
+    registerDevice(device.release(), false);
 }
 
 /// The first reference is the driver's own.
 void KySpaceMouseDriver::dropAbandoned() {
     for (unsigned i = getNbDevices(); i-- > 0;)
-        if (KySpaceMouseDevice* device = editMouse(i); !device->isPresent() && device->getNbReferences() <= 1)
+        if (KySpaceMouseDevice* device = editMouse(i); device && !device->isPresent() && isHeldByDriverOnly(*device))
             releaseDevice(device);
 }
 
@@ -170,6 +206,13 @@ KySpaceMouseDevice* KySpaceMouseDriver::findOpen(const std::string& path) {
 KySpaceMouseDevice* KySpaceMouseDriver::findAbandoned(const KySpaceMouseUnit& unit) {
     for (unsigned i = 0; i < getNbDevices(); ++i)
         if (KySpaceMouseDevice* device = editMouse(i); !device->isPresent() && device->getUnit().isSameAs(unit))
+            return device;
+    return nullptr;
+}
+
+KySpaceMouseDevice* KySpaceMouseDriver::findGuess() {
+    for (unsigned i = 0; i < getNbDevices(); ++i)
+        if (KySpaceMouseDevice* device = editMouse(i); device->isPresent() && device->getUnit().isGuess)
             return device;
     return nullptr;
 }

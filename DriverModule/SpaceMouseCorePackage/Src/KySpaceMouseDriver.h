@@ -16,7 +16,8 @@ class KySpaceMouseFinder;
 struct KySpaceMouseUnit;
 
 /// The driver of 3D mice, named "SpaceMouse": through the spacenav daemon where it runs, else from the units' own
-/// reports. Whatever is attached appears as a device, also later; units are looked for every few seconds. A unit that
+/// reports. Whatever is attached appears as a device, also later; units are looked for every few seconds. A daemon too
+/// old to tell what it has is used only while no unit is found otherwise. A unit that
 /// is pulled out leaves a device at rest for as long as somebody else holds a reference, and the unit plugged in again
 /// moves that device. Main thread.
 ///
@@ -41,10 +42,11 @@ public:
     explicit KySpaceMouseDriver(Finders finders);
     ~KySpaceMouseDriver() override;
 
-    /// Opens what is attached, and looks again from then on.
+    /// Opens what is attached, and looks again from then on. Waits for a daemon that does not answer, for a tenth of a
+    /// second at most; later looks never wait.
     void start() override;
-    /// The first attached unit that fits: the name is that of the device or empty, and of the parameters "DeviceType"
-    /// ("Joystick", as which these units count), "VendorID" and "ProductID" are heard. Null when there is none.
+    /// The name is that of the device or empty; parameters as KyDeviceManager::applyDeviceFilter takes them, these
+    /// units count as joysticks. A unit that no client holds goes first; null when none fits.
     const KyDevice* getDevice(const std::string& deviceName, const Parameters& parameters) override;
     /// Opens units that are new and drops devices whose unit is gone and that nobody holds.
     void lookAround();
@@ -69,12 +71,15 @@ private:
 
     bool look();
     void dropAbandoned();
+    void claimEntries();
     void askFinder(KySpaceMouseFinder& finder);
+    void tryGuesses();
+    void giveGuessUp();
     void take(KySpaceMouseFinder& finder, const KySpaceMouseUnit& unit);
-    KySpaceMouseDevice* makeDevice(const KySpaceMouseUnit& unit);
     KySpaceMouseDevice* editMouse(unsigned index);
     KySpaceMouseDevice* findOpen(const std::string& path);
     KySpaceMouseDevice* findAbandoned(const KySpaceMouseUnit& unit);
+    KySpaceMouseDevice* findGuess();
     bool hasOpen();
     float getTurnSpeed() const;
     void reportUnopened(const KySpaceMouseUnit& unit);
@@ -84,5 +89,7 @@ private:
     KySpaceMouseFinder* mUsedFinder = nullptr;
     std::vector<std::string> mUnopenedPaths;
     Look mLook{*this};
+    /// To the manager's devicesChangedSignal().
+    KyConnection mChanges;
     Clock::time_point mNextLook;
 };

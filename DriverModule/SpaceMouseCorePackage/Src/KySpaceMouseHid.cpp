@@ -2,7 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "KySpaceMouseHid_p.h"
 
-#include "KyDeviceManager.h"
+#include "KySpaceMouseProducts_p.h"
+
 #include "KyHidDetection.h"
 
 #include <hidapi.h>
@@ -14,10 +15,6 @@ namespace {
 
 constexpr std::uint16_t cGenericDesktopPage = 1;
 constexpr std::uint16_t cMultiAxisUsage = 8;
-
-/// 3D mice that were sold under another maker's number, beside much that is none.
-constexpr std::array<std::uint16_t, 12> cLogitechProducts{0xC603, 0xC605, 0xC606, 0xC621, 0xC623, 0xC625,
-                                                          0xC626, 0xC627, 0xC628, 0xC629, 0xC62B, 0xC640};
 
 /// Models with two buttons; all larger ones number theirs with gaps.
 constexpr std::array<std::uint16_t, 6> cTwoButtonProducts{0xC626, 0xC628, 0xC62E, 0xC62F, 0xC635, 0xC636};
@@ -68,12 +65,8 @@ private:
 } // namespace
 
 bool KySpaceMouseHid::isSpaceMouse(const KyHidRecord& record) {
-    if (record.usagePage != cGenericDesktopPage || record.usage != cMultiAxisUsage)
-        return false;
-    if (record.vendorId == KyDeviceManager::c3DconnexionVendorID)
-        return true;
-    return record.vendorId == KyDeviceManager::cLogitechVendorID &&
-           std::ranges::find(cLogitechProducts, record.productId) != cLogitechProducts.end();
+    return record.usagePage == cGenericDesktopPage && record.usage == cMultiAxisUsage &&
+           KySpaceMouseProducts::have(record.vendorId, record.productId);
 }
 
 std::vector<KySpaceMouseUnit> KySpaceMouseHid::find() {

@@ -6,10 +6,13 @@
 
 #include "KyDeviceManager.h"
 
+#include "KyException.h"
 #include "KyLibraryEntry.h"
 #include "KyModuleManager.h"
 
 #include <memory>
+#include <string>
+#include <utility>
 
 namespace {
 
@@ -17,6 +20,16 @@ constexpr const char* cModuleName = "KySpaceMouseDriver/KySpaceMouseDriver";
 constexpr const char* cPrerequisites[] = {"KyApplication/KyApplication"};
 
 std::unique_ptr<KySpaceMouseDriver> gDriver;
+/// False in a second copy of this library: the module is the first one's.
+bool gIsRegistered = false;
+
+void registerModule() {
+    gIsRegistered = KyModuleManager::get().registerModule(
+        cModuleName, cPrerequisites, 1, &KySpaceMouseModule::initialize, &KySpaceMouseModule::finalize);
+    if (!gIsRegistered)
+        KyException::create(std::string("KySpaceMouseModule::onLoad(): another copy of the driver \"") + cModuleName +
+                            "\" is loaded already, this one stays unused.");
+}
 
 } // namespace
 
@@ -34,8 +47,8 @@ void KySpaceMouseModule::finalize() {
 
 bool KySpaceMouseModule::onLoad(std::intptr_t, unsigned reason, void* reserved) {
     if (reason == KyLibraryEntry::eProcessAttach)
-        KyModuleManager::get().registerModule(cModuleName, cPrerequisites, 1, &initialize, &finalize);
-    else if (reason == KyLibraryEntry::eProcessDetach && !reserved)
+        registerModule();
+    else if (reason == KyLibraryEntry::eProcessDetach && !reserved && std::exchange(gIsRegistered, false))
         KyModuleManager::get().unregisterModule(cModuleName);
     return true;
 }

@@ -12,6 +12,6 @@ public:
 
     static void initialize();
     static void finalize();
-    /// What the loader tells: see KyLibraryEntry. Always true.
+    /// What the loader tells: see KyLibraryEntry. A second copy of the library is reported and stays out. Always true.
     static bool onLoad(std::intptr_t handle, unsigned reason, void* reserved);
 };

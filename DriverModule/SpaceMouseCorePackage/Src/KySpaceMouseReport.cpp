@@ -23,7 +23,8 @@ bool applyTriples(unsigned first, std::span<const std::uint8_t> bytes, KySpaceMo
     if (bytes.size() < cNbTripleBytes)
         return false;
     state.setAxes(first, readTriple(bytes), cFullCount);
-    if (first == KySpaceMouseState::eX && bytes.size() >= 2 * cNbTripleBytes)
+    state.turnsApart = state.turnsApart || first == KySpaceMouseState::eRX;
+    if (!state.turnsApart && bytes.size() >= 2 * cNbTripleBytes)
         state.setAxes(KySpaceMouseState::eRX, readTriple(bytes.subspan(cNbTripleBytes)), cFullCount);
     return true;
 }

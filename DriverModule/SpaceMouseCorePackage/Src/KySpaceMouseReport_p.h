@@ -18,6 +18,8 @@ struct KySpaceMouseState {
     std::uint32_t buttons = 0;
     /// One bit for each button that went down since this was last cleared, so that a short press is not lost.
     std::uint32_t pressed = 0;
+    /// The unit tells the turn in reports of its own: what follows the displacement is padding, not a turn.
+    bool turnsApart = false;
 
     /// Counts along and about the axes; beyond `fullCount` reads as the end.
     void setAxes(unsigned first, const std::array<int, 3>& counts, int fullCount);
@@ -27,7 +29,8 @@ struct KySpaceMouseState {
 };
 
 /// The reports in which 3D mice tell their state over HID: 1 the displacement, in some models with the turn, 2 the
-/// turn, 3 the buttons.
+/// turn, 3 the buttons. Some systems pad every report to the length of the longest: from the first report 2 on, what
+/// follows the displacement is not read.
 class KySpaceMouseReport {
 public:
     KySpaceMouseReport() = delete;

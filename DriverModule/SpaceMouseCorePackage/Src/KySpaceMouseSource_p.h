@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,11 +20,13 @@ struct KySpaceMouseUnit {
     std::uint16_t vendorId = 0;
     std::uint16_t productId = 0;
     unsigned nbButtons = 2;
+    /// Nobody told that it is there, nor what it is.
+    bool isGuess = false;
 
-    /// Whether this is that unit plugged in again.
+    /// Whether that unit may be this one plugged in again, or found for certain.
     bool isSameAs(const KySpaceMouseUnit& other) const {
-        return vendorId == other.vendorId && productId == other.productId &&
-               (serial == other.serial || serial.empty() || other.serial.empty());
+        return isGuess || (vendorId == other.vendorId && productId == other.productId &&
+                           (serial == other.serial || serial.empty() || other.serial.empty()));
     }
 };
 
@@ -47,8 +50,14 @@ public:
     KySpaceMouseFinder& operator=(const KySpaceMouseFinder&) = delete;
     virtual ~KySpaceMouseFinder() = default;
 
-    /// The units that are attached now.
+    /// The driver starts, and asks at once: who answers late may be waited for here, for a tenth of a second at most.
+    virtual void start() {}
+    /// The units that are attached now. Runs in the frame: what is not known yet is found the next time.
     virtual std::vector<KySpaceMouseUnit> find() = 0;
-    /// One of those found last; null when it can not be opened.
+    /// After find(): a unit that may be there, which is worth a try where no way finds any.
+    virtual std::optional<KySpaceMouseUnit> guess() { return std::nullopt; }
+    /// One of those found last, or the guess; null when it can not be opened.
     virtual std::unique_ptr<KySpaceMouseSource> open(const KySpaceMouseUnit& unit) = 0;
+    /// Another way is used: what was found and not opened is let go.
+    virtual void forget() {}
 };

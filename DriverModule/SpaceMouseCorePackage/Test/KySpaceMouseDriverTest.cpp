@@ -6,7 +6,9 @@
 #include "KyDeviceManager.h"
 #include "KyException.h"
 #include "KyHidDetection.h"
+#include "KyLibraryEntry.h"
 #include "KyMainTaskManager.h"
+#include "KyModuleManager.h"
 #include "KySpaceMouseDevice_p.h"
 #include "KySpaceMouseModule_p.h"
 
@@ -23,6 +25,7 @@ using Report = std::vector<std::uint8_t>;
 struct FakeBus {
     std::vector<KySpaceMouseUnit> units;
     std::map<std::string, std::deque<Report>> reports;
+    std::optional<KySpaceMouseUnit> guess;
     bool refuses = false;
     int nbFinds = 0;
 
@@ -30,7 +33,8 @@ struct FakeBus {
         units.push_back({"Mouse " + path, path, serial, 0x256F, product, 2});
     }
     bool has(const std::string& path) const {
-        return std::ranges::any_of(units, [&path](const auto& unit) { return unit.path == path; });
+        return (guess && guess->path == path) ||
+               std::ranges::any_of(units, [&path](const auto& unit) { return unit.path == path; });
     }
 };
 
@@ -58,6 +62,7 @@ public:
         ++mBus.nbFinds;
         return mBus.units;
     }
+    std::optional<KySpaceMouseUnit> guess() override { return mBus.guess; }
     std::unique_ptr<KySpaceMouseSource> open(const KySpaceMouseUnit& unit) override {
         return mBus.refuses ? nullptr : std::make_unique<FakeSource>(mBus, unit.path);
     }
@@ -176,8 +181,101 @@ TEST_F(KySpaceMouseDriverTest, EndsADeviceThatNobodyHoldsWithItsUnit) {
     EXPECT_EQ(KyDeviceManager::get()->getDeviceInfoVector()[0].device, nullptr);
 }
 
-TEST_F(KySpaceMouseDriverTest, GivesTheFirstUnitThatFits) {
+TEST_F(KySpaceMouseDriverTest, TellsOfADeviceThatIsReadyAndMayBeEndedAtOnce) {
+    KyDeviceManager& manager = *KyDeviceManager::get();
+    int nbTold = 0;
+    manager.devicesChangedSignal().connect([&] {
+        const KyDevice* mouse = nbTold++ == 0 ? manager.getDevice("SpaceMouse", "") : nullptr;
+        ASSERT_EQ(mouse != nullptr, nbTold == 1);
+        EXPECT_EQ(manager.getDeviceInfo(mouse), mouse ? manager.getDeviceInfoVector().data() : nullptr);
+        if (mouse)
+            manager.editDevice(0)->destroy();
+    });
+    mBus.plug("a", "");
+    manager.initialize();
+    EXPECT_EQ(nbTold, 2);
+    EXPECT_EQ(mDriver->getNbDevices(), 0U);
+}
+
+TEST_F(KySpaceMouseDriverTest, BearsThatOneDeviceTakesAnotherAlong) {
+    KyDeviceManager& manager = *KyDeviceManager::get();
+    mBus.plug("a", "1");
+    mBus.plug("b", "2");
+    manager.initialize();
+    manager.devicesChangedSignal().connect([&] {
+        if (manager.getNbDevices() > 0)
+            manager.editDevice(0)->destroy();
+    });
+    mBus.units.clear();
+    frame();
+    frame();
+    EXPECT_EQ(manager.getNbDevices(), 0U);
+}
+
+TEST_F(KySpaceMouseDriverTest, RestsADisabledDeviceWhoseUnitIsPulledOut) {
+    const KyDevice* mouse = start("a");
+    send("a", {1, 0x5E, 1, 0, 0, 0, 0});
+    mDriver->editDevice(0)->setEnabled(false);
+    mBus.units.clear();
+    frame();
+    EXPECT_EQ(mouse->getAxis(0).getValue(), 0.0F);
+    EXPECT_EQ(mDriver->getDevice("", {}), nullptr) << "nothing is attached";
+}
+
+TEST_F(KySpaceMouseDriverTest, EntersUnitsThatAreListedLater) {
+    static const char* lastPath = "b";
+    KyDeviceManager& manager = *KyDeviceManager::get();
     start("a");
+    mBus.plug("b", "");
+    mDriver->lookAround();
+    KyHidDetection::setSource([] {
+        return std::vector<KyHidRecord>{{"", "", 0x256F, 0xC626, 1, 8, "a", ""},
+                                        {"", "", 0x256F, 0xC626, 1, 8, lastPath, ""}};
+    });
+    const auto lists = [&manager](const KyDevice* device) {
+        const auto& info = manager.getDeviceInfoVector().back();
+        return info.path == lastPath && info.device == device;
+    };
+    const KyDevice* const mouse = manager.getDevice("SpaceMouse", "");
+    EXPECT_TRUE(manager.rescanDevices());
+    EXPECT_TRUE(lists(mouse));
+    mBus.units.pop_back();
+    frame();
+    mBus.plug("c", "");
+    mDriver->lookAround();
+    lastPath = "c";
+    manager.rescanDevices();
+    EXPECT_TRUE(lists(mouse)) << "plugged in elsewhere";
+}
+
+TEST_F(KySpaceMouseDriverTest, AGuessClaimsNoEntryAndGivesWayToAUnitThatIsFound) {
+    KyDeviceManager& manager = *KyDeviceManager::get();
+    manager.editDeviceInfoVector().push_back({});
+    mBus.guess = KySpaceMouseUnit{"SpaceMouse", "", "", 0, 0, 2, true};
+    manager.initialize();
+    const KyDevice* const mouse = manager.getDevice("SpaceMouse", "");
+    ASSERT_TRUE(mouse);
+    EXPECT_EQ(manager.getDeviceInfo(mouse), nullptr);
+    mSecondBus.plug("raw", "");
+    mDriver->lookAround();
+    EXPECT_EQ(mDriver->getNbDevices(), 1U) << "the unit would be there twice";
+    mSecondBus.reports["raw"].push_back({1, 0x5E, 1, 0, 0, 0, 0});
+    frame();
+    EXPECT_EQ(mouse->getAxis(0).getValue(), 1.0F);
+    manager.initialize();
+    EXPECT_EQ(mDriver->editDevice(0)->getName(), "Mouse raw") << "not even tried";
+}
+
+TEST_F(KySpaceMouseDriverTest, GivesFreeUnitsFirstAndThenSharesThem) {
+    const KyDevice* const first = start("a");
+    mBus.plug("b", "");
+    mDriver->lookAround();
+    EXPECT_NE(mDriver->getDevice("", {}), first);
+    EXPECT_EQ(mDriver->getDevice("", {}), first);
+}
+
+TEST_F(KySpaceMouseDriverTest, GivesTheFirstUnitThatFits) {
+    mDriver->releaseDevice(start("a"));
     mBus.plug("b", "", 0xC635);
     mDriver->lookAround();
     const struct {
@@ -194,10 +292,13 @@ TEST_F(KySpaceMouseDriverTest, GivesTheFirstUnitThatFits) {
         {"", {{"VendorID", KyField(1)}, {"VendorID", KyField(0x256F)}, {"Colour", KyField(3)}}, "Mouse a"},
         {"", {{"DeviceType", KyField("Mouse")}}, ""},
         {"", {{"DeviceType", KyField("Joystick")}}, "Mouse a"},
+        {"", {{"DeviceType", KyField("Keyboard")}}, "Mouse a"},
+        {"", {{"DeviceType", KyField("Mouse")}, {"DeviceType", KyField("Keyboard")}}, ""},
     };
     for (const auto& [name, parameters, found] : cases) {
         const KyDevice* device = mDriver->getDevice(name, parameters);
         EXPECT_EQ(device ? device->getName() : "", found) << name;
+        mDriver->releaseDevice(device);
     }
 }
 
@@ -225,6 +326,22 @@ TEST_F(KySpaceMouseDriverTest, ReportsAUnitThatItMayNotOpenOnce) {
     mDriver->lookAround();
     KyException::setReportHandler(before);
     EXPECT_EQ(nbReports, 1);
+}
+
+TEST_F(KySpaceMouseDriverTest, ASecondCopyOfTheModuleIsReportedAndLeavesTheFirstAlone) {
+    constexpr const char* cName = "KySpaceMouseDriver/KySpaceMouseDriver";
+    static int nbReports = 0;
+    KyModuleManager& modules = KyModuleManager::get();
+    ASSERT_TRUE(modules.registerModule(cName, nullptr, 0, nullptr, nullptr)) << "the first copy";
+    const auto before = KyException::setReportHandler([](const std::string&) { ++nbReports; });
+    KySpaceMouseModule::onLoad(0, KyLibraryEntry::eProcessAttach, nullptr);
+    KyException::setReportHandler(before);
+    EXPECT_EQ(nbReports, 1);
+    KySpaceMouseModule::onLoad(0, KyLibraryEntry::eProcessDetach, nullptr);
+    EXPECT_TRUE(modules.unregisterModule(cName));
+    KySpaceMouseModule::onLoad(0, KyLibraryEntry::eProcessAttach, nullptr);
+    KySpaceMouseModule::onLoad(0, KyLibraryEntry::eProcessDetach, nullptr);
+    EXPECT_FALSE(modules.isRegistered(cName));
 }
 
 TEST_F(KySpaceMouseDriverTest, ComesAndGoesWithItsModule) {

@@ -4,6 +4,7 @@
 #include "KyDeviceDriver.h"
 #include "KyDeviceManager.h"
 
+#include "KyException.h"
 #include "KyLibraryEntry.h"
 #include "KyModuleManager.h"
 
@@ -57,8 +58,8 @@ public:
         KyDevice* wheel = editDevice(0);
         if (!wheel)
             wheel = new Wheel(getConfigurationFields().get("Path")->getText());
-        registerDevice(wheel, false); // a reference for this client
-        return wheel;
+        registerDevice(wheel, false); // a reference for this client; a new wheel is whole by now
+        return editDevice(0);
     }
 };
 
@@ -76,10 +77,14 @@ void finalise() {
 
 bool onLoad(std::intptr_t, unsigned reason, void* reserved) {
     static const char* const cNeeded[] = {"KyApplication/KyApplication"};
-    if (reason == KyLibraryEntry::eProcessAttach)
-        KyModuleManager::get().registerModule("Wheel/Wheel", cNeeded, 1, &initialise, &finalise);
-    else if (reason == KyLibraryEntry::eProcessDetach && !reserved)
-        KyModuleManager::get().unregisterModule("Wheel/Wheel");
+    static bool isRegistered = false;
+    if (reason == KyLibraryEntry::eProcessAttach) {
+        isRegistered = KyModuleManager::get().registerModule("Wheel/Wheel", cNeeded, 1, &initialise, &finalise);
+        if (!isRegistered)
+            KyException::create("The driver \"Wheel/Wheel\" is loaded already: this copy stays unused.");
+    } else if (reason == KyLibraryEntry::eProcessDetach && !reserved && isRegistered) {
+        KyModuleManager::get().unregisterModule("Wheel/Wheel"); // not the other copy's
+    }
     return true;
 }
 

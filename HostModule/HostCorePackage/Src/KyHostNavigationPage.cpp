@@ -4,6 +4,7 @@
 
 #include "KyHostErrors.h"
 
+#include "KyQtText.h"
 #include "KySettings.h"
 
 #include <QCheckBox>
@@ -39,37 +40,59 @@ KyHostNavigationPage::KyHostNavigationPage(KyHostSettings& settings, std::functi
         layout->addRow(mInversions[i]);
     }
     KyHostNavigationPage::updateTranslations();
-    readSettings();
+    KyHostNavigationPage::reset();
 }
 
 bool KyHostNavigationPage::accept() {
-    for (std::size_t i = 0; i < mSpeeds.size(); ++i)
-        mSettings.setSpeed(i, mSpeeds[i]->value());
-    for (std::size_t i = 0; i < mInversions.size(); ++i)
-        mSettings.setInverted(i, mInversions[i]->isChecked());
-    if (mApplied)
-        mApplied();
-    if (mSettings.save())
+    setProblem(QString());
+    if (takeChanges()) {
+        mIsUnsaved = true;
+        if (mApplied)
+            mApplied();
+    }
+    if (!mIsUnsaved || mSettings.save()) {
+        mIsUnsaved = false;
         return true;
-    KyHostErrors::write("cannot write the settings '" + mSettings.getSettings()->getFilePath().toStdString() + "'");
+    }
+    const QString path = mSettings.getSettings()->getFilePath();
+    setProblem(tr("The settings cannot be saved in \"%1\".").arg(path));
+    KyHostErrors::write("cannot write the settings '" + path.toStdString() + "'");
     return false;
 }
 
-void KyHostNavigationPage::showEvent(QShowEvent* event) {
-    readSettings();
-    KyQSettingsEditor::showEvent(event);
+bool KyHostNavigationPage::takeChanges() {
+    bool isChanged = false;
+    for (std::size_t i = 0; i < mSpeeds.size(); ++i) {
+        if (mSpeeds[i]->value() == mShownSpeeds[i])
+            continue;
+        mSettings.setSpeed(i, mShownSpeeds[i] = mSpeeds[i]->value());
+        isChanged = true;
+    }
+    for (std::size_t i = 0; i < mInversions.size(); ++i) {
+        if (mInversions[i]->isChecked() == mShownInversions[i])
+            continue;
+        mSettings.setInverted(i, mShownInversions[i] = mInversions[i]->isChecked());
+        isChanged = true;
+    }
+    return isChanged;
 }
 
 void KyHostNavigationPage::updateTranslations() {
+    setGroupName(KyApplication::toKyString(tr("View")));
+    setItemName(KyApplication::toKyString(tr("Navigation")));
     for (std::size_t i = 0; i < mLabels.size(); ++i)
         mLabels[i]->setText(tr(KyHostSettings::getSpeeds()[i].label));
     for (std::size_t i = 0; i < mInversions.size(); ++i)
         mInversions[i]->setText(tr(KyHostSettings::getInversions()[i].label));
 }
 
-void KyHostNavigationPage::readSettings() {
-    for (std::size_t i = 0; i < mSpeeds.size(); ++i)
+void KyHostNavigationPage::reset() {
+    for (std::size_t i = 0; i < mSpeeds.size(); ++i) {
         mSpeeds[i]->setValue(mSettings.getSpeed(i));
-    for (std::size_t i = 0; i < mInversions.size(); ++i)
+        mShownSpeeds[i] = mSpeeds[i]->value();
+    }
+    for (std::size_t i = 0; i < mInversions.size(); ++i) {
         mInversions[i]->setChecked(mSettings.isInverted(i));
+        mShownInversions[i] = mInversions[i]->isChecked();
+    }
 }

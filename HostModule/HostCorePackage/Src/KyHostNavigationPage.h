@@ -18,22 +18,27 @@ class KyHostNavigationPage : public KyQSettingsEditor {
     Q_OBJECT
 
 public:
-    /// `applied` is called after the settings have taken what the page shows. The settings outlive the page.
+    /// `applied` is called after the settings have taken what was changed on the page. The settings outlive the page.
     KyHostNavigationPage(KyHostSettings& settings, std::function<void()> applied);
 
-    /// True when it was saved; the values hold in any case.
+    /// Takes over what was changed on the page and nothing else. True when all is saved; the values hold in any case.
     bool accept() override;
+    void reset() override;
 
 protected:
-    void showEvent(QShowEvent* event) override;
     void updateTranslations() override;
 
 private:
-    void readSettings();
+    /// True when anything was changed on the page.
+    bool takeChanges();
 
     KyHostSettings& mSettings;
     std::function<void()> mApplied;
     std::array<QLabel*, KyHostSettings::cNbSpeeds> mLabels{};
     std::array<QDoubleSpinBox*, KyHostSettings::cNbSpeeds> mSpeeds{};
     std::array<QCheckBox*, KyHostSettings::cNbInversions> mInversions{};
+    /// What the page showed before a hand touched it, as its widgets round it.
+    std::array<double, KyHostSettings::cNbSpeeds> mShownSpeeds{};
+    std::array<bool, KyHostSettings::cNbInversions> mShownInversions{};
+    bool mIsUnsaved = false;
 };

@@ -80,9 +80,7 @@ bool KyHostScripts::runAgain() {
         return false;
     const Windows former = getWindows();
     std::unique_ptr<KyHostDrawing> formerDrawing = std::move(mDrawing);
-    KyScriptEngine& engine = KyScriptEngine::get();
-    engine.resetLuaState();
-    KyLuaBinder::bind();
+    resetState();
     mStage.beginScene();
     prepareState();
     if (runItems()) {
@@ -94,8 +92,7 @@ bool KyHostScripts::runAgain() {
     std::erase_if(made, [&former](const auto& window) { return std::ranges::count(former, window) > 0; });
     endWindows(made);
     // What the failed scripts left must not go on either.
-    engine.resetLuaState();
-    KyLuaBinder::bind();
+    resetState();
     mStage.dropScene();
     mDrawing = std::move(formerDrawing);
     prepareState();
@@ -110,6 +107,12 @@ bool KyHostScripts::isModel(const std::string& path) {
 
 bool KyHostScripts::isDrawing(const std::string& path) {
     return getExtension(path) == "svg";
+}
+
+void KyHostScripts::resetState() {
+    KyDeviceManagerObject::get()->releaseAllDevices();
+    KyScriptEngine::get().resetLuaState();
+    KyLuaBinder::bind();
 }
 
 void KyHostScripts::prepareState() {

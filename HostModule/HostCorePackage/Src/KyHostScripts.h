@@ -36,6 +36,8 @@ public:
     static bool isDrawing(const std::string& path);
 
 private:
+    /// What scripts hold goes.
+    void resetState();
     void prepareState();
     bool runItems();
     bool runItem(const KyHostOptions::Item& item);

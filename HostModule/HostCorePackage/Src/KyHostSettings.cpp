@@ -74,11 +74,13 @@ void KyHostSettings::updateDataFromSettings() {
 
 void KyHostSettings::setSpeed(std::size_t index, double value) {
     mSpeeds[index] = std::clamp(value, cSlowest, cFastest);
+    mChangedSpeeds.set(index);
     editSettings()->setAttribute(cPath, getSpeeds()[index].name, mSpeeds[index]);
 }
 
 void KyHostSettings::setInverted(std::size_t index, bool isInverted) {
     mInversions[index] = isInverted;
+    mChangedInversions.set(index);
     editSettings()->setAttribute(cPath, getInversions()[index].name, isInverted);
 }
 
@@ -91,4 +93,15 @@ void KyHostSettings::applyTo(KyTrackballManipulator& trackball) const {
         (trackball.*getSpeeds()[i].set)(mSpeeds[i]);
     for (std::size_t i = 0; i < cNbInversions; ++i)
         (trackball.*getInversions()[i].set)(mInversions[i]);
+}
+
+void KyHostSettings::applyChangesTo(KyTrackballManipulator& trackball) {
+    for (std::size_t i = 0; i < cNbSpeeds; ++i)
+        if (mChangedSpeeds[i])
+            (trackball.*getSpeeds()[i].set)(mSpeeds[i]);
+    for (std::size_t i = 0; i < cNbInversions; ++i)
+        if (mChangedInversions[i])
+            (trackball.*getInversions()[i].set)(mInversions[i]);
+    mChangedSpeeds.reset();
+    mChangedInversions.reset();
 }

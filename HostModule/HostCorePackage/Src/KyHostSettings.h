@@ -7,6 +7,7 @@
 #include <QString>
 
 #include <array>
+#include <bitset>
 #include <cstddef>
 
 class KyTrackballManipulator;
@@ -53,8 +54,12 @@ public:
     bool save();
 
     void applyTo(KyTrackballManipulator& trackball) const;
+    /// Applies only what was set since the last call, so that what scripts have set otherwise stays.
+    void applyChangesTo(KyTrackballManipulator& trackball);
 
 private:
     std::array<double, cNbSpeeds> mSpeeds;
     std::array<bool, cNbInversions> mInversions;
+    std::bitset<cNbSpeeds> mChangedSpeeds;
+    std::bitset<cNbInversions> mChangedInversions;
 };

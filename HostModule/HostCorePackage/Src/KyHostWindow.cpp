@@ -88,7 +88,7 @@ bool KyHostWindow::savePicture(const std::string& path, std::string& error) {
 
 void KyHostWindow::setSettings(KyHostSettings& settings) {
     mNavigationPage = std::make_unique<KyHostNavigationPage>(
-        settings, [this, &settings] { settings.applyTo(mStage.getTrackball()); });
+        settings, [this, &settings] { settings.applyChangesTo(mStage.getTrackball()); });
 }
 
 void KyHostWindow::openSettings() {

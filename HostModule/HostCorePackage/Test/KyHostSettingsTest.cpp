@@ -41,6 +41,54 @@ TEST_F(KyHostSettingsTest, WhatThePageAcceptsHoldsNowAndInTheNextRun) {
     EXPECT_EQ(panSpeed, trackball.getPanSpeed());
 }
 
+TEST_F(KyHostSettingsTest, WhatNobodyTouchedStays) {
+    KyTrackballManipulator& trackball = mStage.getTrackball();
+    KyHostSettings settings(mPath);
+    settings.setSpeed(0, 1.23456);
+    settings.applyChangesTo(trackball);
+    KyHostNavigationPage page(settings, [&] { settings.applyChangesTo(trackball); });
+    EXPECT_TRUE(page.accept());
+    EXPECT_FALSE(QFile::exists(mPath));
+    trackball.setPanSpeed(7.0);
+    page.findChild<QDoubleSpinBox*>("zoomSpeed")->setValue(3.0);
+    EXPECT_TRUE(page.accept());
+    EXPECT_EQ(1.23456, settings.getSpeed(0));
+    EXPECT_EQ(7.0, trackball.getPanSpeed());
+    EXPECT_EQ(3.0, trackball.getZoomSpeed());
+    EXPECT_EQ("", settings.getSettings()->getAttribute("View/Navigation", "panSpeed"));
+}
+
+TEST_F(KyHostSettingsTest, AProblemIsToldUntilItIsSaved) {
+    QFile file(mFolder.filePath("new"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << "in the place of the folder";
+    KyHostSettings settings(mPath);
+    KyHostNavigationPage page(settings, nullptr);
+    page.findChild<QDoubleSpinBox*>("zoomSpeed")->setValue(3.0);
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_FALSE(page.accept());
+        EXPECT_TRUE(page.getProblem().contains(mPath));
+    }
+    ASSERT_TRUE(file.remove());
+    EXPECT_TRUE(page.accept() && page.getProblem().isEmpty() && QFile::exists(mPath));
+}
+
+TEST_F(KyHostSettingsTest, CancelledEditsAreForgottenAndTextsFollowTheLanguage) {
+    KyHostSettings settings(mPath);
+    KyHostNavigationPage page(settings, nullptr);
+    auto* const speed = page.findChild<QDoubleSpinBox*>("zoomSpeed");
+    const double before = speed->value();
+    speed->setValue(before + 1.0);
+    page.hide();
+    page.show();
+    EXPECT_EQ(before + 1.0, speed->value());
+    page.reset();
+    EXPECT_EQ(before, speed->value());
+    page.setGroupName("other");
+    QEvent event(QEvent::LanguageChange);
+    QCoreApplication::sendEvent(&page, &event);
+    EXPECT_EQ("View", page.getGroupName());
+}
+
 TEST_F(KyHostSettingsTest, ValuesThatMakeNoSenseAreTheTrackballsOwn) {
     for (const char* value : {"0", "-3", "1e999", "nan", "", "fast"}) {
         KyHostSettings written(mPath);
