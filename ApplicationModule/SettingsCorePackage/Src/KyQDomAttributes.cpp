@@ -2,13 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "KyQDomDocument.h"
 
-#include "KyQtText.h"
-
 #include <algorithm>
 #include <array>
-
-using KyApplication::toKyString;
-using KyApplication::toQString;
 
 namespace {
 
@@ -39,6 +34,12 @@ bool parseColor(const QString& text, KyColor& color) {
     return true;
 }
 
+/// A character in front keeps Qt from taking a byte-order mark out of the text.
+QString fromUtf8(const std::string& text) {
+    const std::string guarded = ' ' + text;
+    return QString::fromUtf8(guarded.data(), static_cast<int>(guarded.size())).mid(1);
+}
+
 } // namespace
 
 QString KyQDomDocument::getAttribute(const QDomElement& element, const QString& name, const QString& defaultValue) {
@@ -47,6 +48,10 @@ QString KyQDomDocument::getAttribute(const QDomElement& element, const QString& 
 
 QString KyQDomDocument::getAttribute(const QDomElement& element, const QString& name, const char* defaultValue) {
     return getAttribute(element, name, QString::fromUtf8(defaultValue));
+}
+
+QString KyQDomDocument::getAttribute(const QDomElement& element, const QString& name, QLatin1String defaultValue) {
+    return getAttribute(element, name, QString(defaultValue));
 }
 
 int KyQDomDocument::getAttribute(const QDomElement& element, const QString& name, int defaultValue) {
@@ -65,8 +70,8 @@ double KyQDomDocument::getAttribute(const QDomElement& element, const QString& n
     return read(element, name, defaultValue, [](const QString& text) { return text.toDouble(); });
 }
 
-bool KyQDomDocument::getAttribute(const QDomElement& element, const QString& name, bool defaultValue) {
-    return read(element, name, defaultValue, [](const QString& text) { return text == toQString(true); });
+bool KyQDomDocument::getBool(const QDomElement& element, const QString& name, bool defaultValue) {
+    return read(element, name, defaultValue, [](const QString& text) { return text == QLatin1String("true"); });
 }
 
 KyColor KyQDomDocument::getAttribute(const QDomElement& element, const QString& name, const KyColor& defaultValue) {
@@ -76,9 +81,13 @@ KyColor KyQDomDocument::getAttribute(const QDomElement& element, const QString& 
     });
 }
 
+KyColor KyQDomDocument::getAttribute(const QDomElement& element, const QString& name, KyColor::Name defaultValue) {
+    return getAttribute(element, name, KyColor(defaultValue));
+}
+
 KyField KyQDomDocument::getAttribute(const QDomElement& element, const QString& name, const KyField& defaultValue) {
     return read(element, name, defaultValue, [field = defaultValue](const QString& text) mutable {
-        field.fromString(toKyString(text));
+        field.fromString(text.toUtf8().toStdString());
         return field;
     });
 }
@@ -103,8 +112,8 @@ void KyQDomDocument::setAttribute(QDomElement element, const QString& name, doub
     setAttribute(element, name, QString::number(value, 'f', cNumberDigits));
 }
 
-void KyQDomDocument::setAttribute(QDomElement element, const QString& name, bool value) {
-    setAttribute(element, name, toQString(value));
+void KyQDomDocument::setAttribute(QDomElement element, const QString& name, QLatin1String value) {
+    setAttribute(element, name, QString(value));
 }
 
 void KyQDomDocument::setAttribute(QDomElement element, const QString& name, const KyColor& value) {
@@ -114,8 +123,12 @@ void KyQDomDocument::setAttribute(QDomElement element, const QString& name, cons
     setAttribute(element, name, parts.join(QLatin1Char(';')));
 }
 
+void KyQDomDocument::setAttribute(QDomElement element, const QString& name, KyColor::Name value) {
+    setAttribute(element, name, KyColor(value));
+}
+
 void KyQDomDocument::setAttribute(QDomElement element, const QString& name, const KyField& value) {
-    setAttribute(element, name, toQString(value.toString(cFieldPrecision)));
+    setAttribute(element, name, fromUtf8(value.toString(cFieldPrecision)));
 }
 
 QString KyQDomDocument::getAttribute(const QString& path, const QString& name) const {

@@ -13,10 +13,13 @@
 #include <QFileInfo>
 #include <QRegularExpression>
 #include <QSaveFile>
+#include <QTextCodec>
 
 namespace {
 
 constexpr int cIndentation = 4;
+constexpr int cDeclarationSize = 256;
+constexpr int cMaxLinks = 40;
 
 /// What a parser says about a bad text.
 struct ParseError {
@@ -25,23 +28,36 @@ struct ParseError {
     int column = 0;
 };
 
-bool isParsable(const QByteArray& bytes, ParseError& error) {
-    const auto place = KyXmlNesting::findExcess(bytes, KyQDomDocument::cMaxDepth);
-    if (place)
-        error = {QStringLiteral("declares an entity, or elements lie too deep in each other"), place->line,
-                 place->column};
-    return !place;
+const QRegularExpression& getEncodingPattern() {
+    static const QRegularExpression cPattern(QStringLiteral("encoding\\s*=\\s*[\"']([^\"']*)[\"']"));
+    return cPattern;
 }
 
-/// Of bytes, which name their encoding, or of a text.
-template <class Text>
-bool parse(const Text& text, const QByteArray& bytes, QDomDocument& document, ParseError& error) {
-    return isParsable(bytes, error) && document.setContent(text, &error.text, &error.line, &error.column);
+/// By the declaration of the text, which lies in its first bytes as ASCII.
+QTextCodec* findDeclaredCodec(const QByteArray& bytes) {
+    const QByteArray start = bytes.left(cDeclarationSize);
+    const QString declaration = QString::fromLatin1(start.left(start.indexOf("?>")));
+    if (!declaration.trimmed().startsWith(QLatin1String("<?xml")))
+        return nullptr;
+    return QTextCodec::codecForName(getEncodingPattern().match(declaration).captured(1).toLatin1());
+}
+
+/// By the byte-order mark, else by the declaration, else from UTF-8.
+QString decode(const QByteArray& bytes) {
+    QTextCodec* codec = QTextCodec::codecForUtfText(bytes, findDeclaredCodec(bytes));
+    return codec ? codec->toUnicode(bytes) : QString::fromUtf8(bytes);
+}
+
+bool parse(const QString& text, QDomDocument& document, ParseError& error) {
+    const auto fault = KyXmlNesting::findFault(text, KyQDomDocument::cMaxDepth);
+    if (fault)
+        error = {fault->text, fault->line, fault->column};
+    return !fault && document.setContent(text, &error.text, &error.line, &error.column);
 }
 
 bool parse(const QByteArray& bytes, QDomDocument& document) {
     ParseError error;
-    return parse(bytes, bytes, document, error);
+    return parse(decode(bytes), document, error);
 }
 
 /// Documents are written as UTF-8, whatever they were read as.
@@ -49,14 +65,15 @@ void setEncoding(QDomDocument& document) {
     QDomProcessingInstruction declaration = document.firstChild().toProcessingInstruction();
     if (declaration.isNull() || declaration.target() != QLatin1String("xml"))
         return;
-    static const QRegularExpression cEncoding(QStringLiteral("encoding\\s*=\\s*(\"[^\"]*\"|'[^']*')"));
-    declaration.setData(declaration.data().replace(cEncoding, QStringLiteral("encoding=\"UTF-8\"")));
+    declaration.setData(declaration.data().replace(getEncodingPattern(), QStringLiteral("encoding=\"UTF-8\"")));
 }
 
-/// The file that a path leads to, through all links, or the path itself where none is yet.
+/// The file that a path leads to, through all links, whether it is there or not; empty for links in a circle.
 QString findTarget(const QString& path) {
-    const QString target = QFileInfo(path).canonicalFilePath();
-    return target.isEmpty() ? path : target;
+    QString target = path;
+    for (int i = 0; i < cMaxLinks && QFileInfo(target).isSymLink(); ++i)
+        target = QFileInfo(target).symLinkTarget();
+    return QFileInfo(target).isSymLink() ? QString() : target;
 }
 
 bool writeFile(const QString& path, const QByteArray& bytes) {
@@ -75,8 +92,7 @@ bool writeFile(const QString& path, const QByteArray& bytes) {
 
 KyQDomDocument::KyQDomDocument(const QString& filePath)
     : mFilePath(filePath)
-    , mIsOpened(false)
-    , mIsUnreadable(false) {}
+    , mIsOpened(false) {}
 
 KyQDomDocument::~KyQDomDocument() = default;
 
@@ -85,8 +101,6 @@ QString KyQDomDocument::getRootElementTagName() const {
 }
 
 void KyQDomDocument::setFilePath(const QString& filePath) {
-    if (filePath != mFilePath)
-        mIsUnreadable = false;
     mFilePath = filePath;
 }
 
@@ -110,14 +124,17 @@ bool KyQDomDocument::open() {
     if (mFilePath.isEmpty() || !QFileInfo(mFilePath).isFile() || !file.open(QIODevice::ReadOnly))
         return take(parsed, false);
     const bool isParsed = parse(file.readAll(), parsed);
-    mIsUnreadable = !isParsed;
+    if (isParsed)
+        mUnreadable.remove(mFilePath);
+    else
+        mUnreadable.insert(mFilePath);
     return take(parsed, isParsed);
 }
 
 bool KyQDomDocument::load(const QString& text) {
     ParseError error;
     QDomDocument parsed;
-    if (take(parsed, parse(text, text.toUtf8(), parsed, error)))
+    if (take(parsed, parse(text, parsed, error)))
         return true;
     KyException::create("XML parse error at (Ln " + std::to_string(error.line) + " Col " +
                         std::to_string(error.column) + "): \n" + KyApplication::toKyString(error.text));
@@ -135,9 +152,10 @@ bool KyQDomDocument::save() {
     QDomDocument readAgain;
     if (!documentElement().isNull() && !parse(bytes, readAgain))
         return false;
-    if (!keepUnreadable() || !writeFile(findTarget(mFilePath), bytes))
+    const QString target = findTarget(mFilePath);
+    if (target.isEmpty() || !keepUnreadable() || !writeFile(target, bytes))
         return false;
-    mIsUnreadable = false;
+    mUnreadable.remove(mFilePath);
     return true;
 }
 
@@ -145,7 +163,6 @@ void KyQDomDocument::close() {
     clear();
     mFilePath = QString();
     mIsOpened = false;
-    mIsUnreadable = false;
 }
 
 /// Takes the parsed document over, or is empty.
@@ -159,6 +176,6 @@ bool KyQDomDocument::take(const QDomDocument& parsed, bool isParsed) {
 
 /// A file that could not be parsed is somebody's work all the same.
 bool KyQDomDocument::keepUnreadable() {
-    return !mIsUnreadable || !QFileInfo::exists(mFilePath) ||
+    return !mUnreadable.contains(mFilePath) || !QFileInfo::exists(mFilePath) ||
            KyApplication::copyRecursively(mFilePath, mFilePath + QStringLiteral(".bak"), true);
 }

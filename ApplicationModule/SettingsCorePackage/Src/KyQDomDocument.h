@@ -7,9 +7,13 @@
 #include "KyField.h"
 
 #include <QDomDocument>
+#include <QLatin1String>
 #include <QList>
+#include <QSet>
 #include <QString>
 #include <QStringList>
+
+#include <concepts>
 
 /// An XML document bound to a file, whose values are attributes of elements found by path.
 ///
@@ -28,8 +32,8 @@
 /// ```
 class KYAPPLICATION_EXPORT KyQDomDocument : public QDomDocument {
 public:
-    /// Elements in each other beyond which a document is refused, and names in a path: Qt's document class calls itself
-    /// for each level, and the stack ends.
+    /// Elements in each other beyond which a document is refused and none is made: Qt's document class calls itself for
+    /// each level, and the stack ends.
     static constexpr int cMaxDepth = 1000;
 
     /// Closed; nothing is read yet.
@@ -45,14 +49,14 @@ public:
     /// Makes the document element and returns it, or the one that is there; null when there is no name for it.
     virtual QDomElement create();
     /// Reads the file. False, without a report, when it cannot be read or is no XML: the document is then empty and
-    /// closed, and the first save() keeps the unreadable file with ".bak" appended to its name.
+    /// closed, and the first save() to its path keeps the unreadable file with ".bak" appended to its name.
     virtual bool open();
     /// Clears the document, its path and the opened flag.
     virtual void close();
     /// Writes the file beside the one that is there and replaces that only once all is written; where the directory
     /// refuses a second file it is written in place. False, and the old file stays, for an empty path, a file or
-    /// directory that refuses, a full disk, content that could not be read again, and an empty document in place of a
-    /// file with content. Links and permissions stay.
+    /// directory that refuses, a full disk, a link that leads to itself, content that could not be read again,
+    /// and an empty document in place of a file with content. Links and permissions stay.
     virtual bool save();
     /// Takes the text for content. False, with a report of line and column, when it is no XML: the document is then
     /// empty and closed.
@@ -69,30 +73,44 @@ public:
     /// The value, or the default for a null element or a missing attribute; a bad number gives 0.
     static QString getAttribute(const QDomElement& element, const QString& name, const QString& defaultValue);
     static QString getAttribute(const QDomElement& element, const QString& name, const char* defaultValue);
+    static QString getAttribute(const QDomElement& element, const QString& name, QLatin1String defaultValue);
     static int getAttribute(const QDomElement& element, const QString& name, int defaultValue);
     static unsigned int getAttribute(const QDomElement& element, const QString& name, unsigned int defaultValue);
     /// Values out of range give an infinity.
     static float getAttribute(const QDomElement& element, const QString& name, float defaultValue);
     static double getAttribute(const QDomElement& element, const QString& name, double defaultValue);
     /// True for exactly "true", false for any other text.
-    static bool getAttribute(const QDomElement& element, const QString& name, bool defaultValue);
+    template <std::same_as<bool> T>
+    static bool getAttribute(const QDomElement& element, const QString& name, T defaultValue) {
+        return getBool(element, name, defaultValue);
+    }
     /// Three or four numbers separated by ";", without the fourth opaque; else the default.
     static KyColor getAttribute(const QDomElement& element, const QString& name, const KyColor& defaultValue);
-    /// The text parsed into the type of the default, a text when that is empty; unparsable text gives the default.
+    static KyColor getAttribute(const QDomElement& element, const QString& name, KyColor::Name defaultValue);
+    /// The text parsed into the type of the default, a text in UTF-8 when that is empty; unparsable text gives the
+    /// default.
     static KyField getAttribute(const QDomElement& element, const QString& name, const KyField& defaultValue);
 
-    /// Does nothing for a null element and for a name that XML does not allow.
+    /// Does nothing for a null element and for a name that XML does not allow. What XML cannot hold is lost: control
+    /// characters other than tab, line feed and carriage return, U+FFFE and U+FFFF; half a surrogate becomes U+FFFD.
     static void setAttribute(QDomElement element, const QString& name, const QString& value);
+    /// In UTF-8.
     static void setAttribute(QDomElement element, const QString& name, const char* value);
+    static void setAttribute(QDomElement element, const QString& name, QLatin1String value);
     static void setAttribute(QDomElement element, const QString& name, int value);
     static void setAttribute(QDomElement element, const QString& name, unsigned int value);
     /// With 16 digits after the point, so that what is smaller than 5e-17 becomes 0: small quantities are to be scaled.
     static void setAttribute(QDomElement element, const QString& name, float value);
     static void setAttribute(QDomElement element, const QString& name, double value);
-    static void setAttribute(QDomElement element, const QString& name, bool value);
+    template <std::same_as<bool> T>
+    static void setAttribute(QDomElement element, const QString& name, T value) {
+        setAttribute(element, name, QLatin1String(value ? "true" : "false"));
+    }
     /// "red;green;blue;alpha", each with 6 significant digits.
     static void setAttribute(QDomElement element, const QString& name, const KyColor& value);
-    /// The field's text with 17 significant digits.
+    static void setAttribute(QDomElement element, const QString& name, KyColor::Name value);
+    /// The field's text with 17 significant digits, taken for UTF-8 whatever the default character set: bytes that are
+    /// no UTF-8 become U+FFFD, so that texts in other sets are to be converted before.
     static void setAttribute(QDomElement element, const QString& name, const KyField& value);
 
     /// Empty when the element or the attribute is missing.
@@ -102,10 +120,10 @@ public:
     auto getAttribute(const QString& path, const QString& name, const T& defaultValue) const {
         return getAttribute(findElements(splitPath(path)), name, defaultValue);
     }
-    /// Makes the elements that are missing. False, and nothing changes, for a path that cannot be made.
+    /// Makes the elements that are missing. False, and nothing changes, for a path that cannot be made and a bad name.
     template <class T>
     bool setAttribute(const QString& path, const QString& name, const T& value) {
-        const QDomElement element = buildElements(splitPath(path));
+        const QDomElement element = isName(name) ? buildElements(splitPath(path)) : QDomElement();
         setAttribute(element, name, value);
         return !element.isNull();
     }
@@ -117,7 +135,8 @@ public:
     /// The nearest element above of that name, whose attribute has exactly that value unless its name is empty.
     static QDomElement findParentElement(const QDomElement& element, const QString& tag,
                                          const QString& attribute = QString(), const QString& value = QString());
-    /// Appends a new element, with the attribute unless its name is empty. Null for a null element and a bad name.
+    /// Appends a new element, with the attribute unless its name is empty. Null for a null element, a bad name, and
+    /// beyond cMaxDepth.
     static QDomElement addChildElement(QDomElement element, const QString& tag, const QString& attribute = QString(),
                                        const QString& value = QString());
     /// The elements of that name in document order, the document element among them.
@@ -130,15 +149,19 @@ protected:
     /// Null when a step is missing.
     QDomElement findElements(const QStringList& path) const;
     /// As findElements, but appends what is missing, the document element too. Null, and nothing changes, when that
-    /// cannot be: for names that XML does not allow and in a document without a name for its own element.
+    /// cannot be: for names that XML does not allow, beyond cMaxDepth, and in a document without a name for its own
+    /// element.
     QDomElement buildElements(const QStringList& path);
 
 private:
     static QStringList splitPath(const QString& path);
+    static bool isName(const QString& text);
+    static bool getBool(const QDomElement& element, const QString& name, bool defaultValue);
     bool take(const QDomDocument& parsed, bool isParsed);
     bool keepUnreadable();
 
     QString mFilePath;
+    /// The paths of files that could not be parsed and are not kept yet.
+    QSet<QString> mUnreadable;
     bool mIsOpened : 1;
-    bool mIsUnreadable : 1;
 };

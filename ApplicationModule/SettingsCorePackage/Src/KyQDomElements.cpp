@@ -7,7 +7,7 @@
 namespace {
 
 bool isNameStart(QChar c) {
-    return c.isLetter() || c == QLatin1Char('_') || c == QLatin1Char(':');
+    return c.isLetter() || c == QLatin1Char('_');
 }
 
 bool isNamePart(QChar c) {
@@ -15,9 +15,37 @@ bool isNamePart(QChar c) {
            c.category() == QChar::Mark_NonSpacing;
 }
 
-/// Narrower than XML, whose other names no one writes.
-bool isName(const QString& text) {
+bool isPlainName(const QString& text) {
     return !text.isEmpty() && isNameStart(text.front()) && std::ranges::all_of(text, &isNamePart);
+}
+
+/// 1 for a document element, 0 for none.
+int getDepth(QDomElement element) {
+    int depth = 0;
+    for (; !element.isNull(); element = element.parentNode().toElement())
+        ++depth;
+    return depth;
+}
+
+/// Left out of values, which could not be read again.
+bool isForbidden(QChar c) {
+    constexpr QChar cAllowed[] = {QChar(u'\t'), QChar(u'\n'), QChar(u'\r')};
+    return (c.category() == QChar::Other_Control && std::ranges::find(cAllowed, c) == std::end(cAllowed)) ||
+           c == QChar(0xFFFE) || c == QChar(0xFFFF);
+}
+
+QString getAllowed(const QString& text) {
+    QString allowed;
+    for (int i = 0; i < text.size(); ++i) {
+        const bool isPair = text[i].isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate();
+        if (isPair)
+            allowed.append(text[i]).append(text[i + 1]), ++i;
+        else if (text[i].isSurrogate())
+            allowed.append(QChar(QChar::ReplacementCharacter));
+        else if (!isForbidden(text[i]))
+            allowed.append(text[i]);
+    }
+    return allowed;
 }
 
 /// The element behind this one in document order, below `top` only; null at the end.
@@ -61,13 +89,19 @@ QDomElement KyQDomDocument::findElements(const QStringList& path) const {
 }
 
 QDomElement KyQDomDocument::buildElements(const QStringList& path) {
-    if (path.size() > cMaxDepth || !std::ranges::all_of(path, &isName))
+    if (!std::ranges::all_of(path, &isName))
         return QDomElement();
-    QDomElement element = create();
-    for (const QString& name : path) {
-        const QDomElement found = findDescendant(element, name);
-        element = found.isNull() ? addChildElement(element, name) : found;
-    }
+    QDomElement element = documentElement();
+    auto name = path.begin();
+    for (QDomElement found; name != path.end(); element = found, ++name)
+        if (found = findDescendant(element, *name); found.isNull())
+            break;
+    if (std::max(getDepth(element), 1) + (path.end() - name) > cMaxDepth)
+        return QDomElement();
+    if (element.isNull())
+        element = create();
+    for (; name != path.end(); ++name)
+        element = addChildElement(element, *name);
     return element;
 }
 
@@ -89,7 +123,7 @@ QDomElement KyQDomDocument::findParentElement(const QDomElement& element, const 
 
 QDomElement KyQDomDocument::addChildElement(QDomElement element, const QString& tag, const QString& attribute,
                                             const QString& value) {
-    if (element.isNull() || !isName(tag))
+    if (element.isNull() || !isName(tag) || getDepth(element) >= cMaxDepth)
         return QDomElement();
     const QDomElement child = element.appendChild(element.ownerDocument().createElement(tag)).toElement();
     setAttribute(child, attribute, value);
@@ -114,12 +148,13 @@ QStringList KyQDomDocument::splitPath(const QString& path) {
     return path.split(QLatin1Char('/'), Qt::SkipEmptyParts);
 }
 
-// A bad name or one of the two code units that Qt's parser takes for the end would make the document unreadable.
+/// Narrower than XML, whose other names no one writes; a colon may stand behind a prefix.
+bool KyQDomDocument::isName(const QString& text) {
+    const QStringList parts = text.split(QLatin1Char(':'));
+    return parts.size() <= 2 && std::ranges::all_of(parts, &isPlainName);
+}
+
 void KyQDomDocument::setAttribute(QDomElement element, const QString& name, const QString& value) {
-    if (element.isNull() || !isName(name))
-        return;
-    QString text = value;
-    text.replace(QChar(0xFFFE), QChar(QChar::ReplacementCharacter));
-    text.replace(QChar(0xFFFF), QChar(QChar::ReplacementCharacter));
-    element.setAttribute(name, text);
+    if (!element.isNull() && isName(name))
+        element.setAttribute(name, getAllowed(value));
 }

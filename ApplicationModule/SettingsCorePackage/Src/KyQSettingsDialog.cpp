@@ -8,8 +8,10 @@
 #include <QAbstractButton>
 #include <QDialogButtonBox>
 #include <QEvent>
+#include <QLabel>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QShowEvent>
 #include <QSplitter>
 #include <QStackedWidget>
 #include <QTreeWidget>
@@ -47,6 +49,7 @@ KyQSettingsDialog::KyQSettingsDialog(QWidget* parent)
     : QDialog(parent)
     , mTree(new QTreeWidget)
     , mStack(new QStackedWidget)
+    , mMessage(new QLabel)
     , mButtons(new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Apply | QDialogButtonBox::Cancel)) {
     build();
     updateTranslations();
@@ -64,6 +67,11 @@ void KyQSettingsDialog::build() {
     mStack->setObjectName(QStringLiteral("settingsPages"));
     mButtons->setObjectName(QStringLiteral("settingsButtons"));
 
+    mMessage->setObjectName(QStringLiteral("settingsMessage"));
+    mMessage->setTextFormat(Qt::PlainText);
+    mMessage->setWordWrap(true);
+    mMessage->hide();
+
     auto* area = new QScrollArea;
     area->setWidgetResizable(true);
     area->setFrameShape(QFrame::NoFrame);
@@ -74,6 +82,7 @@ void KyQSettingsDialog::build() {
     splitter->setStretchFactor(1, 1);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(splitter);
+    layout->addWidget(mMessage);
     layout->addWidget(mButtons);
     resize(cDefaultSize);
     mTree->setFocus();
@@ -94,16 +103,34 @@ bool KyQSettingsDialog::showPage(const QString& name) {
     return true;
 }
 
-void KyQSettingsDialog::apply() {
-    // A page may end others.
-    for (const QPointer<KyQSettingsEditor>& page : listPages())
+bool KyQSettingsDialog::apply() {
+    QStringList problems;
+    // A page may end others, and itself.
+    for (const QPointer<KyQSettingsEditor>& page : listPages()) {
         if (page)
             page->accept();
+        if (page && !page->getProblem().isEmpty() && !problems.contains(page->getProblem()))
+            problems.append(page->getProblem());
+    }
+    showProblems(problems);
+    return problems.isEmpty();
+}
+
+void KyQSettingsDialog::showProblems(const QStringList& problems) {
+    mMessage->setText(problems.join(QLatin1Char('\n')));
+    mMessage->setVisible(!problems.isEmpty());
 }
 
 void KyQSettingsDialog::accept() {
-    apply();
-    QDialog::accept();
+    if (apply())
+        QDialog::accept();
+}
+
+void KyQSettingsDialog::resetPages() {
+    showProblems({});
+    for (const QPointer<KyQSettingsEditor>& page : listPages())
+        if (page)
+            page->reset();
 }
 
 void KyQSettingsDialog::updatePages() {
@@ -161,19 +188,31 @@ void KyQSettingsDialog::setCurrent(QTreeWidgetItem* item) {
 void KyQSettingsDialog::borrow(KyQSettingsEditor* page) {
     if (mStack->indexOf(page) >= 0)
         return;
-    mLenders[page] = page->parentWidget();
+    QPointer<QWidget> lender = page->parentWidget();
+    for (QWidget* above = lender; above; above = above->parentWidget())
+        if (auto* const holder = qobject_cast<KyQSettingsDialog*>(above); holder && holder->mStack == lender)
+            lender = holder->takeLender(page);
+    std::erase_if(mLoans, [page](const Loan& loan) { return !loan.page || loan.page == page; });
+    mLoans.push_back({page, lender});
     mStack->addWidget(page);
 }
 
+/// Where the page came from, which is then no longer this dialog's business.
+QPointer<QWidget> KyQSettingsDialog::takeLender(const KyQSettingsEditor* page) {
+    const auto loan = std::ranges::find(mLoans, page, [](const Loan& other) { return other.page.data(); });
+    const QPointer<QWidget> lender = loan == mLoans.end() ? QPointer<QWidget>() : loan->lender;
+    if (loan != mLoans.end())
+        mLoans.erase(loan);
+    return lender;
+}
+
 void KyQSettingsDialog::giveBack() {
-    for (const auto& [page, lender] : mLenders) {
-        if (mStack->indexOf(page) < 0)
-            continue;
+    const auto pages = mStack->findChildren<KyQSettingsEditor*>(QString(), Qt::FindDirectChildrenOnly);
+    for (KyQSettingsEditor* page : pages) {
         mStack->removeWidget(page);
-        page->setParent(lender, page->windowFlags());
+        page->setParent(takeLender(page), page->windowFlags());
         page->hide();
     }
-    mLenders.clear();
 }
 
 void KyQSettingsDialog::updatePagesLater() {
@@ -195,6 +234,10 @@ void KyQSettingsDialog::changeEvent(QEvent* event) {
 }
 
 void KyQSettingsDialog::showEvent(QShowEvent* event) {
-    updatePages();
+    // A window that comes back from the task bar was open all the time.
+    if (!event->spontaneous()) {
+        resetPages();
+        updatePages();
+    }
     QDialog::showEvent(event);
 }

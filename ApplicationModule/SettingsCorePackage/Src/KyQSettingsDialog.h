@@ -8,18 +8,20 @@
 #include <QDialog>
 #include <QPointer>
 
-#include <map>
+#include <vector>
 
 class QDialogButtonBox;
+class QLabel;
 class QStackedWidget;
 class QTreeWidget;
 class QTreeWidgetItem;
 
 /// Shows every page of KySettingsEditorManager: a tree of groups and items, the current page, and OK, Apply and Cancel.
-/// OK and Apply call accept() of each page, whatever it answers, since a page that only saves answers false. Pages that
-/// end are taken out at once, new ones are listed when the dialog is shown, and all texts follow the language. Pages
-/// are lent: the dialog gives them back, hidden, to the parents that they had. A page that is to show what is now reads
-/// it in its showEvent.
+/// OK and Apply call accept() of each page, whatever it answers, since a page that only saves answers false; a problem
+/// that a page then tells is shown and keeps the dialog open. Each time the dialog opens, reset() of each page is
+/// called once, so that the pages show what is now and nothing of what was cancelled. Pages that end are taken out at
+/// once, new ones are listed when the dialog opens, and all texts follow the language. Pages are lent: the dialog gives
+/// them back, hidden, to the parents that they had, and so does a second dialog that has taken them over.
 ///
 /// ```
 /// KyQSettingsDialog dialog(&window);
@@ -37,9 +39,10 @@ public:
     KyQSettingsEditor* editCurrentPage() const { return mCurrent; }
     /// Brings the page of that name to the top; false when there is none.
     bool showPage(const QString& name);
-    /// Calls accept() of each page, in the order of registration.
-    void apply();
-    /// Lists the pages anew; called each time the dialog is shown.
+    /// Calls accept() of each page, in the order of registration; false, with the problems shown, when a page tells
+    /// one.
+    bool apply();
+    /// Lists the pages anew; called each time the dialog opens.
     void updatePages();
 
     void accept() override;
@@ -49,7 +52,15 @@ protected:
     void showEvent(QShowEvent* event) override;
 
 private:
+    /// A page in the stack, and where it came from.
+    struct Loan {
+        QPointer<KyQSettingsEditor> page;
+        QPointer<QWidget> lender;
+    };
+
     void build();
+    void resetPages();
+    void showProblems(const QStringList& problems);
     void updateTranslations();
     void updatePagesLater();
     void addItem(KyQSettingsEditor* page);
@@ -57,12 +68,13 @@ private:
     void select(KyQSettingsEditor* page);
     void setCurrent(QTreeWidgetItem* item);
     void borrow(KyQSettingsEditor* page);
+    QPointer<QWidget> takeLender(const KyQSettingsEditor* page);
     void giveBack();
 
     QTreeWidget* mTree;
     QStackedWidget* mStack;
+    QLabel* mMessage;
     QDialogButtonBox* mButtons;
     QPointer<KyQSettingsEditor> mCurrent;
-    /// Where the pages in the stack came from.
-    std::map<KyQSettingsEditor*, QPointer<QWidget>> mLenders;
+    std::vector<Loan> mLoans;
 };

@@ -26,10 +26,16 @@ KyQSettingsEditor::~KyQSettingsEditor() {
 }
 
 bool KyQSettingsEditor::accept() {
-    if (mHasSettings)
-        mHasSettings->editSettings()->save();
+    mProblem.clear();
+    if (!mHasSettings)
+        return false;
+    KySettings* settings = mHasSettings->editSettings();
+    if (!settings->save() && !settings->getFilePath().isEmpty())
+        mProblem = tr("The settings cannot be saved in \"%1\".").arg(settings->getFilePath());
     return false;
 }
+
+void KyQSettingsEditor::reset() {}
 
 void KyQSettingsEditor::setName(const std::string& name) {
     enter(name);

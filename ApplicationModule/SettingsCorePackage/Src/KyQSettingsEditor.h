@@ -46,11 +46,17 @@ public:
     const KyHasSettings* getHasSettings() const { return mHasSettings; }
     KyHasSettings* editHasSettings() { return mHasSettings; }
 
-    /// Saves the settings of the edited object; false, also when they are saved. A page that applies values overrides
-    /// it.
+    /// Saves the settings of the edited object, if they have a file; false, also when they are saved: failures are told
+    /// by getProblem(). A page that applies values overrides it.
     virtual bool accept();
+    /// Shows the values of now in place of what was typed; nothing here. A dialog calls it once each time it opens.
+    virtual void reset();
+    /// What kept the last accept() from saving, for a person to read; empty when nothing did.
+    const QString& getProblem() const { return mProblem; }
 
 protected:
+    /// For pages whose accept() saves by itself.
+    void setProblem(const QString& problem) { mProblem = problem; }
     /// Registers the page anew under that name.
     virtual void setName(const std::string& name);
     /// Reads the translated texts again after a change of the language; nothing here.
@@ -64,5 +70,6 @@ private:
     std::string mName;
     std::string mGroupName;
     std::string mItemName;
+    QString mProblem;
     KyHasSettings* mHasSettings;
 };

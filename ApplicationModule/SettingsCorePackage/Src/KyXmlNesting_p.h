@@ -2,20 +2,21 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QByteArray>
+#include <QString>
 
 #include <optional>
 
-/// How deep the elements of an XML text lie in each other, found without a call for each level and without a thought
-/// for whether the text is right. Wide encodings are read by their ASCII characters.
+/// Whether Qt's document class, which calls itself for each level of a text, can take that text without using up the
+/// stack. Found without such calls, on the very characters that the document class is then given.
 class KyXmlNesting {
 public:
-    struct Place {
+    struct Fault {
+        QString text;
         int line;
         int column;
     };
 
-    /// Where elements first lie more than `maxDepth` deep, or where the text declares an entity, which can hold
-    /// elements of its own; none when it does neither.
-    static std::optional<Place> findExcess(const QByteArray& text, int maxDepth);
+    /// Where elements first lie more than `maxDepth` deep, where the text declares an entity, which can hold elements
+    /// of its own, or where a long text is no XML, so that nothing is known of the rest; none when it can be taken.
+    static std::optional<Fault> findFault(const QString& text, int maxDepth);
 };

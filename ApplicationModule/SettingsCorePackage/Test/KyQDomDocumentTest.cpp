@@ -39,15 +39,39 @@ TEST_F(KyQDomDocumentTest, ValuesAreWrittenInTheirFormsAndReadBack) {
     EXPECT_EQ(writeAndRead(-5, 1), std::pair(std::string("-5"), -5));
     EXPECT_EQ(writeAndRead(4294967295u, 1u), std::pair(std::string("4294967295"), 4294967295u));
     EXPECT_EQ(writeAndRead(true, false), std::pair(std::string("true"), true));
-    QString text = QString::fromUtf8("\xf0\x9f\x98\x80 \xc3\xbc <&>\"' \n\t\r").append(QChar(1));
+    const QString text = QString::fromUtf8("\xf0\x9f\x98\x80 \xc3\xbc <&>\"' \n\t\r \xef\xbb\xbf");
     EXPECT_EQ(writeAndRead(text, QString()).second, text);
-    EXPECT_EQ(writeAndRead(QString("a") + QChar(0xFFFF) + QChar(0xFFFE), QString()).second, QString("a\uFFFD\uFFFD"));
     const KyColor color(0.25f, 1e-5f, 1.5f, 0.123456f);
     EXPECT_EQ(writeAndRead(color, KyColor()), std::pair(std::string("0.25;1e-05;1.5;0.123456"), color));
     for (const KyField& field :
          {KyField(0.1), KyField(0.1f), KyField(-3), KyField(true), KyField(KyVec3d(0.1, 1e-300, 1e300)), KyField(color),
-          KyField("two\nlines \t\"<&'>\x01 Gr\xfcn"), KyField(""), KyField(std::numeric_limits<std::int64_t>::min())})
+          KyField("\xef\xbb\xbftwo\nlines \t\"<&'> \xc3\xbc \xce\xa9"), KyField(""),
+          KyField(std::numeric_limits<std::int64_t>::min())})
         EXPECT_EQ(writeAndRead(field, KyField::makeDefault(field.getKind())).second, field) << field.toString();
+}
+
+TEST_F(KyQDomDocumentTest, WhatXmlCannotHoldIsLost) {
+    using Units = std::u16string;
+    const std::pair<Units, Units> table[] = {{Units(u"a\0\x1\x1f\x7f\x8b"
+                                                    "b\t\n\r",
+                                                    10),
+                                              u"ab\t\n\r"},
+                                             {u"a\xFFFE\xFFFF", u"a"},
+                                             {{u'a', 0xD800, u'b'}, u"a\uFFFDb"},
+                                             {{0xDC00, 0xD83D, 0xDE00, 0xD800}, u"\uFFFD\U0001F600\uFFFD"}};
+    for (const auto& [value, expected] : table)
+        EXPECT_EQ(writeAndRead(QString::fromStdU16String(value), QString()).second.toStdU16String(), expected);
+    EXPECT_EQ(writeAndRead(KyField("\xfc!"), KyField("")).second, KyField("\xef\xbf\xbd!")) << "a text in another set";
+}
+
+TEST_F(KyQDomDocumentTest, TextsAndColoursAreNotTakenForBool) {
+    KySettings settings;
+    settings.setAttribute("A", "v", QLatin1String("x"));
+    EXPECT_EQ(settings.getAttribute("A", "v"), "x");
+    EXPECT_EQ(settings.getAttribute("A", "none", QLatin1String("y")), "y");
+    settings.setAttribute("A", "v", KyColor::eRed);
+    EXPECT_EQ(settings.getAttribute("A", "v"), "1;0;0;1");
+    EXPECT_EQ(settings.getAttribute("A", "none", KyColor::eBlue), KyColor(KyColor::eBlue));
 }
 
 TEST_F(KyQDomDocumentTest, BadTextsGiveZeroAndMissingOnesTheDefault) {
@@ -110,18 +134,45 @@ TEST_F(KyQDomDocumentTest, RootsAreMadeOnceAndBadNamesChangeNothing) {
     settings.setAttribute("A", "v", 1);
     const QString before = settings.toString();
     EXPECT_EQ(before.count("<Settings"), 1);
-    for (const QString name : {"a b", "1a", "<", "x\"y", "a=b", "-"}) {
+    for (const QString name : {"a b", "1a", "<", "x\"y", "a=b", "-", ":", "a:", ":a", "a:1", "a:b:c"}) {
         EXPECT_FALSE(settings.setAttribute("New/" + name, "v", 1)) << name.toStdString();
-        settings.setAttribute("A", name, 1);
+        EXPECT_FALSE(settings.setAttribute("New", name, 1)) << name.toStdString();
     }
-    settings.setAttribute("A", "", 1);
-    EXPECT_FALSE(settings.setAttribute(QString("a/").repeated(Document::cMaxDepth + 1), "v", 1));
+    EXPECT_FALSE(settings.setAttribute("New", "", 1));
     EXPECT_EQ(settings.toString(), before);
     EXPECT_TRUE(settings.setAttribute("//Gr\u00FC.n-1/a:b_c//", "v", 1));
 
     KyTestDocument nameless("");
     EXPECT_TRUE(nameless.create().isNull() && nameless.buildElements({"A"}).isNull());
     EXPECT_FALSE(nameless.setAttribute("A", "v", 1));
+}
+
+TEST_F(KyQDomDocumentTest, WhatIsBuiltCanBeReadAgain) {
+    const QString most = QString("a/").repeated(Document::cMaxDepth - 1);
+    KySettings settings;
+    EXPECT_FALSE(settings.setAttribute(most + "a", "v", 1));
+    EXPECT_TRUE(settings.documentElement().isNull());
+    EXPECT_TRUE(settings.setAttribute("b/" + most.mid(2), "v", 1));
+    const QString before = settings.toString();
+    EXPECT_FALSE(settings.setAttribute("b/" + most, "v", 1));
+    EXPECT_FALSE(settings.setAttribute(most.mid(2) + "c/c", "v", 1)) << "half of it is there";
+    EXPECT_EQ(settings.toString(), before);
+    EXPECT_TRUE(KySettings().load(before));
+
+    // In so many elements that the text gets the closer look at long ones.
+    KySettings names;
+    QDomElement element = names.create();
+    int nbNames = 0;
+    for (unsigned c = 1; c < 0xFFFF; ++c) {
+        if (c % 32 == 0)
+            element = Document::addChildElement(names.documentElement(), "A");
+        for (const QString& name : {QString(QChar(c)), QString("a") + QChar(c)}) {
+            Document::setAttribute(element, name, 1);
+            nbNames += element.hasAttribute(name);
+        }
+    }
+    EXPECT_GT(nbNames, 50000);
+    EXPECT_TRUE(KySettings().load(names.toString())) << msReports;
 }
 
 TEST_F(KyQDomDocumentTest, ABadTextIsReportedWithItsPlaceAndLeavesNothing) {
@@ -141,9 +192,11 @@ TEST_F(KyQDomDocumentTest, TextsThatWouldUseUpTheStackAreRefused) {
     for (const QString& text :
          {nest(Document::cMaxDepth + 1), QString("<a>").repeated(1000000),
           "<!--" + QString("</a>").repeated(100000) + "-->" + nest(100000),
-          QString("<!DOCTYPE a [<!ENTITY o '%1'>]><a>&o;</a>").arg(QString("<a>").repeated(1300))})
-        EXPECT_FALSE(settings.load(text));
-    EXPECT_EQ(msReports.find("XML parse error at (Ln 1 Col 3001): \n"), 0u) << msReports;
+          QString("<!DOCTYPE a [<!ENTITY o '%1'>]><a>&o;</a>").arg(QString("<a>").repeated(1300)),
+          "<!DOCTYPE a SYSTEM \"<x '\">" + nest(200000), "<!DOCTYPE a [<!ATTLIST a b CDATA \"<x '\">]>" + nest(200000),
+          "<!DOCTYPE a [<!ELEMENT a " + QString("(").repeated(200000) + "]><a/>"})
+        EXPECT_FALSE(settings.load(text)) << text.left(40).toStdString();
+    EXPECT_EQ(msReports.find("XML parse error at (Ln 1 Col 3003): \n"), 0u) << msReports.substr(0, 60);
 }
 
 } // namespace

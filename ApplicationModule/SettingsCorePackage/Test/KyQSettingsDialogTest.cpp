@@ -7,6 +7,7 @@
 
 #include <QApplication>
 #include <QDialogButtonBox>
+#include <QLabel>
 #include <QPushButton>
 #include <QStackedWidget>
 #include <QTest>
@@ -24,10 +25,14 @@ public:
     bool accept() override {
         ++mNbAccepted;
         mVictim.reset();
-        return KyQSettingsEditor::accept();
+        return false;
     }
 
+    void reset() override { ++mNbReset; }
+    using KyQSettingsEditor::setProblem;
+
     int mNbAccepted = 0;
+    int mNbReset = 0;
     std::unique_ptr<Page> mVictim;
 
 protected:
@@ -100,6 +105,43 @@ TEST_F(KyQSettingsDialogTest, OkAndApplyAcceptEachPageWhateverItAnswers) {
         EXPECT_EQ(page->mNbAccepted, 2);
 }
 
+TEST_F(KyQSettingsDialogTest, EachOpeningResetsEachPageOnce) {
+    KyQSettingsDialog dialog;
+    EXPECT_EQ(mOne.mNbReset, 0);
+    dialog.show();
+    for (const char* name : {"Two", "One", "Two"})
+        dialog.showPage(name);
+    dialog.showMinimized();
+    QTest::qWait(50);
+    dialog.showNormal();
+    QTest::qWait(50);
+    dialog.apply();
+    EXPECT_EQ(mOne.mNbReset + mTwo.mNbReset, 2);
+    dialog.reject();
+    dialog.show();
+    for (const Page* page : {&mOne, &mTwo, &mThree, &mFour})
+        EXPECT_EQ(page->mNbReset, 2);
+}
+
+TEST_F(KyQSettingsDialogTest, AProblemIsShownAndKeepsItOpen) {
+    KyQSettingsDialog dialog;
+    const auto* const message = dialog.findChild<QLabel*>("settingsMessage");
+    dialog.show();
+    EXPECT_FALSE(message->isVisible());
+    mTwo.setProblem("<full>");
+    mFour.setProblem("<full>");
+    dialog.accept();
+    EXPECT_TRUE(dialog.isVisible() && message->isVisible());
+    EXPECT_EQ(message->text(), "<full>");
+    dialog.reject();
+    dialog.show();
+    EXPECT_FALSE(message->isVisible());
+    mTwo.setProblem("");
+    mFour.setProblem("");
+    dialog.accept();
+    EXPECT_FALSE(dialog.isVisible());
+}
+
 TEST_F(KyQSettingsDialogTest, PagesMayComeAndGoWhileItIsShown) {
     KyQSettingsDialog dialog;
     mOne.mVictim = std::make_unique<Page>("Five", "", "New");
@@ -127,6 +169,23 @@ TEST_F(KyQSettingsDialogTest, PagesAreLentAndGivenBack) {
     EXPECT_EQ(mTwo.parentWidget(), &parent);
     EXPECT_EQ(mOne.parentWidget(), nullptr);
     mTwo.setParent(nullptr);
+}
+
+TEST_F(KyQSettingsDialogTest, OfTwoDialogsEitherMayEndFirst) {
+    QWidget parent;
+    const QPointer<Page> page = new Page("Five", "", "");
+    page->setParent(&parent);
+    for (const bool isFirstFirst : {true, false}) {
+        auto first = std::make_unique<KyQSettingsDialog>();
+        auto second = std::make_unique<KyQSettingsDialog>();
+        for (KyQSettingsDialog* dialog : {first.get(), second.get(), first.get(), second.get()})
+            EXPECT_TRUE(dialog->showPage("Five") && dialog->isAncestorOf(page));
+        (isFirstFirst ? first : second).reset();
+        ASSERT_TRUE(page);
+        (isFirstFirst ? second : first).reset();
+        ASSERT_TRUE(page);
+        EXPECT_EQ(page->parentWidget(), &parent);
+    }
 }
 
 TEST_F(KyQSettingsDialogTest, AChangeOfTheLanguageReachesAllTexts) {

@@ -77,6 +77,13 @@ TEST_F(KyQSettingsEditorTest, AcceptSavesWhatIsThereAndAnswersFalse) {
     Page page("Page", "", "", &mClient);
     EXPECT_FALSE(page.accept());
     EXPECT_TRUE(read("a.xml").contains("zoom"));
+    EXPECT_EQ(page.getProblem(), "");
+    mClient.editSettings()->setFilePath(at("none/a.xml"));
+    EXPECT_FALSE(page.accept());
+    EXPECT_TRUE(page.getProblem().contains("none/a.xml"));
+    mClient.editSettings()->setFilePath("");
+    EXPECT_FALSE(page.accept());
+    EXPECT_EQ(page.getProblem(), "") << "it has no file to be saved in";
     auto other = std::make_unique<Client>();
     Page left("Left", "", "", other.get());
     other.reset();

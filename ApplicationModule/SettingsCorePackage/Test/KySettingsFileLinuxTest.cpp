@@ -63,6 +63,12 @@ TEST_F(KySettingsFileLinuxTest, LinksPermissionsAndPipesStay) {
     EXPECT_TRUE(QFileInfo(at("two")).isSymLink() && QFileInfo(at("one")).isSymLink());
     EXPECT_FALSE(QFile::permissions(at("host.xml")) & QFile::ReadOther);
     EXPECT_TRUE(read("host.xml").contains("xxx"));
+    ASSERT_TRUE(QFile::link(at("circle"), at("circle")) && QFile::link(at("new.xml"), at("three")));
+    mSettings.setFilePath(at("circle"));
+    EXPECT_FALSE(mSettings.save());
+    mSettings.setFilePath(at("three"));
+    EXPECT_TRUE(mSettings.save() && QFileInfo(at("new.xml")).isFile());
+    EXPECT_TRUE(QFileInfo(at("circle")).isSymLink() && QFileInfo(at("three")).isSymLink());
     ASSERT_EQ(::mkfifo(QFile::encodeName(at("pipe")).constData(), 0644), 0);
     mSettings.setFilePath(at("pipe"));
     EXPECT_FALSE(mSettings.save() || mSettings.open() || QFileInfo(at("pipe")).isFile());

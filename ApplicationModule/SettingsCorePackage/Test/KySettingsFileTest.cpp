@@ -8,8 +8,41 @@ class KySettingsFileTest : public KySettingsTest {
 protected:
     KySettingsFileTest() { mSettings.setFilePath(at("host.xml")); }
 
+    static QByteArray widen(const QString& text) {
+        QByteArray wide("\xff\xfe", 2);
+        for (const QChar c : text)
+            wide.append(char(c.unicode() & 0xFF)).append(char(c.unicode() >> 8));
+        return wide;
+    }
+
     KySettings mSettings;
 };
+
+TEST_F(KySettingsFileTest, DepthIsThatOfTheDecodedText) {
+    const QString nest = QString("<a>").repeated(200000) + QString("</a>").repeated(200000);
+    const QString flat = QString("<a b='\u4E3C\u4E3E'/>").repeated(1500);
+    const QString declared = "<?xml version='1.0' encoding='UTF-16'?><r b=\"\u2722\">%1</r>";
+    QString narrow = "<?xml version='1.0' encoding='UTF-7'?><r>" + nest + "</r>";
+    narrow.replace("<a", "+ADw-a").replace("</a", "+ADw-/a");
+    const std::pair<QByteArray, bool> table[] = {
+        {widen(declared.arg(nest)), false}, {widen(declared.arg(flat)), true}, {narrow.toLatin1(), false}};
+    for (const auto& [bytes, isRead] : table) {
+        write("host.xml", bytes);
+        EXPECT_EQ(mSettings.open(), isRead) << bytes.left(60).toStdString();
+    }
+}
+
+TEST_F(KySettingsFileTest, AnUnreadableFileIsKeptAfterADetour) {
+    write("host.xml", "<Settings>");
+    EXPECT_FALSE(mSettings.open());
+    mSettings.setFilePath(at("other.xml"));
+    mSettings.create();
+    ASSERT_TRUE(mSettings.save());
+    mSettings.setFilePath(at("host.xml"));
+    ASSERT_TRUE(mSettings.save());
+    EXPECT_EQ(read("host.xml.bak"), "<Settings>");
+    EXPECT_EQ(list(), "host.xml host.xml.bak other.xml");
+}
 
 TEST_F(KySettingsFileTest, PathsAreToldInPartsAndTheEmptyOneIsNotWritten) {
     EXPECT_EQ(mSettings.getFileName(), "host.xml");
@@ -60,11 +93,7 @@ TEST_F(KySettingsFileTest, AFileCutAnywhereLeavesNothingAndIsKept) {
 TEST_F(KySettingsFileTest, OtherEncodingsAreReadAndBecomeUtf8) {
     const QString text = QString::fromUtf8("<?xml version='1.0' encoding=\"%1\"?>\n<Settings a=\"\u00FC\"/>");
     write("latin1.xml", text.arg("ISO-8859-1").toLatin1());
-    QByteArray wide("\xff\xfe", 2);
-    const QString wideText = text.arg("UTF-16");
-    for (const QChar c : wideText)
-        wide.append(char(c.unicode() & 0xFF)).append(char(c.unicode() >> 8));
-    write("utf16.xml", wide);
+    write("utf16.xml", widen(text.arg("UTF-16")));
     for (const QString name : {"latin1.xml", "utf16.xml"}) {
         mSettings.setFilePath(at(name));
         ASSERT_TRUE(mSettings.open()) << name.toStdString();
