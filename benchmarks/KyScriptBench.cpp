@@ -59,7 +59,7 @@ void fail(lua_State* state) {
 
 /// A script function of one argument, the number of rounds, called through the engine as a host calls it.
 std::function<void(long)> makeLoop(lua_State* state, const std::string& name, const char* chunk) {
-    if (luaL_loadstring(state, chunk) != 0)
+    if (luaL_loadbuffer(state, chunk, std::strlen(chunk), "@bench.lua") != 0)
         fail(state);
     lua_setglobal(state, name.c_str());
     return [name](long count) {
@@ -200,6 +200,36 @@ const char* const cProxyPeer = "local n, p, v = ..., array for i = 1, n do v = p
 const char* const cPushOurs = "local n, f, v = ..., ourPush collectgarbage('stop') for i = 1, n do v = f() end";
 const char* const cPushPeer = "local n, f, v = ..., rawPush collectgarbage('stop') for i = 1, n do v = f() end";
 
+/// Of everything a little: functions, texts, tables, an object, and values.
+const char* const cHooked = R"(local n, o, seen = ..., ours, {}
+local from, to = Vec3(0, 0, 0), Vec3(1, 2, 3)
+local function clamp(value, low, high)
+    if value < low then
+        return low
+    end
+    return value > high and high or value
+end
+for i = 1, n do
+    local speed = clamp(o.Speed + 0.1, 0, 10)
+    o.Speed = speed
+    local name = 'item ' .. i % 100
+    seen[name] = (seen[name] or 0) + speed
+    local position = from + (to - from) * speed
+    o.Angle = position.y
+end)";
+
+/// The same script on both sides, on ours with the debug hook.
+KyBenchmarkSides prepareHook() {
+    auto fixture = std::make_shared<Fixture>();
+    const auto loop = makeLoop(fixture->state, "benchHook", cHooked);
+    const auto hooked = [loop](long count) {
+        KyScriptEngine::get().setHook();
+        loop(count);
+        KyScriptEngine::get().removeHook();
+    };
+    return {hooked, loop, fixture};
+}
+
 /// Coroutines that wait for ever, on both sides in tables keyed by the thread.
 template <int Count>
 KyBenchmarkSides prepareCoroutines() {
@@ -257,6 +287,7 @@ std::vector<KyBenchmark> getScriptBenchmarks() {
         {"proxy[i]", "raw array __index", 2.2, Gate::eInstructions, 20000, &prepareLoops<cProxyOurs, cProxyPeer>},
         {"pushing an object", "lua_newuserdata + luaL_getmetatable", 0.95, Gate::eInstructions, 20000,
          &prepareLoops<cPushOurs, cPushPeer>},
+        {"debug hook, nobody looking", "the same script, no hook", 2.0, Gate::eTime, 20000, &prepareHook},
         {"resuming 10,000 coroutines", "bare lua_resume", 1.3, Gate::eTime, 5, &prepareCoroutines<10000>},
         {"resuming 100 coroutines", "bare lua_resume", 1.6, Gate::eTime, 500, &prepareCoroutines<100>},
     };

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "KyCoroutineTable_p.h"
 
+#include "KyLuaThreads_p.h"
+#include "KyScriptDebugger_p.h"
 #include "KyScriptEngine.h"
 #include "KyScriptRunner_p.h"
 
@@ -12,19 +14,6 @@ void pushThread(lua_State* state, lua_State* thread) {
     lua_pushthread(thread);
     if (state != thread)
         lua_xmove(thread, state, 1);
-}
-
-enum class ThreadState { eResumable, eExecuting, eDead };
-
-ThreadState getThreadState(lua_State* thread) {
-    const int status = lua_status(thread);
-    if (status == LUA_YIELD)
-        return ThreadState::eResumable;
-    lua_Debug record;
-    if (status == 0 && lua_getstack(thread, 0, &record) != 0)
-        return ThreadState::eExecuting;
-    const bool hasNotBegun = status == 0 && lua_isfunction(thread, 1);
-    return hasNotBegun ? ThreadState::eResumable : ThreadState::eDead;
 }
 
 } // namespace
@@ -50,6 +39,7 @@ void KyCoroutineTable::add(lua_State* state, int index) {
     if (!lua_isthread(state, index))
         return;
     luaL_checkstack(state, LUA_MINSTACK, "too many values");
+    kyLuaKeepThread(state, index);
     lua_pushvalue(state, index);
     pushTable(state);
     if (!lua_istable(state, -1)) {
@@ -89,6 +79,7 @@ bool KyCoroutineTable::launch(const std::string& chunk) {
         luaL_checkstack(state, LUA_MINSTACK, "too many values");
         lua_pushlightuserdata(state, this);
         thread = lua_newthread(state);
+        kyLuaKeepThread(state, lua_gettop(state));
         lua_rawset(state, LUA_REGISTRYINDEX);
         isLoaded = luaL_loadbuffer(thread, chunk.data(), chunk.size(), chunk.c_str()) == 0;
     });
@@ -143,6 +134,7 @@ bool KyCoroutineTable::start(KyScriptRunner& runner, lua_State* thread, int top)
 
 /// The error value is on top of the thread, whose calls are still on record.
 void KyCoroutineTable::takeFailure(KyScriptRunner& runner, lua_State* thread) {
+    KyScriptDebugger::Private::handleError(runner.getState(), thread, 0, -1);
     KyLuaFailure& failure = runner.editFailure();
     std::string traceback;
     kyLuaTraceback(thread, 0, traceback);
@@ -212,10 +204,10 @@ void KyCoroutineTable::resumeThreads(KyScriptRunner& runner, double elapsedSecon
 
 KyCoroutineTable::Outcome KyCoroutineTable::resumeThread(KyScriptRunner& runner, lua_State* thread,
                                                          double elapsedSeconds) {
-    const ThreadState threadState = getThreadState(thread);
-    if (threadState == ThreadState::eExecuting)
+    const KyLuaThreadState threadState = kyLuaThreadState(thread);
+    if (threadState == KyLuaThreadState::eExecuting)
         return Outcome::eWaiting;
-    if (threadState == ThreadState::eDead || lua_checkstack(thread, 1) == 0) {
+    if (threadState == KyLuaThreadState::eDead || lua_checkstack(thread, 1) == 0) {
         runner.editFailure() = {"cannot resume dead coroutine", {}};
         return Outcome::eFailed;
     }
@@ -254,17 +246,7 @@ void KyCoroutineTable::setHook(lua_Hook hook, int mask) {
     KyScriptRunner runner(mEngine);
     if (!runner.isOpen())
         return;
-    lua_sethook(runner.editGuard().getMainState(), hook, mask, 0);
-    const auto install = [this, hook, mask](lua_State* state) {
-        pushTable(state);
-        if (!lua_istable(state, -1))
-            return;
-        lua_pushnil(state);
-        while (lua_next(state, -2) != 0) {
-            lua_pop(state, 1);
-            lua_sethook(lua_tothread(state, -1), hook, mask, 0);
-        }
-    };
+    const auto install = [hook, mask](lua_State* state) { kyLuaHookThreads(state, hook, mask); };
     if (!runner.run(install))
         runner.report();
 }

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "KyLuaCall_p.h"
 
+#include "KyScriptDebugger_p.h"
+
 #include <cstdio>
 #include <string_view>
 
@@ -28,6 +30,7 @@ int callBody(lua_State* state) {
 /// The message handler: keeps the traceback and passes the message on as it is.
 int keepTraceback(lua_State* state) {
     const ProtectedBody& body = argumentBody(state, lua_upvalueindex(1));
+    KyScriptDebugger::Private::handleError(state, state, 1, 1);
     kyLuaTraceback(state, 1, body.failure->traceback);
     lua_settop(state, 1);
     return 1;
@@ -103,6 +106,10 @@ bool KyLuaDetail::runProtected(lua_State* state, ProtectedBody& body) {
         lua_pop(state, 1);
     }
     return !body.failed;
+}
+
+bool kyIsOwnLuaCall(lua_CFunction function) {
+    return function == &callProtected || function == &callBody || function == &keepTraceback;
 }
 
 void kyLuaErrorText(lua_State* state, int index, std::string& text) {

@@ -57,6 +57,9 @@ bool kyProtectedCall(lua_State* state, Body&& body, KyLuaFailure& failure) {
     return KyLuaDetail::runProtected(state, call);
 }
 
+/// Whether the function is one that kyProtectedCall calls for itself.
+bool kyIsOwnLuaCall(lua_CFunction function);
+
 /// Text of the error value at `index`: strings and numbers unchanged, else what its __tostring gives, else
 /// "(error object is not a string)". Runs scripts; may raise a memory error.
 void kyLuaErrorText(lua_State* state, int index, std::string& text);

@@ -6,7 +6,7 @@
 
 /// What a host does while a script is stopped: it implements wait(), which is called over and over until the script
 /// goes on, for example to process pending events of the user interface. Given to KyScriptEngine::setLuaDebugger, which
-/// does not own it. Stopping and stepping come with the script debugger; nothing calls wait() before.
+/// does not own it.
 class KYAPPLICATION_EXPORT KyLuaDebugger {
 public:
     virtual ~KyLuaDebugger();

@@ -35,3 +35,8 @@ double KyResumeCoroutinesTask::takeElapsedTime() {
     mReference += milliseconds * cMicrosecondsPerMillisecond;
     return static_cast<double>(milliseconds) * cSecondsPerMillisecond;
 }
+
+void KyResumeCoroutinesTask::skipElapsedTime() {
+    if (mReference != cNoReference)
+        mReference = mTimer.getPreciseElapsedTime();
+}

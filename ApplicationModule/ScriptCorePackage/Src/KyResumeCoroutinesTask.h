@@ -20,6 +20,8 @@ public:
 
     /// Seconds since the last call, in whole milliseconds; the rest counts in the next one. -0.001 the first time.
     double takeElapsedTime();
+    /// The time until now counts for nothing.
+    void skipElapsedTime();
 
 private:
     static constexpr std::int64_t cNoReference = -1;

@@ -5,8 +5,10 @@
 #include "KyCoroutineTable_p.h"
 #include "KyLuaClass_p.h"
 #include "KyLuaStackText_p.h"
+#include "KyLuaThreads_p.h"
 #include "KyLuaValueTypes_p.h"
 #include "KyResumeCoroutinesTask.h"
+#include "KyScriptDebugger_p.h"
 #include "KyScriptFile_p.h"
 #include "KyScriptFunctions_p.h"
 #include "KyScriptPublications_p.h"
@@ -59,7 +61,8 @@ KyScriptEngine::KyScriptEngine()
     , mPublications(std::make_unique<KyScriptPublications>(*this))
     , mFunctions(std::make_unique<KyScriptFunctions>())
     , mResumeTask(std::make_unique<KyResumeCoroutinesTask>(*this))
-    , mCoroutines(std::make_unique<KyCoroutineTable>(*this)) {
+    , mCoroutines(std::make_unique<KyCoroutineTable>(*this))
+    , mScriptDebugger(std::make_unique<KyScriptDebugger>(*this)) {
     resetLuaState();
     KyType::removedSignal().connect(this, &KyScriptEngine::typeRemovedSlot);
     KyMainTaskManager::get().addTask(mResumeTask.get(), cTaskPosition, cTaskPhase);
@@ -184,6 +187,7 @@ void KyScriptEngine::prepareLuaState() {
     KyScriptRunner runner(*this);
     const auto prepare = [](lua_State* state) {
         luaL_openlibs(state);
+        kyLuaPrepareThreads(state);
         setRawGlobal(state, "bindClass", &bindClassByName);
         luabind::open(state);
         kyBindValueTypes1(state);
@@ -222,15 +226,20 @@ void KyScriptEngine::closeNow() {
 
 bool KyScriptEngine::executeScript(const std::string& path) {
     const KyScriptFile file(path);
-    return file.isLocal() && KyScriptRunner(*this).executeFile(file.getFileName(), nullptr);
+    return file.isLocal() && executeFile(file, nullptr);
 }
 
 std::vector<KyField> KyScriptEngine::executeScriptWithReturnValues(const std::string& path) {
     std::vector<KyField> results;
     const KyScriptFile file(path);
     if (file.isLocal())
-        KyScriptRunner(*this).executeFile(file.getFileName(), &results);
+        executeFile(file, &results);
     return results;
+}
+
+bool KyScriptEngine::executeFile(const KyScriptFile& file, std::vector<KyField>* results) {
+    mScriptDebugger->mPrivate->scriptPaths["@" + file.getFileName()] = file.getPath();
+    return KyScriptRunner(*this).executeFile(file.getFileName(), results);
 }
 
 bool KyScriptEngine::executeChunk(const std::string& chunk) {
@@ -240,7 +249,7 @@ bool KyScriptEngine::executeChunk(const std::string& chunk) {
 bool KyScriptEngine::executeChunk(const std::string& chunk, const std::string& chunkName,
                                   const std::list<int>& breakpoints) {
     if (!breakpoints.empty())
-        mBreakpoints[chunkName] = breakpoints;
+        mScriptDebugger->mPrivate->setLines(chunkName, breakpoints);
     return KyScriptRunner(*this).execute({chunk, chunkName}, nullptr);
 }
 
@@ -313,5 +322,6 @@ unsigned KyScriptEngine::getNbCoroutines() const {
 }
 
 void KyScriptEngine::resumeCoroutines(double elapsedSeconds) {
-    mCoroutines->resumeAll(elapsedSeconds);
+    if (!isStopped())
+        mCoroutines->resumeAll(elapsedSeconds);
 }

@@ -23,6 +23,8 @@ class KyCoroutineTable;
 class KyDynamicObject;
 class KyLuaDebugger;
 class KyResumeCoroutinesTask;
+class KyScriptDebugger;
+class KyScriptFile;
 class KyScriptFunctions;
 class KyScriptPublications;
 
@@ -182,7 +184,8 @@ public:
     /// Installs the debug hook on the state and on every waiting coroutine; it stays through resetLuaState.
     void setHook();
     void removeHook();
-    /// The debug hook. Stepping comes with the script debugger; for now it returns at once.
+    /// The debug hook. At a breakpoint, and after step(), a script stops at a line: "break" goes to the standard
+    /// output, the debugger's wait() is called over and over until resume() or step(), then "resume" follows.
     static void hook(lua_State* state, lua_Debug* record);
     /// Lets a stopped script run on. Any thread.
     void resume() { mResumeFlag = true; }
@@ -196,8 +199,15 @@ public:
     /// Not owned; null is allowed at any time.
     void setLuaDebugger(KyLuaDebugger* debugger) { mDebugger = debugger; }
     KyLuaDebugger* getLuaDebugger() const { return mDebugger; }
-    /// Holds the debugger's parameters as attributes; null while the engine ends.
-    KyDynamicObject* getDebugEntity() const { return mDebugEntity.get(); }
+    /// Breakpoints with conditions, further steps, frames and variables of scripts that stand still.
+    KyScriptDebugger& editDebugger() { return *mScriptDebugger; }
+    /// Whether a script of this engine stands still.
+    bool isStopped() const;
+    /// Holds the debugger's parameters as attributes; null while the engine ends. They are brought up to date where
+    /// somebody can see them: when a script stops, at every line and call while the entity's modified signal is
+    /// connected, and by this call itself, also from inside a script. A run that nobody looked at leaves its last line,
+    /// source and calls here and the present globals, but no locals.
+    KyDynamicObject* getDebugEntity() const;
     /// The parameter of that name in a category such as "category=Locals;", made as an empty text when it is not there.
     const KyAttributeInterface* getOrCreateLuaDebuggerParameter(const std::string& name, const std::string& category);
     /// Null for a value of no type.
@@ -209,6 +219,7 @@ public:
     KySignal<KyObject*, const std::string&> unboundSignal{"unboundSignal"};
 
 private:
+    friend class KyScriptDebugger;
     friend class KyScriptPublications;
     friend class KyScriptRunner;
 
@@ -219,6 +230,9 @@ private:
     void copyFrom(KyScriptEngine* other);
     void prepareLuaState();
     void closeNow();
+    bool executeFile(const KyScriptFile& file, std::vector<KyField>* results);
+    bool hasBreakpoint(std::string_view chunkName, int line) const;
+    void fileLocals(lua_State* state, lua_State* thread, const lua_Debug& record);
     void fileVariables(const std::map<std::string, KyField, std::less<>>& variables, const std::string& category);
     void typeRemovedSlot(const KyType* type);
 
@@ -235,7 +249,8 @@ private:
     bool mAreReturnValuesOutput = false;
     bool mIsClosing = false;
     bool mHasHook = false;
-    std::map<std::string, std::list<int>> mBreakpoints;
+    std::map<std::string, std::list<int>, std::less<>> mBreakpoints;
+    std::unique_ptr<KyScriptDebugger> mScriptDebugger;
     std::unique_ptr<KyDynamicObject> mDebugEntity;
     KyLuaDebugger* mDebugger = nullptr;
     std::atomic<bool> mResumeFlag = false;

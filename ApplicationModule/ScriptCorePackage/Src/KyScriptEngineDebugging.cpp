@@ -5,6 +5,7 @@
 #include "KyCoroutineTable_p.h"
 #include "KyLuaCall_p.h"
 #include "KyLuaVariables_p.h"
+#include "KyScriptDebugger_p.h"
 
 #include "KyDynamicObject.h"
 
@@ -49,23 +50,43 @@ void KyScriptEngine::removeHook() {
     mCoroutines->setHook(nullptr, 0);
 }
 
-void KyScriptEngine::hook(lua_State*, lua_Debug*) {}
+void KyScriptEngine::hook(lua_State* state, lua_Debug* record) {
+    KyScriptDebugger::Private::handleEvent(state, record);
+}
+
+bool KyScriptEngine::isStopped() const {
+    return mScriptDebugger->isStopped();
+}
+
+KyDynamicObject* KyScriptEngine::getDebugEntity() const {
+    if (mDebugEntity)
+        mScriptDebugger->mPrivate->refreshEntity();
+    return mDebugEntity.get();
+}
 
 bool KyScriptEngine::needToBreak(const std::string& chunkName, int line) const {
+    return hasBreakpoint(chunkName, line);
+}
+
+bool KyScriptEngine::hasBreakpoint(std::string_view chunkName, int line) const {
     const auto found = mBreakpoints.find(chunkName);
     return found != mBreakpoints.end() &&
            std::find(found->second.begin(), found->second.end(), line) != found->second.end();
 }
 
 void KyScriptEngine::clearBreakpoints(const std::string& chunkName) {
-    mBreakpoints.erase(chunkName);
+    mScriptDebugger->mPrivate->setLines(chunkName, {});
 }
 
 void KyScriptEngine::getLocalVariables(lua_State* state, lua_Debug* record) {
+    fileLocals(state, state, *record);
+}
+
+void KyScriptEngine::fileLocals(lua_State* state, lua_State* thread, const lua_Debug& record) {
     KyLuaVariables variables;
     KyLuaFailure failure;
     if (kyProtectedCall(
-            state, [&](lua_State* inner) { kyCollectLocals(inner, record, variables); }, failure))
+            state, [&](lua_State*) { kyCollectLocals(thread, &record, variables); }, failure))
         fileVariables(variables, cLocalsCategory);
 }
 

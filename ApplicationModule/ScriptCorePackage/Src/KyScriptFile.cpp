@@ -39,6 +39,7 @@ KyScriptFile::KyScriptFile(const std::string& path)
     mIsLocal = information.getLocalDirectory(directory) && information.getFileName(mFileName) && !mFileName.empty();
     if (!mIsLocal)
         return;
+    mPath = directory + mFileName;
     mHasCurrentDirectory = KyResource::pushCurrentDirectory(directory);
     mHasThreadDirectory = KyResource::pushThreadDirectory(mThread, directory);
     if (!mHasCurrentDirectory)

@@ -22,9 +22,12 @@ public:
     bool isLocal() const { return mIsLocal; }
     /// Name to load it by: the bare name, or the whole path when its directory cannot be entered.
     const std::string& getFileName() const { return mFileName; }
+    /// With its directory.
+    const std::string& getPath() const { return mPath; }
 
 private:
     std::string mFileName;
+    std::string mPath;
     KyThread::ID mThread;
     bool mIsLocal = false;
     bool mHasCurrentDirectory = false;

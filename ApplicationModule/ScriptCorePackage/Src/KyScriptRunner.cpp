@@ -4,6 +4,7 @@
 
 #include "KyCoroutineTable_p.h"
 #include "KyLuaConverters_p.h"
+#include "KyScriptDebugger_p.h"
 #include "KyScriptEngine.h"
 #include "KyScriptFile_p.h"
 
@@ -47,8 +48,10 @@ void pushArguments(lua_State* state, const std::vector<KyField>& arguments) {
 KyScriptRunner::KyScriptRunner(KyScriptEngine& engine)
     : mHandle(engine.mHandle)
     , mGuard(engine.mState) {
-    if (isOpen() && isHostLevel())
-        engine.mCoroutines->dropFailedThread(getState());
+    if (!isOpen() || !isHostLevel())
+        return;
+    engine.mCoroutines->dropFailedThread(getState());
+    engine.mScriptDebugger->mPrivate->beginRun();
 }
 
 bool KyScriptRunner::isCurrent() const {
