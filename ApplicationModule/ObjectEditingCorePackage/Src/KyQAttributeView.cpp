@@ -1,0 +1,72 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#include "KyQAttributeView_p.h"
+
+#include "KyQAttributeModel.h"
+
+#include <QKeyEvent>
+
+namespace {
+
+QModelIndex findValue(const QModelIndex& index) {
+    return index.siblingAtColumn(KyQAttributeModel::eValueColumn);
+}
+
+} // namespace
+
+KyQAttributeView::KyQAttributeView(QWidget* parent)
+    : QTreeView(parent) {
+    setUniformRowHeights(true);
+    setAlternatingRowColors(true);
+    setAllColumnsShowFocus(true);
+    setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::SelectedClicked);
+}
+
+void KyQAttributeView::keyPressEvent(QKeyEvent* event) {
+    const QModelIndex value = findValue(currentIndex());
+    const bool isFree = value.isValid() && state() != EditingState;
+    const bool isEdit = event->key() == Qt::Key_F2 || event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (isFree && isEdit && (value.flags() & Qt::ItemIsEditable)) {
+        setCurrentIndex(value);
+        edit(value);
+    } else if (isFree && event->key() == Qt::Key_Space && (value.flags() & Qt::ItemIsUserCheckable)) {
+        toggle(value);
+    } else {
+        QTreeView::keyPressEvent(event);
+    }
+}
+
+void KyQAttributeView::toggle(const QModelIndex& index) {
+    const bool isChecked = index.data(Qt::CheckStateRole).toInt() == Qt::Checked;
+    model()->setData(index, isChecked ? Qt::Unchecked : Qt::Checked, Qt::CheckStateRole);
+}
+
+// The view's own way stops at the first row that cannot be edited.
+void KyQAttributeView::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
+    const bool isForward = hint == QAbstractItemDelegate::EditNextItem;
+    const bool isOn = isForward || hint == QAbstractItemDelegate::EditPreviousItem;
+    QTreeView::closeEditor(editor, isOn ? QAbstractItemDelegate::NoHint : hint);
+    if (isOn)
+        editFrom(currentIndex(), isForward);
+}
+
+void KyQAttributeView::editFrom(QModelIndex index, bool isForward) {
+    do
+        index = isForward ? indexBelow(index) : indexAbove(index);
+    while (index.isValid() && !(findValue(index).flags() & Qt::ItemIsEditable));
+    if (!index.isValid())
+        return;
+    setCurrentIndex(findValue(index));
+    edit(findValue(index));
+}
+
+void KyQAttributeView::rowsInserted(const QModelIndex& parent, int start, int end) {
+    QTreeView::rowsInserted(parent, start, end);
+    if (parent.isValid())
+        return;
+    for (int row = start; row <= end; ++row) {
+        const QModelIndex index = model()->index(row, 0, parent);
+        if (index.data(KyQAttributeModel::eCategoryRole).toBool())
+            expand(index);
+    }
+}

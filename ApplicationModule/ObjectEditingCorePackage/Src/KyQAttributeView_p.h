@@ -1,0 +1,23 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QTreeView>
+
+/// The tree of an attribute editor with its keyboard: F2 and Return edit the value of the current row, Space switches a
+/// flag, Tab goes on to the next value that can be edited.
+class KyQAttributeView : public QTreeView {
+    Q_OBJECT
+
+public:
+    explicit KyQAttributeView(QWidget* parent = nullptr);
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
+    void rowsInserted(const QModelIndex& parent, int start, int end) override;
+
+private:
+    void editFrom(QModelIndex index, bool isForward);
+    void toggle(const QModelIndex& index);
+};

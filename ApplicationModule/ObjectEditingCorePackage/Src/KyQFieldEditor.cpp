@@ -1,0 +1,121 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#include "KyQFieldEditor.h"
+
+#include "KyQAttributeModel.h"
+
+#include <QApplication>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+
+#include <algorithm>
+
+namespace {
+
+int makeSession() {
+    static int count = 0;
+    return ++count;
+}
+
+} // namespace
+
+KyQFieldEditor::KyQFieldEditor(QWidget* parent)
+    : QWidget(parent)
+    , mLayout(new QHBoxLayout(this))
+    , mSession(makeSession()) {
+    mLayout->setContentsMargins(0, 0, 0, 0);
+    mLayout->setSpacing(1);
+    setAutoFillBackground(true);
+}
+
+void KyQFieldEditor::setField(const KyField& field) {
+    if (mIsModified)
+        return;
+    mIsShowing = true;
+    showField(field);
+    mIsShowing = false;
+    mIsModified = false;
+}
+
+void KyQFieldEditor::writeTo(QAbstractItemModel& model, const QModelIndex& index) {
+    KyField field;
+    if (!mIsModified || !getField(field))
+        return;
+    mModel = &model;
+    mIndex = index;
+    const QPointer<KyQFieldEditor> self(this);
+    const QPersistentModelIndex cell(index);
+    // What the value becomes is to be shown when it is told.
+    mIsModified = false;
+    model.setData(index, mSession, KyQAttributeModel::eEditingRole);
+    if (cell.isValid())
+        model.setData(cell, QVariant::fromValue(field), KyQAttributeModel::eFieldRole);
+    if (self && cell.isValid())
+        setField(cell.data(KyQAttributeModel::eFieldRole).value<KyField>());
+}
+
+void KyQFieldEditor::revert() {
+    mIsModified = false;
+    if (mModel && mIndex.isValid())
+        mModel->setData(mIndex, -mSession, KyQAttributeModel::eEditingRole);
+}
+
+void KyQFieldEditor::addPart(QWidget* part, int stretch) {
+    mLayout->addWidget(part, stretch);
+    part->installEventFilter(this);
+    mParts.push_back(part);
+    if (mParts.size() == 1)
+        setFocusProxy(part);
+}
+
+void KyQFieldEditor::addButton(QWidget* button) {
+    mLayout->addWidget(button);
+    button->setFocusPolicy(Qt::NoFocus);
+}
+
+void KyQFieldEditor::commitNow() {
+    if (mIsShowing)
+        return;
+    mIsModified = true;
+    committed(this);
+}
+
+bool KyQFieldEditor::focusPart(const QObject* from, int step) {
+    const auto found = std::find(mParts.begin(), mParts.end(), from);
+    const auto next = (found - mParts.begin()) + step;
+    if (next < 0 || next >= static_cast<std::ptrdiff_t>(mParts.size()))
+        return false;
+    mParts[static_cast<std::size_t>(next)]->setFocus(step > 0 ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+    return true;
+}
+
+// Dialogs of an editor take the focus to another window.
+void KyQFieldEditor::tellFocusOut(Qt::FocusReason reason) {
+    if (reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason)
+        return;
+    QFocusEvent focusOut(QEvent::FocusOut, reason);
+    QApplication::sendEvent(this, &focusOut);
+}
+
+// The view's delegate watches the editor alone, so keys and the focus of its parts are told in its name.
+bool KyQFieldEditor::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::FocusOut)
+        tellFocusOut(static_cast<QFocusEvent*>(event)->reason());
+    if (event->type() != QEvent::KeyPress)
+        return QWidget::eventFilter(watched, event);
+    const auto* pressed = static_cast<QKeyEvent*>(event);
+    const bool isTab = pressed->key() == Qt::Key_Tab;
+    const bool isBacktab = pressed->key() == Qt::Key_Backtab;
+    if ((isTab || isBacktab) && focusPart(watched, isTab ? 1 : -1))
+        return true;
+    const bool isEnd = pressed->key() == Qt::Key_Return || pressed->key() == Qt::Key_Enter;
+    if (!isTab && !isBacktab && !isEnd && pressed->key() != Qt::Key_Escape)
+        return QWidget::eventFilter(watched, event);
+    QKeyEvent copy(QEvent::KeyPress, pressed->key(), pressed->modifiers(), pressed->text());
+    QApplication::sendEvent(this, &copy);
+    return true;
+}
+
+void KyQFieldEditor::keyPressEvent(QKeyEvent* event) {
+    event->accept();
+}

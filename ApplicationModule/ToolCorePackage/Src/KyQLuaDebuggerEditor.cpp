@@ -1,0 +1,77 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#include "KyQLuaDebuggerEditor.h"
+
+#include "KyQAttributeEditor.h"
+#include "KyScriptDebugger.h"
+#include "KyScriptEngine.h"
+
+#include "KyDynamicObject.h"
+
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+KyQLuaDebuggerEditor::KyQLuaDebuggerEditor(QWidget* parent)
+    : QWidget(parent)
+    , mAttributeEditor(new KyQAttributeEditor(this, KyQAttributeEditor::eInspection))
+    , mResumeButton(new QPushButton)
+    , mStepButton(new QPushButton) {
+    setObjectName(QStringLiteral("KyQLuaDebuggerEditorWidget"));
+    mAttributeEditor->setObjectName(QStringLiteral("mAttributeEditor"));
+    mResumeButton->setObjectName(QStringLiteral("mResumeButton"));
+    mStepButton->setObjectName(QStringLiteral("mStepButton"));
+    auto* buttons = new QHBoxLayout;
+    buttons->addWidget(mResumeButton);
+    buttons->addWidget(mStepButton);
+    buttons->addStretch();
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(mAttributeEditor);
+    layout->addLayout(buttons);
+    connect(mResumeButton, SIGNAL(clicked(bool)), this, SLOT(resumeLuaActionSlot(bool)));
+    connect(mStepButton, SIGNAL(clicked(bool)), this, SLOT(stepLuaActionSlot(bool)));
+    updateTranslations();
+    follow();
+}
+
+// The engine may come later than the widget. It brings its entity up to date when that is asked for and nobody listens.
+void KyQLuaDebuggerEditor::follow() {
+    disconnectAll();
+    mAttributeEditor->setObject(nullptr);
+    KyScriptEngine* engine = KyScriptEngine::find();
+    mAttributeEditor->setObject(engine ? engine->getDebugEntity() : nullptr);
+    if (engine)
+        engine->editDebugger().stoppedSignal.connect(this, &KyQLuaDebuggerEditor::onStopped);
+}
+
+// New variables are not told one by one.
+void KyQLuaDebuggerEditor::onStopped() {
+    mAttributeEditor->refresh();
+}
+
+void KyQLuaDebuggerEditor::resumeLuaActionSlot(bool) {
+    if (KyScriptEngine* engine = KyScriptEngine::find())
+        engine->resume();
+}
+
+void KyQLuaDebuggerEditor::stepLuaActionSlot(bool) {
+    if (KyScriptEngine* engine = KyScriptEngine::find())
+        engine->step();
+}
+
+void KyQLuaDebuggerEditor::updateTranslations() {
+    mResumeButton->setText(tr("&Resume"));
+    mStepButton->setText(tr("&Step"));
+}
+
+void KyQLuaDebuggerEditor::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::LanguageChange)
+        updateTranslations();
+    QWidget::changeEvent(event);
+}
+
+void KyQLuaDebuggerEditor::showEvent(QShowEvent* event) {
+    follow();
+    QWidget::showEvent(event);
+}

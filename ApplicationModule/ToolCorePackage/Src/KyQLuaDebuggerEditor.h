@@ -1,0 +1,47 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "KyApplicationExport.h"
+
+#include "KySignal.h"
+
+#include <QWidget>
+
+class KyQAttributeEditor;
+class QPushButton;
+
+/// Shows what the script engine's debugger knows of the script that stands still (its line, calls, locals and globals)
+/// and has two buttons: resume and step. While it is visible, scripts pay for every line that they run.
+///
+/// The host keeps it alive while a script stands still, by processing events in its KyLuaDebugger::wait.
+///
+/// ```
+/// auto* debugger = new KyQLuaDebuggerEditor(&window);
+/// debugger->show();
+/// ```
+class KYAPPLICATION_EXPORT KyQLuaDebuggerEditor : public QWidget, public KyHasSlots {
+    Q_OBJECT
+
+public:
+    explicit KyQLuaDebuggerEditor(QWidget* parent = nullptr);
+
+public Q_SLOTS:
+    /// Lets a stopped script run on; nothing without an engine.
+    void resumeLuaActionSlot(bool isChecked);
+    /// Stops at the next line.
+    void stepLuaActionSlot(bool isChecked);
+
+protected:
+    void changeEvent(QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+
+private:
+    void follow();
+    void onStopped();
+    void updateTranslations();
+
+    KyQAttributeEditor* mAttributeEditor;
+    QPushButton* mResumeButton;
+    QPushButton* mStepButton;
+};
