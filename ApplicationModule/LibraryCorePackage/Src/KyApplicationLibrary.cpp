@@ -36,6 +36,7 @@
 #include "KyObjectConverterEntry_p.h"
 #include "KyOrientationObject.h"
 #include "KyPassSurface.h"
+#include "KyQAttributeItemDelegate.h"
 #include "KyQGLGraphicsView.h"
 #include "KyQGLWindow.h"
 #include "KyQGraphicsItemIntersected.h"
@@ -43,6 +44,7 @@
 #include "KyQOpenGLWindow.h"
 #include "KyQWindow.h"
 #include "KyQmlPass.h"
+#include "KyQtLuaBinding.h"
 #include "KyQtPass.h"
 #include "KyQtPassEventHandler.h"
 #include "KyQtStreamBuffers_p.h"
@@ -108,6 +110,7 @@ constexpr Step cInitialization[] = {
     &KyDeviceManager::initializeClass,
     &KyScriptEngine::initializeClass,
     &KyLuaBinder::initializeClass,
+    &KyQtLuaBinding::initializeClass,
     &KyFieldToQVariantConvertersRepository::initializeSingleton,
     &KyObjectConverterEntry::enter,
     &KyQtStreamBuffers::addCreator,
@@ -118,6 +121,7 @@ constexpr Step cInitialization[] = {
     &KyManipulatorEventHandler::initializeClass,
     &KySettingsEditorManager::initializeClass,
     &KyStyleParameters::initializeClass,
+    &KyQAttributeItemDelegate::initializeDefaultEditors,
     &KyDoxygenXmlDocMgr::initializeClass,
     &KyDoxygenXmlDocReader::initializeType,
     &Ky2DStyle::initializeClass,
@@ -187,6 +191,7 @@ constexpr Step cFinalization[] = {
     &KyChannelObject::finalizeType,
     &KyDoxygenXmlDocReader::finalizeType,
     &KyDoxygenXmlDocMgr::finalizeClass,
+    &KyQAttributeItemDelegate::finalizeEditors,
     &KyStyleParameters::finalizeClass,
     &KySettingsEditorManager::finalizeClass,
     &KyManipulatorEventHandler::finalizeType,
@@ -200,6 +205,7 @@ constexpr Step cFinalization[] = {
     &KyQtStreamBuffers::closeAll,
     &KyScriptEngine::finalizeClass,
     &KyLuaBinder::finalizeClass,
+    &KyQtLuaBinding::finalizeClass,
     &KyDeviceManager::finalizeClass,
     &KyWindow::finalizeClass,
     &KyQGraphicsItemIntersected::finalizeType,

@@ -1,0 +1,79 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#include "KyQtLuaClass_p.h"
+#include "KyQtTypes_p.h"
+
+#include <QAction>
+#include <QDockWidget>
+#include <QIcon>
+#include <QMenu>
+#include <QScrollArea>
+#include <QStackedWidget>
+
+namespace {
+
+/// Qt follows a null pointer when there is nothing in the area.
+void ensureWidgetVisible(QScrollArea& area, QWidget& widget, int xMargin, int yMargin) {
+    if (area.widget())
+        area.ensureWidgetVisible(&widget, xMargin, yMargin);
+}
+
+luabind::scope makeScrollArea() {
+    auto areaClass = kyQtClass<QScrollArea, QWidget>("QScrollArea");
+    kyQtWidgetConstructors<QScrollArea>(areaClass);
+    areaClass
+        .def("ensureWidgetVisible",
+             kyQtCall([](QScrollArea& area, QWidget& widget) { ensureWidgetVisible(area, widget, 50, 50); }))
+        .def("ensureWidgetVisible", kyQt<&ensureWidgetVisible>)
+        .def("ensureVisible", kyQtCall([](QScrollArea& area, int x, int y) { area.ensureVisible(x, y); }))
+        .def("ensureVisible", kyQtCall([](QScrollArea& area, int x, int y, int xMargin, int yMargin) {
+                 area.ensureVisible(x, y, xMargin, yMargin);
+             }));
+    return areaClass;
+}
+
+void setDockWidget(QDockWidget& dock, QWidget* widget) {
+    if (widget)
+        kyCheckQtParent(*widget, dock);
+    dock.setWidget(widget);
+}
+
+luabind::scope makeDockWidget() {
+    auto dockClass = kyQtClass<QDockWidget, QWidget>("QDockWidget");
+    kyQtWidgetConstructors<QDockWidget>(dockClass);
+    dockClass.def("isFloating", kyQt<&QDockWidget::isFloating>)
+        .def("setFloating", kyQt<&QDockWidget::setFloating>)
+        .def("setWidget", kyQt<&setDockWidget>);
+    return dockClass;
+}
+
+luabind::scope makeStackedWidget() {
+    auto stackClass = kyQtClass<QStackedWidget, QWidget>("QStackedWidget");
+    kyQtWidgetConstructors<QStackedWidget>(stackClass);
+    stackClass.def("currentIndex", kyQt<&QStackedWidget::currentIndex>)
+        .def("setCurrentIndex", kyQt<&QStackedWidget::setCurrentIndex>);
+    return stackClass;
+}
+
+luabind::scope makeMenu() {
+    auto menuClass = kyQtClass<QMenu, QWidget>("QMenu");
+    menuClass
+        .def("__init", kyQtConstructor<QMenu>(
+                           +[](const QString& title, QWidget* parent) -> QObject* { return new QMenu(title, parent); }))
+        .def("addAction", kyQtCall([](QMenu& menu, const QString& text) { return menu.addAction(text); }))
+        .def("addAction",
+             kyQtCall([](QMenu& menu, const QIcon& icon, const QString& text) { return menu.addAction(icon, text); }))
+        .def("addAction",
+             kyQtCall([](QMenu& menu, QAction& action) { static_cast<QWidget&>(menu).addAction(&action); }))
+        .def("activeAction", kyQt<&QMenu::activeAction>)
+        .def("clear", kyQt<&QMenu::clear>)
+        .def("setTitle", kyQt<&QMenu::setTitle>)
+        .def("title", kyQt<&QMenu::title>);
+    return menuClass;
+}
+
+} // namespace
+
+luabind::scope kyMakeQtContainerTypes() {
+    return makeScrollArea(), makeDockWidget(), makeStackedWidget(), makeMenu();
+}

@@ -1,0 +1,60 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#include "KyQtLuaClass_p.h"
+#include "KyQtTypes_p.h"
+
+#include <QAbstractButton>
+#include <QDoubleSpinBox>
+#include <QIcon>
+#include <QMenu>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QSlider>
+
+#include <cmath>
+
+namespace {
+
+luabind::scope makeSliders() {
+    auto abstractClass = kyQtClass<QAbstractSlider, QWidget>("QAbstractSlider");
+    kyQtRange<QAbstractSlider>(abstractClass);
+    auto sliderClass = kyQtClass<QSlider, QAbstractSlider>("QSlider");
+    kyQtWidgetConstructors<QSlider>(sliderClass);
+    return abstractClass, sliderClass;
+}
+
+luabind::scope makeSpinBox() {
+    auto boxClass = kyQtClass<QDoubleSpinBox, QWidget>("QDoubleSpinBox");
+    kyQtWidgetConstructors<QDoubleSpinBox>(boxClass);
+    boxClass.def("value", kyQt<&QDoubleSpinBox::value>).def("setValue", kyQtCall([](QDoubleSpinBox& box, double value) {
+                                                                box.setValue(std::isnan(value) ? 0.0 : value);
+                                                            }));
+    return boxClass;
+}
+
+luabind::scope makeProgressBar() {
+    auto barClass = kyQtClass<QProgressBar, QWidget>("QProgressBar");
+    kyQtWidgetConstructors<QProgressBar>(barClass);
+    kyQtRange<QProgressBar>(barClass);
+    return barClass;
+}
+
+luabind::scope makeButtons() {
+    auto abstractClass = kyQtClass<QAbstractButton, QWidget>("QAbstractButton");
+    abstractClass.def("isChecked", kyQt<&QAbstractButton::isChecked>)
+        .def("setChecked", kyQt<&QAbstractButton::setChecked>)
+        .def("text", kyQt<&QAbstractButton::text>)
+        .def("setText", kyQt<&QAbstractButton::setText>)
+        .def("icon", kyQt<&QAbstractButton::icon>)
+        .def("setIcon", kyQt<&QAbstractButton::setIcon>);
+    auto pushClass = kyQtClass<QPushButton, QAbstractButton>("QPushButton");
+    kyQtWidgetConstructors<QPushButton>(pushClass);
+    pushClass.def("setMenu", kyQt<&QPushButton::setMenu>);
+    return abstractClass, pushClass;
+}
+
+} // namespace
+
+luabind::scope kyMakeQtControlTypes() {
+    return makeSliders(), makeSpinBox(), makeProgressBar(), makeButtons();
+}

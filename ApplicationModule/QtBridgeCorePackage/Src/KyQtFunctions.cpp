@@ -1,0 +1,148 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#include "KyQtConnection_p.h"
+#include "KyQtForm_p.h"
+#include "KyQtLifetime_p.h"
+#include "KyQtLuaBinding.h"
+#include "KyQtLuaClass_p.h"
+#include "KyQtTypes_p.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QThread>
+#include <QUuid>
+#include <QWidget>
+
+namespace {
+
+using luabind::argument;
+
+/// What the toolkit keeps about the application is no script's; what scripts may make there is.
+bool isOfApplication(const QObject& object) {
+    const QObject* above = &object;
+    while (above->parent())
+        above = above->parent();
+    return above == QCoreApplication::instance() && !object.isWidgetType() && !object.inherits("QAction") &&
+           !object.inherits("QMovie");
+}
+
+void deleteQObject(lua_State* state, const argument& value) {
+    value.push(state);
+    const luabind::detail::stack_pop pop(state, 1);
+    const KyQtHandle* handle = kyFindQtHandle(state, lua_gettop(state));
+    if (!handle && !lua_isnil(state, -1))
+        throw KyScriptError("deleteQObject : Qt object expected");
+    QObject* object = handle ? handle->find() : nullptr;
+    if (!object)
+        return;
+    if (isOfApplication(*object) || KyQtLifetime::isPart(*object))
+        throw KyScriptError("this Qt object cannot be deleted");
+    const KyLuaRunning running(state);
+    KyQtLifetime::destroy(*object);
+}
+
+QObject* loadUi(lua_State* state, const QString& file, QWidget* parent) {
+    kyCheckQtGui();
+    const KyLuaRunning running(state);
+    return kyLoadQtForm(file, QString::fromStdString(KyQtLuaBinding::getDataPath()), parent);
+}
+
+QString generateGUID() {
+    return QUuid::createUuid().toString();
+}
+
+QObject* getApplication() {
+    return QCoreApplication::instance();
+}
+
+KyQtConnections& editConnections(lua_State* state, const QObject& sender) {
+    KyQtConnections* connections = KyQtConnections::find(state);
+    if (!connections || sender.thread() != QThread::currentThread())
+        throw KyScriptError("the Qt object belongs to another thread");
+    return *connections;
+}
+
+void connectSignal(lua_State* state, QObject& sender, const QString& signal, const argument& function) {
+    function.push(state);
+    const luabind::detail::stack_pop pop(state, 1);
+    if (!lua_isfunction(state, -1))
+        throw KyScriptError("connect : function expected");
+    if (!editConnections(state, sender).connect(state, sender, signal, lua_gettop(state)))
+        throw KyScriptError("connect : " + std::string(sender.metaObject()->className()) + " has no signal " +
+                            signal.toStdString());
+}
+
+int disconnectFunction(lua_State* state, QObject& sender, const QString& signal, const argument& function) {
+    function.push(state);
+    const luabind::detail::stack_pop pop(state, 1);
+    return editConnections(state, sender).disconnect(state, sender, signal, lua_gettop(state));
+}
+
+int disconnectSignal(lua_State* state, QObject& sender, const QString& signal) {
+    return editConnections(state, sender).disconnect(state, sender, signal, 0);
+}
+
+int disconnectAll(lua_State* state, QObject& sender) {
+    return disconnectSignal(state, sender, {});
+}
+
+/// A method that is a global function too.
+struct Alias {
+    const char* name;
+    const char* className;
+    const char* method;
+};
+
+constexpr Alias cAliases[] = {
+    {"QAxWidget_dynamicCall", "QAxWidget", "dynamicCall"},
+    {"QAxWidget_GenerateDoc", "QAxWidget", "generateDocumentation"},
+    {"QBoxLayout_insertWidget", "QBoxLayout", "insertWidget"},
+    {"QComboBox_addItem", "QComboBox", "addItem"},
+    {"QComboBox_insertItem", "QComboBox", "insertItem"},
+    {"QDir_entryList", "QDir", "entryList"},
+    {"QDir_entryListOld", "QDir", "entryList"},
+    {"QObject_property", "QObject", "property"},
+    {"QObject_setProperty", "QObject", "setProperty"},
+    {"QSettings_beginGroup", "QSettings", "beginGroup"},
+    {"QSettings_contains", "QSettings", "contains"},
+    {"QSettings_remove", "QSettings", "remove"},
+    {"QSettings_setValue", "QSettings", "setValue"},
+    {"QSettings_value", "QSettings", "value"},
+    {"QString_fromStdString", "QString", "fromStdString"},
+    {"QString_fromUtf8", "QString", "fromUtf8"},
+    {"QString_toQUrl", "QString", "toQUrl"},
+    {"QString_toStdString", "QString", "toStdString"},
+    {"QString_toUtf8", "QString", "toUtf8"},
+    {"QUrl_toString", "QUrl", "toString"},
+    {"QWidget_getGeometry", "QWidget", "geometry"},
+    {"QWidget_mapToGlobal", "QWidget", "mapToGlobal"},
+    {"findChild", "QObject", "findChild"},
+    {"findChildren", "QObject", "findChildren"},
+    {"getCursorPosition", "QLineEdit", "getCursorPosition"},
+};
+
+} // namespace
+
+luabind::scope kyMakeQtFunctions() {
+    using luabind::def;
+    return def("deleteQObject", &deleteQObject), def("loadUi", &loadUi),
+           def(
+               "loadUi",
+               +[](lua_State* state, const QString& file) -> QObject* { return loadUi(state, file, nullptr); }),
+           def("generateGUID", &generateGUID), def("getQApplication", &getApplication), def("connect", &connectSignal),
+           def("disconnect", &disconnectFunction), def("disconnect", &disconnectSignal),
+           def("disconnect", &disconnectAll);
+}
+
+void kySetQtGlobals(lua_State* state) {
+    for (const auto& [name, className, method] : cAliases) {
+        lua_pushstring(state, name);
+        lua_getglobal(state, className);
+        lua_getfield(state, -1, method);
+        lua_remove(state, -2);
+        lua_rawset(state, LUA_GLOBALSINDEX);
+    }
+    lua_pushliteral(state, "qApp");
+    kyPushQtObject(state, QCoreApplication::instance());
+    lua_rawset(state, LUA_GLOBALSINDEX);
+}

@@ -1,0 +1,51 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#include "KyQtLuaClass_p.h"
+#include "KyQtTypes_p.h"
+
+#include <QComboBox>
+#include <QIcon>
+#include <QListWidget>
+
+namespace {
+
+luabind::scope makeListWidget() {
+    auto listClass = kyQtClass<QListWidget, QWidget>("QListWidget");
+    kyQtWidgetConstructors<QListWidget>(listClass);
+    listClass.def("clear", kyQt<&QListWidget::clear>)
+        .def("currentRow", kyQt<&QListWidget::currentRow>)
+        .def("addItem", kyQtCall([](QListWidget& list, const QString& text) { list.addItem(text); }));
+    return listClass;
+}
+
+void removeItem(QComboBox& box, int index) {
+    if (index >= 0 && index < box.count())
+        box.removeItem(index);
+}
+
+luabind::scope makeComboBox() {
+    auto boxClass = kyQtClass<QComboBox, QWidget>("QComboBox");
+    kyQtWidgetConstructors<QComboBox>(boxClass);
+    boxClass.def("addItem", kyQtCall([](QComboBox& box, const QString& text) { box.addItem(text); }))
+        .def("addItem",
+             kyQtCall([](QComboBox& box, const QIcon& icon, const QString& text) { box.addItem(icon, text); }))
+        .def("insertItem",
+             kyQtCall([](QComboBox& box, int index, const QString& text) { box.insertItem(index, text); }))
+        .def("insertItem", kyQtCall([](QComboBox& box, int index, const QIcon& icon, const QString& text) {
+                 box.insertItem(index, icon, text);
+             }))
+        .def("removeItem", kyQt<&removeItem>)
+        .def("currentIndex", kyQt<&QComboBox::currentIndex>)
+        .def("setCurrentIndex", kyQt<&QComboBox::setCurrentIndex>)
+        .def("currentText", kyQt<&QComboBox::currentText>)
+        .def("clear", kyQt<&QComboBox::clear>)
+        .def("count", kyQt<&QComboBox::count>)
+        .def("itemText", kyQt<&QComboBox::itemText>);
+    return boxClass;
+}
+
+} // namespace
+
+luabind::scope kyMakeQtItemTypes() {
+    return makeListWidget(), makeComboBox();
+}

@@ -1,0 +1,148 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#include "KyQtLifetime_p.h"
+#include "KyQtLuaClass_p.h"
+#include "KyQtLuaVariant_p.h"
+#include "KyQtTypes_p.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QIcon>
+#include <QLayout>
+#include <QMovie>
+#include <QThread>
+#include <QWidget>
+
+namespace {
+
+using luabind::argument;
+
+/// In percent.
+constexpr int cMaxSpeed = 100000;
+
+/// Qt takes an empty name for the unnamed ones; here it stands for all.
+QObjectList findChildrenOf(QObject& object, const QString& name) {
+    return KyQtLifetime::getLiving(name.isEmpty() ? object.findChildren<QObject*>()
+                                                  : object.findChildren<QObject*>(name));
+}
+
+QObject* findChildOf(QObject& object, const QString& name) {
+    const QObjectList children = findChildrenOf(object, name);
+    return children.isEmpty() ? nullptr : children.front();
+}
+
+QString getProperty(QObject& object, const QString& name) {
+    return object.property(name.toUtf8().constData()).toString();
+}
+
+bool setProperty(QObject& object, const QString& name, const argument& value) {
+    lua_State* state = value.interpreter();
+    value.push(state);
+    const luabind::detail::stack_pop pop(state, 1);
+    const QVariant variant = luaToQVariant(state, lua_gettop(state));
+    if (!variant.isValid() && !lua_isnil(state, -1)) {
+        kyReportQt("QObject::setProperty : unknown type of value ", kyDescribeLuaValue(state, lua_gettop(state)));
+        return false;
+    }
+    return object.setProperty(name.toUtf8().constData(), variant);
+}
+
+void setWidgetParent(QWidget& widget, QObject* parent) {
+    if (parent && !parent->isWidgetType())
+        throw KyScriptError("the parent of a widget must be a widget");
+    widget.setParent(static_cast<QWidget*>(parent));
+}
+
+void setParent(QObject& object, QObject* parent) {
+    if (qobject_cast<QLayout*>(&object))
+        throw KyScriptError("a layout cannot be given another parent");
+    if (&object == QCoreApplication::instance() || KyQtLifetime::isPart(object))
+        throw KyScriptError("this Qt object cannot be given another parent");
+    if (object.thread() != QThread::currentThread() || (parent && parent->thread() != object.thread()))
+        throw KyScriptError("the Qt objects belong to different threads");
+    if (parent)
+        kyCheckQtParent(object, *parent);
+    if (object.isWidgetType())
+        setWidgetParent(static_cast<QWidget&>(object), parent);
+    else
+        object.setParent(parent);
+}
+
+/// Handles are compared without a look at whether their objects still exist.
+KyQtHandle* findHandle(const argument& value) {
+    lua_State* state = value.interpreter();
+    value.push(state);
+    const luabind::detail::stack_pop pop(state, 1);
+    return kyFindQtHandle(state, lua_gettop(state));
+}
+
+bool areEqual(const argument& a, const argument& b) {
+    const KyQtHandle* left = findHandle(a);
+    const KyQtHandle* right = findHandle(b);
+    return left && right && left->find() && left->find() == right->find();
+}
+
+QString describe(const argument& value) {
+    const KyQtHandle* handle = findHandle(value);
+    if (!handle)
+        return {};
+    const QObject* object = handle->find();
+    const QString name = object ? object->objectName() : QStringLiteral("deleted");
+    return QString::fromUtf8(handle->getClassName()) + QLatin1Char('(') + name + QLatin1Char(')');
+}
+
+luabind::scope makeObject() {
+    kyAddQtClass({"QObject", luabind::detail::registered_class<QObject>::id, &QObject::staticMetaObject});
+    luabind::class_<QObject> objectClass("QObject");
+    objectClass.def("__eq", &areEqual)
+        .def("__tostring", &describe)
+        .def("findChild", kyQt<&findChildOf>)
+        .def("findChild", kyQtCall([](QObject& object) { return findChildOf(object, {}); }))
+        .def("findChildren", kyQt<&findChildrenOf>)
+        .def("findChildren", kyQtCall([](QObject& object) { return findChildrenOf(object, {}); }))
+        .def("objectName", kyQt<&QObject::objectName>)
+        .def("setObjectName", kyQt<&QObject::setObjectName>)
+        .def("property", kyQt<&getProperty>)
+        .def("setProperty", kyQt<&setProperty>)
+        .def("parent", kyQtCall([](QObject& object) { return object.parent(); }))
+        .def("setParent", kyQt<&setParent>)
+        .def("blockSignals", kyQtCall([](QObject& object, bool areBlocked) { return object.blockSignals(areBlocked); }))
+        .def("inherits",
+             kyQtCall([](QObject& object, const QString& name) { return object.inherits(qUtf8Printable(name)); }));
+    return objectClass;
+}
+
+luabind::scope makeApplication() {
+    return kyQtClass<QApplication, QObject>("QApplication");
+}
+
+luabind::scope makeMovie() {
+    auto movieClass = kyQtClass<QMovie, QObject>("QMovie");
+    movieClass.def("__init", kyQtConstructor<QMovie>(+[](const QString& file) -> QObject* { return new QMovie(file); }))
+        .def("speed", kyQt<&QMovie::speed>)
+        .def("setSpeed", kyQtCall([](QMovie& movie, int percent) { movie.setSpeed(qBound(0, percent, cMaxSpeed)); }))
+        .def("start", kyQt<&QMovie::start>)
+        .def("stop", kyQt<&QMovie::stop>)
+        .def("setPaused", kyQt<&QMovie::setPaused>)
+        .def("fileName", kyQt<&QMovie::fileName>);
+    return movieClass;
+}
+
+luabind::scope makeAction() {
+    auto actionClass = kyQtClass<QAction, QObject>("QAction");
+    actionClass
+        .def("__init", kyQtConstructor<QAction>(
+                           +[](const QString& text, QObject* parent) -> QObject* { return new QAction(text, parent); }))
+        .def("isChecked", kyQt<&QAction::isChecked>)
+        .def("isVisible", kyQt<&QAction::isVisible>)
+        .def("text", kyQt<&QAction::text>)
+        .def("icon", kyQt<&QAction::icon>)
+        .def("setIcon", kyQt<&QAction::setIcon>);
+    return actionClass;
+}
+
+} // namespace
+
+luabind::scope kyMakeQtObjectTypes() {
+    return makeObject(), makeApplication(), makeMovie(), makeAction();
+}
