@@ -57,6 +57,11 @@ bool addChunk(KyHostOptions& options, std::string_view value) {
     return true;
 }
 
+bool readInspected(KyHostOptions& options, std::string_view value) {
+    options.inspected = value;
+    return !value.empty();
+}
+
 bool addDriver(KyHostOptions& options, std::string_view value) {
     options.drivers.emplace_back(value);
     return !value.empty();
@@ -88,6 +93,8 @@ constexpr Option cOptions[] = {
     {"--driver", "", "FILE", "a file name", "load one more driver of input devices; repeatable", &addDriver},
     {"--no-drivers", "", nullptr, nullptr, "leave the installed drivers of input devices out",
      &set<&KyHostOptions::loadsInstalledDrivers, false>},
+    {"--inspect", "", "NAME", "the name of an object", "show and edit the attributes of the object of that name",
+     &readInspected},
     {"--print-results", "", nullptr, nullptr, "print what scripts and chunks return",
      &set<&KyHostOptions::printsResults>},
     {"--traceback", "", nullptr, nullptr, "print where in the script an error came from",
@@ -146,9 +153,12 @@ bool isOption(std::string_view argument) {
 }
 
 bool checkTogether(const KyHostOptions& options, std::string& error) {
-    if (options.view != KyHostOptions::eNoView || options.screenshot.empty())
+    const char* const wanting = !options.screenshot.empty()  ? "--screenshot"
+                                : !options.inspected.empty() ? "--inspect"
+                                                             : nullptr;
+    if (options.view != KyHostOptions::eNoView || !wanting)
         return true;
-    error = "option '--screenshot' needs a view, which '--no-window' takes away";
+    error = "option " + quote(wanting) + " needs a view, which '--no-window' takes away";
     return false;
 }
 
@@ -184,8 +194,8 @@ std::string KyHostOptions::getHelp() {
     constexpr std::size_t cColumn = 24;
     std::string help = "usage: kyhost [options] [SCRIPT.lua | MODEL | DRAWING.svg]...\n\n"
                        "Shows a 3D scene that Lua scripts make and move. Scripts find it in the globals\n"
-                       "scene, camera, view, trackball, shaper, devices and host. A drawing is shown as 2D nodes in a\n"
-                       "window of its own, which scripts after it find in drawing and drawingView.\n\n";
+                       "scene, camera, view, trackball, shaper, devices and host. A drawing is shown as 2D\n"
+                       "nodes in a window of its own, which scripts after it find in drawing and drawingView.\n\n";
     for (const Option& option : cOptions) {
         const std::string usage = getUsage(option);
         help += "  " + usage + std::string(cColumn - std::min(cColumn - 1, usage.size()), ' ') + option.help + "\n";

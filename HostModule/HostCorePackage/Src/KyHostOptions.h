@@ -42,6 +42,8 @@ struct KyHostOptions {
     /// Modules of device drivers beside those that are installed.
     std::vector<std::string> drivers;
     bool loadsInstalledDrivers = true;
+    /// Name of a published object to be shown in an editor; empty for none.
+    std::string inspected;
     bool isInteractive = false;
     bool isWatching = false;
     bool isSandboxed = false;

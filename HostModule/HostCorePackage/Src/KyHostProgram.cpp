@@ -8,6 +8,7 @@
 #include "KyHostPicture.h"
 #include "KyHostWindow.h"
 
+#include "KyQAttributeEditor.h"
 #include "KyQtText.h"
 #include "KyScriptEngine.h"
 
@@ -30,6 +31,8 @@ namespace {
 constexpr int cOffscreenFrames = 120;
 /// The MIB number of UTF-8, in which scripts are written.
 constexpr int cUtf8 = 106;
+constexpr int cInspectorWidth = 420;
+constexpr int cInspectorHeight = 640;
 constexpr int cListingFrames = 10;
 constexpr unsigned long cFrameMilliseconds = 16;
 
@@ -141,6 +144,7 @@ KyHostProgram::KyHostProgram(const KyHostOptions& options)
 
 /// What scripts and scene hold on the device goes while its context is there.
 KyHostProgram::~KyHostProgram() {
+    mInspector.reset();
     mPrompt.reset();
     mErrors.setAround({});
     if (mSurface)
@@ -153,6 +157,7 @@ int KyHostProgram::execute() {
         return eFailure;
     bool succeeded = mScripts.run();
     openWhatIsShown();
+    succeeded = openInspector() && succeeded;
     runLoop();
     succeeded = savePicture() && succeeded;
     return succeeded && mErrors.getNbScriptErrors() == 0 ? eSuccess : eFailure;
@@ -182,6 +187,22 @@ void KyHostProgram::openWhatIsShown() {
         mDrawingView = KyObjectReference(KyHostDrawing::findShownView());
     if (mSurface && !mDrawingView)
         mSurface->open();
+}
+
+bool KyHostProgram::openInspector() {
+    if (mOptions.inspected.empty())
+        return true;
+    KyObject* const object = KyScriptEngine::get().getInstance(mOptions.inspected);
+    if (!object) {
+        KyHostErrors::write("there is no object of the name '" + mOptions.inspected + "' to inspect");
+        return false;
+    }
+    mInspector = std::make_unique<KyQAttributeEditor>();
+    mInspector->setWindowTitle(QString::fromStdString(mOptions.inspected));
+    mInspector->setObject(object);
+    mInspector->resize(cInspectorWidth, cInspectorHeight);
+    mInspector->show();
+    return true;
 }
 
 void KyHostProgram::runLoop() {

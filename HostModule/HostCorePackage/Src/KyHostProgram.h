@@ -20,6 +20,8 @@
 #include <optional>
 #include <string>
 
+class KyQAttributeEditor;
+
 /// One run of the program, from the command line to the exit code. Everything of it lives between the initialisation
 /// and the finalisation of the modules.
 class KyHostProgram {
@@ -42,6 +44,8 @@ private:
     void watchFiles();
     void runLoop();
     void openWhatIsShown();
+    /// False, and said, when there is no object of the name that is to be inspected.
+    bool openInspector();
     bool savePicture();
     void onPromptEnded();
     KyHostLoop::Limits getLimits() const;
@@ -60,5 +64,7 @@ private:
     /// The window of a 2D scene where that is all there is to see, else null.
     KyObjectReference mDrawingView;
     const std::unique_ptr<QObject> mDrawingKeys = KyHostDrawing::makeKeys();
+    /// Null unless an object is inspected.
+    std::unique_ptr<KyQAttributeEditor> mInspector;
     bool mHasPromptEnded = false;
 };

@@ -12,10 +12,13 @@
 #include "KyDeviceManagerObject.h"
 #include "KyLuaBinder.h"
 #include "KyLuaSandbox.h"
+#include "KyQtLuaBinding.h"
 #include "KyScriptEngine.h"
 
 #include "KyModelLoader.h"
 #include "KyURL.h"
+
+#include <QFileInfo>
 
 #include <algorithm>
 #include <cctype>
@@ -113,6 +116,7 @@ void KyHostScripts::resetState() {
     KyDeviceManagerObject::get()->releaseAllDevices();
     KyScriptEngine::get().resetLuaState();
     KyLuaBinder::bind();
+    KyQtLuaBinding::bind();
 }
 
 void KyHostScripts::prepareState() {
@@ -152,6 +156,8 @@ bool KyHostScripts::runItem(const KyHostOptions::Item& item) {
         return addModel(item.text);
     if (isDrawing(item.text))
         return addDrawing(item.text);
+    // Forms lie beside their script, whatever the current folder is when they are asked for.
+    KyQtLuaBinding::setDataPath(QFileInfo(QString::fromLocal8Bit(item.text.c_str())).absolutePath().toStdString());
     if (KyScriptEngine::get().executeScript(item.text))
         return true;
     std::string error;

@@ -29,6 +29,7 @@ TEST_F(KyHostProgramTest, UsageErrorsExitWithTwoAndRunNothing) {
     expect({2, "", "kyhost: cannot find 'missing.obj'"}, {"ok.lua", "missing.obj"});
     expect({2, "", "kyhost: cannot find ''"}, {"ok.lua", ""});
     expect({2, "", "kyhost: option '--screenshot'"}, {"ok.lua", "--screenshot", "a.png"});
+    expect({2, "", "kyhost: option '--inspect'"}, {"ok.lua", "--inspect", "camera"});
 }
 
 TEST_F(KyHostProgramTest, ScriptsThatFailExitWithOneAndLuasMessage) {
