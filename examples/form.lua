@@ -37,10 +37,12 @@ connect(color, "currentIndexChanged(int)", function(index)
     knot:setColor(colors[index])
 end)
 
-form:show()
 follow()
 
 return coroutine.create(function()
+    -- After the first frame the view's window is there, and the form comes up over it.
+    coroutine.yield()
+    form:show()
     while true do
         local seconds = coroutine.yield()
         if drive:isChecked() then
