@@ -63,16 +63,6 @@ void replaceLibraryFunctions(lua_State* state) {
 
 } // namespace
 
-KyLuaThreadState kyLuaThreadState(lua_State* thread) {
-    const int status = lua_status(thread);
-    if (status == LUA_YIELD)
-        return KyLuaThreadState::eSuspended;
-    lua_Debug record;
-    if (status == 0 && lua_getstack(thread, 0, &record) != 0)
-        return KyLuaThreadState::eExecuting;
-    return status == 0 && lua_isfunction(thread, 1) ? KyLuaThreadState::eNew : KyLuaThreadState::eDead;
-}
-
 void kyLuaPrepareThreads(lua_State* mainState) {
     lua_pushlightuserdata(mainState, &gThreadsKey);
     lua_newtable(mainState);

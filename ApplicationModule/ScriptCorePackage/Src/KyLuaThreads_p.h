@@ -12,7 +12,15 @@ constexpr int cKyLuaMainThread = 1;
 enum class KyLuaThreadState { eNew, eSuspended, eExecuting, eDead };
 
 /// Of a thread that runs, or that has resumed another, eExecuting. Never raises.
-KyLuaThreadState kyLuaThreadState(lua_State* thread);
+inline KyLuaThreadState kyLuaThreadState(lua_State* thread) {
+    const int status = lua_status(thread);
+    if (status == LUA_YIELD)
+        return KyLuaThreadState::eSuspended;
+    lua_Debug record;
+    if (status == 0 && lua_getstack(thread, 0, &record) != 0)
+        return KyLuaThreadState::eExecuting;
+    return status == 0 && lua_isfunction(thread, 1) ? KyLuaThreadState::eNew : KyLuaThreadState::eDead;
+}
 
 /// Begins the table, on the main thread, and has the scripts' coroutine.create and coroutine.wrap enter what they make.
 void kyLuaPrepareThreads(lua_State* mainState);

@@ -185,9 +185,11 @@ TEST_F(KyScriptDebuggerTest, AStoppedScriptBearsWhatTheHostDoesMeanwhile) {
                 act();
         };
         const std::string stops = run("function f() local q = 1\nq = 2 end local a, b, c, d = 1, 2, 3, 4\nlocal e = 5\n"
-                                      "local n = note e = 6\nnote(a .. b .. c .. d .. e)",
+                                      "local n = note e = 6\nnote(tonumber(a .. b .. c .. d .. e))",
                                       4);
-        EXPECT_EQ(stops, std::string("breakpoint4") + (engine().getInstance("lamp") ? "12346" : "")) << name;
+        // A round that threw is followed by another; what was bound is gone after a reset.
+        const std::string rounds = std::string(name) == "throws" ? "breakpoint4 breakpoint4" : "breakpoint4";
+        EXPECT_EQ(stops, rounds + (engine().getInstance("lamp") ? "12346" : "")) << name;
         EXPECT_EQ(nbSignals, 11) << name;
         EXPECT_FALSE(own.isStopped()) << name;
     }
