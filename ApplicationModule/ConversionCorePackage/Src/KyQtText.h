@@ -30,8 +30,8 @@ KYAPPLICATION_EXPORT int getDefaultCharSet();
 /// 0 is ignored.
 KYAPPLICATION_EXPORT void setDefaultCharSet(int charSet);
 
-/// Bytes that are no text of the set become replacement characters, but for an incomplete character at the end, which is
-/// dropped; zero bytes pass.
+/// Bytes that are no text of the set become replacement characters, but for an incomplete character at the end, which
+/// is dropped; zero bytes pass.
 KYAPPLICATION_EXPORT QString toQString(const std::string& text, int charSet = 0);
 /// Null stands for an empty text.
 KYAPPLICATION_EXPORT QString toQString(const char* text, int charSet = 0);

@@ -35,12 +35,13 @@ class QWindow;
 ///
 /// Without a widget it shows a 2D scene through a window onto it, which can be moved and scaled. With a widget it shows
 /// that, as large as the picture, through a proxy item in the scene: one unit of the scene is one pixel of the picture;
-/// what else is in the scene is seen over or under it. Pixels are premultiplied, and row 0 of the texture is the uppermost.
+/// what else is in the scene is seen over or under it. Pixels are premultiplied, and row 0 of the texture is the
+/// uppermost.
 ///
 /// It paints when something of it changed, and says so by the signal "needUpdate"; else the last picture stays and no
 /// GL call is made. A 2D scene and a widget that it does not own may end at any time; but a Qt scene given to
-/// connectQGraphicsScene ends with its items, the widget's among them. What the pass owned and shows no longer ends when
-/// control returns to Qt's event loop, because it may be what asked for the change.
+/// connectQGraphicsScene ends with its items, the widget's among them. What the pass owned and shows no longer ends
+/// when control returns to Qt's event loop, because it may be what asked for the change.
 ///
 /// It paints with GL in a context of its own, which shares with QOpenGLContext::globalShareContext(): set
 /// Qt::AA_ShareOpenGLContexts before the QApplication is made, and no core profile as the default format. Where the
@@ -80,8 +81,8 @@ public:
 
     /// A view for an overlay, named "OverlayQtPass": a new Qt pass as its main pass, and a pass that draws its picture,
     /// blended over what is there or instead of it. With `hasHandler` the pass gets a KyQtPassEventHandler. Inserted at
-    /// the end of `parent` unless that is null. To show it in a part of `parent` set the area of the view that is given,
-    /// not that of its pass. Null without a QApplication.
+    /// the end of `parent` unless that is null. To show it in a part of `parent` set the area of the view that is
+    /// given, not that of its pass. Null without a QApplication.
     static KyGraphicsViewMultiPass* createQtPassOverlayView(KyGraphicsViewMultiPass* parent, bool isBlended,
                                                             bool hasHandler);
 
@@ -131,8 +132,8 @@ public:
 
     /// The position in the Qt scene of a pixel of the pass's area, from its top left corner.
     KyVec2f getScenePosition(const KyVec2f& pixel, const KyGraphicsViewMultiPass* view) const;
-    /// The same of a place on the desktop; `canvas` is the widget or window that shows the view's canvas, (0, 0) when it
-    /// is null.
+    /// The same of a place on the desktop; `canvas` is the widget or window that shows the view's canvas, (0, 0) when
+    /// it is null.
     KyVec2f getScenePositionFromGlobalPosition(const QPoint& global, const KyGraphicsViewMultiPass* view,
                                                const QWidget* canvas) const;
     KyVec2f getScenePositionFromGlobalPosition(const QPoint& global, const KyGraphicsViewMultiPass* view,
