@@ -13,6 +13,7 @@ namespace {
 
 constexpr const char* cPlatformVariable = "QT_QPA_PLATFORM";
 constexpr const char* cNoDisplay = "offscreen";
+constexpr const char* cDisplayVariable = "DISPLAY";
 
 constexpr const char* cRuntimeVariable = "XDG_RUNTIME_DIR";
 
@@ -53,6 +54,8 @@ void KyHostDisplay::prepare() {
 void KyHostDisplay::prepareWithout() {
     gFormerHandler = qInstallMessageHandler(&dropComplaints);
     prepareRuntimeFolder();
+    // Qt would ask a display that is there for GL all the same, and give up the program where it has none.
+    qunsetenv(cDisplayVariable);
     qputenv(cPlatformVariable, cNoDisplay);
 }
 

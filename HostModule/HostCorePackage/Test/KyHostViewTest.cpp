@@ -84,9 +84,9 @@ TEST_F(KyHostViewTest, ThePictureShowsWhatTheScriptMadeInTheLastFrame) {
 
 TEST_F(KyHostViewTest, ExamplesDrawMoreThanABackground) {
     mEnvironment.insert("QT_QPA_PLATFORM", "nonsense"); // Off screen, any choice does.
-    for (const char* name :
-         {"hello.lua", "objects.lua", "values.lua", "coroutines.lua", "model.lua", "viewer.lua", "gear.obj", "hud.lua",
-          "plant.lua", "plant.svg", "panel.lua", "dashboard.lua", "wall.lua", "showcase.lua"}) {
+    for (const char* name : {"hello.lua", "objects.lua", "values.lua", "coroutines.lua", "model.lua", "viewer.lua",
+                             "gear.obj", "hud.lua", "plant.lua", "plant.svg", "panel.lua", "dashboard.lua", "wall.lua",
+                             "showcase.lua", "devices.lua", "fly.lua", "form.lua"}) {
         SCOPED_TRACE(name);
         const KyHolder<KyImage> picture =
             take({"--frames", "3", "--size", "320x180", QString(KY_TEST_DATA_DIR "/../../../examples/") + name});
@@ -145,4 +145,12 @@ TEST_F(KyHostViewTest, AChangedScriptIsRunAgainAndAFailingOneKeepsThePicture) {
     const KyHolder<KyImage> picture = load("shot.png");
     ASSERT_TRUE(picture);
     EXPECT_GT(countRed(*picture), 100);
+}
+
+TEST_F(KyHostViewTest, ADisplayWithoutGLIsNotAskedToDrawOffScreen) {
+    const KyHostResult result = KyHostProcessTest::run({"-a", "-s", "-screen 0 320x240x24 -extension GLX", getProgram(),
+                                                        "--offscreen", "--frames", "2", "-e", "print('drawn')"},
+                                                       {}, "xvfb-run");
+    EXPECT_EQ(0, result.code) << result;
+    EXPECT_PRED2(contains, result.output, "drawn\n");
 }
