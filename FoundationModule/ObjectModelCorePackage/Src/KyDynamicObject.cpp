@@ -111,10 +111,15 @@ const KyAttributeInterface* KyDynamicObject::addAttribute(const std::string& nam
     forEachMetadata(metadata, [&](std::string_view key, std::string_view text) {
         attribute->setMetadata(std::string(key), std::string(text));
     });
-    if (name.empty() || !value.isValid() || findAttribute(name, attribute->getMetadata("category")))
+    const std::string category = attribute->getMetadata("category");
+    if (name.empty() || !value.isValid() || findAttribute(name, category))
         return nullptr;
     mAttributes.push_back(std::move(attribute));
-    return mAttributes.back().get();
+    if (!isWatched())
+        return mAttributes.back().get();
+    notifyModified(eElementInserted, name);
+    // A listener may have removed it again.
+    return findAttribute(name, category);
 }
 
 bool KyDynamicObject::removeAttribute(std::string_view name, std::string_view category) {

@@ -10,7 +10,8 @@
 #include <vector>
 
 /// An object whose attributes are made at run time, each with its own value. One name may stand in several categories;
-/// by name alone the earliest of them is found. Clearing and removing tell the listeners with the attribute's name.
+/// by name alone the earliest of them is found. Adding, clearing and removing tell the listeners with the attribute's
+/// name.
 ///
 /// ```
 /// KyDynamicObject settings;

@@ -148,12 +148,13 @@ KyModifiedSignal& KyObject::modifiedSignal() {
     Links& links = editLinks();
     if (!links.modified)
         links.modified = std::make_unique<KyModifiedSignal>("modifiedSignal");
+    mIsWatched = true;
     return *links.modified;
 }
 
 void KyObject::notifyModified(KyObjectModificationType kind, const std::string& name, int index) {
     KyModificationScope::onNotified(this);
-    if (mLinks && mLinks->modified)
+    if (mIsWatched)
         mLinks->modified->send(this, kind, name, index);
 }
 

@@ -83,7 +83,7 @@ public:
     }
     template <class Receiver, class Slot>
     void disconnectModified(Receiver* receiver, Slot slot) {
-        if (mLinks)
+        if (mIsWatched)
             modifiedSignal().disconnect(receiver, slot);
     }
     /// Tells listeners that an attribute changed. Setters of C++ classes call it; an attribute set by name tells once,
@@ -91,8 +91,8 @@ public:
     void notifyModified(KyObjectModificationType kind, const std::string& name, int index = -1);
     void notifyModified(std::string_view name) { notifyModified(eAttributeChanged, std::string(name)); }
 
-    /// False while nobody ever listened or referred to the object: a cheap question before telling a change.
-    bool isWatched() const { return mLinks != nullptr; }
+    /// False while nobody ever asked for the modification signal: a cheap question before telling a change.
+    bool isWatched() const { return mIsWatched; }
 
     /// The record that tells others whether the object still lives; made on first use.
     KyLiveness* getLiveness() const;
@@ -115,6 +115,7 @@ private:
 
     mutable std::unique_ptr<Links> mLinks;
     bool mIsEnding = false;
+    bool mIsWatched = false;
 
     static const KyType* msType;
 };

@@ -4,6 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+#include <vector>
+
 namespace {
 
 TEST(KyDynamicObject, KeepsOneNameInTwoCategories) {
@@ -52,6 +55,34 @@ TEST(KyDynamicObject, BearsListenersThatRemoveTheAttributeBeingSet) {
     EXPECT_TRUE(attribute->setValue(object, "other"));
     EXPECT_EQ(seen, "a-name-longer-than-any-inline-buffer");
     EXPECT_FALSE(object.removeAttribute(seen));
+}
+
+TEST(KyDynamicObject, TellsWhatIsAddedToListenersThatMayRemoveItAtOnce) {
+    KyDynamicObject object;
+    EXPECT_NE(object.addAttribute("untold", 1), nullptr);
+    std::vector<std::string> seen;
+    bool removes = false;
+    object.modifiedSignal().connect([&](KyObject*, KyObjectModificationType kind, const std::string& name, int) {
+        if (kind != eElementInserted)
+            return;
+        seen.push_back(name);
+        EXPECT_NE(object.getAttribute(name), nullptr) << "it is there when it is told";
+        if (removes) {
+            EXPECT_TRUE(object.removeAttribute(name, "Locals"));
+        }
+    });
+    const auto* const global = object.addAttribute("x", 1, "category=Globals;");
+    ASSERT_NE(global, nullptr);
+    EXPECT_EQ(object.findAttribute("x", "Globals"), global);
+    EXPECT_EQ(object.addAttribute("x", 2, "category=Globals;"), nullptr);
+    EXPECT_EQ(object.addAttribute("", 2), nullptr);
+    EXPECT_EQ(object.addAttribute("empty", KyField()), nullptr);
+    EXPECT_EQ(seen, std::vector<std::string>{"x"}) << "what is refused is not told";
+    removes = true;
+    EXPECT_EQ(object.addAttribute("x", 2, "category=Locals;"), nullptr) << "not the other one of that name";
+    EXPECT_EQ(seen.size(), 2u);
+    EXPECT_EQ(object.getAttribute("x"), global);
+    EXPECT_EQ(object.getNbAttributes(), 2u);
 }
 
 } // namespace
