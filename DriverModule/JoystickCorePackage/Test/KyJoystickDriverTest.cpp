@@ -1,83 +1,17 @@
 // SPDX-FileCopyrightText: 2026 The KyApplication authors
 // SPDX-License-Identifier: MIT
-#include "KyJoystickDriver.h"
 #include "KyJoystickModule_p.h"
-#include "KySdlSession_p.h"
+#include "KyJoystickTesting.h"
 
-#include "KyCompositeAxisChannel.h"
-#include "KyDevice.h"
 #include "KyException.h"
-#include "KyHidDetection.h"
 #include "KyLibraryEntry.h"
-#include "KyMainTaskManager.h"
 #include "KyModuleManager.h"
 
-#include <gtest/gtest.h>
-
 #include <csignal>
-#include <memory>
 #include <tuple>
 #include <utility>
 
 namespace {
-
-using Parameters = KyDeviceDriver::Parameters;
-
-void runFrame() {
-    KyMainTaskManager::get().update();
-}
-
-/// A unit that exists in SDL only, plugged in while this lives.
-class FakeUnit {
-public:
-    explicit FakeUnit(SDL_JoystickType type, const char* name = "Fake", Uint16 vendor = 0x1234,
-                      Uint16 product = 0x5678) {
-        SDL_VirtualJoystickDesc description{};
-        description.version = SDL_VIRTUAL_JOYSTICK_DESC_VERSION;
-        description.type = static_cast<Uint16>(type);
-        description.naxes = 6;
-        description.nbuttons = 15;
-        description.nhats = 2;
-        description.vendor_id = vendor;
-        description.product_id = product;
-        description.name = name;
-        mInstance = SDL_JoystickGetDeviceInstanceID(SDL_JoystickAttachVirtualEx(&description));
-    }
-    FakeUnit(const FakeUnit&) = delete;
-    ~FakeUnit() {
-        for (int i = 0; i < SDL_NumJoysticks(); ++i)
-            if (SDL_JoystickGetDeviceInstanceID(i) == mInstance)
-                SDL_JoystickDetachVirtual(i);
-    }
-
-    /// Once the driver has opened it.
-    SDL_Joystick* get() const { return SDL_JoystickFromInstanceID(mInstance); }
-
-private:
-    SDL_JoystickID mInstance;
-};
-
-class KyJoystickDriverTest : public testing::Test {
-protected:
-    void SetUp() override {
-        KyDeviceManager::initializeSingleton();
-        manager().editDeviceInfoVector().clear();
-        mDriver = std::make_unique<KyJoystickDriver>();
-        manager().registerDeviceDriver(mDriver.get());
-        manager().initialize();
-    }
-    void TearDown() override {
-        mDriver.reset();
-        KyDeviceManager::finalizeSingleton();
-        KyHidDetection::setSource(nullptr);
-    }
-    static KyDeviceManager& manager() { return *KyDeviceManager::get(); }
-    const KyDevice* ask(const Parameters& parameters = {}, const std::string& name = {}) {
-        return manager().getDevice("Joystick", name, parameters);
-    }
-
-    std::unique_ptr<KyJoystickDriver> mDriver;
-};
 
 TEST_F(KyJoystickDriverTest, APadHasTheChannelsOfTheStandardPad) {
     const FakeUnit unit(SDL_JOYSTICK_TYPE_GAMECONTROLLER);
@@ -124,22 +58,6 @@ TEST_F(KyJoystickDriverTest, AStickHasNumberedChannelsAndHatsThatTurnClockwise) 
     SDL_JoystickSetVirtualAxis(unit.get(), 5, SDL_JOYSTICK_AXIS_MIN);
     runFrame();
     EXPECT_EQ(stick->getAxis(5).getValue(), -1);
-}
-
-TEST_F(KyJoystickDriverTest, AStickMovesACameraThroughAComposite) {
-    const FakeUnit unit(SDL_JOYSTICK_TYPE_GAMECONTROLLER);
-    runFrame();
-    KyCompositeAxisChannel height;
-    height.setAbsolute(true);
-    height.insertMappedAxis(mDriver->getDevice(0)->getAxis(1), eOperationStep);
-    SDL_JoystickSetVirtualAxis(unit.get(), 1, SDL_JOYSTICK_AXIS_MAX);
-    for (int i = 0; i < 4; ++i, height.update())
-        runFrame();
-    EXPECT_FLOAT_EQ(height.getValue(), 0.4F);
-    SDL_JoystickSetVirtualAxis(unit.get(), 1, 0);
-    runFrame();
-    height.update();
-    EXPECT_FLOAT_EQ(height.getValue(), 0.4F) << "the stick is let go";
 }
 
 TEST_F(KyJoystickDriverTest, AUnitThatVanishesEndsItsDeviceUnlessAClientHoldsIt) {
@@ -226,7 +144,7 @@ TEST_F(KyJoystickDriverTest, ParametersAndNamesChooseTheUnit) {
     const FakeUnit unit(SDL_JOYSTICK_TYPE_GAMECONTROLLER);
     const FakeUnit mouse3D(SDL_JOYSTICK_TYPE_UNKNOWN, "Fake", KyDeviceManager::c3DconnexionVendorID,
                            KyDeviceManager::cSpaceMouseWirelessProductID);
-    const std::tuple<Parameters, const char*, bool> cQuestions[] = {
+    const std::tuple<KyDeviceDriver::Parameters, const char*, bool> cQuestions[] = {
         {{}, "", true},
         {{}, "Fake", true},
         {{}, "fake", false},
