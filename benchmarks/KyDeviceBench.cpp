@@ -3,9 +3,11 @@
 #include "KyBenchmark.h"
 
 #include "KyCompositeAxisChannel.h"
+#include "KyCompositeAxisObject.h"
 #include "KyDevice.h"
 
 #include "KyCompositeTask.h"
+#include "KyHolder.h"
 
 #include <array>
 #include <cmath>
@@ -191,6 +193,35 @@ KyBenchmarkSides prepareComposite() {
     return {ours, peer, fixture};
 }
 
+/// Composites of scripts one on another, the lowest below all of them.
+struct ChainFixture {
+    KyHolder<KyCompositeAxisObject> bottom{new KyCompositeAxisObject};
+    KyHolder<KyCompositeAxisObject> top = bottom;
+    KyHolder<KyCompositeAxisObject> second;
+
+    static void put(KyHolder<KyCompositeAxisObject>& held, const KyHolder<KyCompositeAxisObject>& source) {
+        const KyHolder<KyCompositeAxisObject> made(new KyCompositeAxisObject);
+        require(made->insertMappedAxis(source.get(), eOperationAdd));
+        held = made;
+    }
+};
+
+KyBenchmarkSides prepareChain() {
+    const auto fixture = std::make_shared<ChainFixture>();
+    const auto ours = [fixture](long count) {
+        for (long i = 0; i < count; ++i)
+            ChainFixture::put(fixture->top, fixture->top);
+    };
+    const auto peer = [fixture](long count) {
+        for (long i = 0; i < count; ++i)
+            ChainFixture::put(fixture->second, fixture->bottom);
+    };
+    ours(4);
+    peer(4);
+    require(!fixture->bottom->insertMappedAxis(fixture->top.get(), eOperationAdd));
+    return {ours, peer, fixture};
+}
+
 /// What the manager does in a frame, against a plain loop over as many readings.
 struct FrameFixture {
     struct PeerPad {
@@ -248,6 +279,7 @@ std::vector<KyBenchmark> getDeviceBenchmarks() {
         {"absolute axis conditioned", "the arithmetic written out", 1.1, eInstructions, 20000, &prepareAxis<true>},
         {"relative axis conditioned", "the arithmetic written out", 1.1, eInstructions, 20000, &prepareAxis<false>},
         {"composite of 8 axes", "the arithmetic written out", 1.3, eInstructions, 5000, &prepareComposite},
+        {"composite on top of a long chain", "one on a single composite", 1.3, eInstructions, 5000, &prepareChain},
         {"frame of 32 devices", "a loop over the same readings", 1.3, eInstructions, 500, &prepareFrame},
     };
 }

@@ -34,6 +34,9 @@ bool KyCompositeSources::isUsable(const KyChannelObject* source, const KyChannel
 }
 
 bool KyCompositeSources::isComputedFrom(const KyChannelObject& source, const KyChannelObject& user) {
+    // A chain that grows at its end is not searched for each new end.
+    if (&source != &user && user.getSources() && !user.getSources()->mIsSource)
+        return false;
     std::unordered_set<const KyChannelObject*> seen{&source};
     std::vector<const KyChannelObject*> open{&source};
     while (!open.empty() && open.back() != &user) {
@@ -49,8 +52,11 @@ bool KyCompositeSources::isComputedFrom(const KyChannelObject& source, const KyC
 }
 
 bool KyCompositeSources::hold(KyChannelObject& source) {
-    const bool isComposite = source.getSources() != nullptr;
-    if (isComposite && std::ranges::none_of(mHeld, [&](const auto& held) { return held == &source; }))
+    const KyCompositeSources* const sources = source.getSources();
+    if (!sources)
+        return true;
+    sources->mIsSource = true;
+    if (std::ranges::none_of(mHeld, [&](const auto& held) { return held == &source; }))
         mHeld.emplace_back(&source);
     return true;
 }

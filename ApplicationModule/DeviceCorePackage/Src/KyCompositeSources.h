@@ -34,4 +34,6 @@ private:
     bool hold(KyChannelObject& source);
 
     std::vector<KyHolder<KyChannelObject>> mHeld;
+    /// Whether any channel was ever computed from the owner's.
+    mutable bool mIsSource = false;
 };

@@ -48,7 +48,7 @@ public:
 
     /// Asks a driver for a device, see KyDeviceManager::getDevice. The parameters are "Name=value" pairs between
     /// semicolons; decimal and 0x numbers are integers, all other values texts. Null when the driver has none, and with
-    /// a report when they are malformed.
+    /// a report when they are malformed or an identity, "VendorID" or "ProductID", is no integer.
     KyDeviceObject* openDevice(const std::string& driverName, const std::string& deviceName,
                                const std::string& parameters = {});
     /// Gives back what openDevice gave, once for each time; false for what it did not give, and when the device is

@@ -2,13 +2,18 @@
 // SPDX-License-Identifier: MIT
 #include "KyDeviceParameters_p.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstdint>
+#include <iterator>
 #include <string>
+#include <utility>
 
 namespace {
 
 constexpr std::string_view cBlanks = " \t\r\n";
+/// What only a number can say.
+constexpr std::string_view cNumbers[] = {"VendorID", "ProductID"};
 
 std::string_view trim(std::string_view text) {
     const std::size_t begin = text.find_first_not_of(cBlanks);
@@ -34,9 +39,16 @@ std::optional<std::int64_t> toInteger(std::string_view text) {
     return isWhole && !(isHexadecimal && number < 0) ? std::optional(number) : std::nullopt;
 }
 
-KyField toValue(std::string_view text) {
+std::optional<KyDeviceManager::KyDeviceParameterStruct> toParameter(std::string_view pair) {
+    const std::size_t equals = pair.find('=');
+    const std::string_view name = trim(pair.substr(0, equals));
+    if (equals == std::string_view::npos || name.empty())
+        return std::nullopt;
+    const std::string_view text = trim(pair.substr(equals + 1));
     const std::optional<std::int64_t> number = toInteger(text);
-    return number ? KyField(*number) : KyField(std::string(text));
+    if (!number && std::ranges::find(cNumbers, name) != std::end(cNumbers))
+        return std::nullopt;
+    return {{std::string(name), number ? KyField(*number) : KyField(std::string(text))}};
 }
 
 } // namespace
@@ -47,11 +59,10 @@ std::optional<KyDeviceManager::KyDeviceParameterVector> KyDeviceParameters::pars
         const std::string_view pair = takePair(text);
         if (pair.empty())
             continue;
-        const std::size_t equals = pair.find('=');
-        const std::string_view name = trim(pair.substr(0, equals));
-        if (equals == std::string_view::npos || name.empty())
+        auto parameter = toParameter(pair);
+        if (!parameter)
             return std::nullopt;
-        parameters.push_back({std::string(name), toValue(trim(pair.substr(equals + 1)))});
+        parameters.push_back(std::move(*parameter));
     }
     return parameters;
 }

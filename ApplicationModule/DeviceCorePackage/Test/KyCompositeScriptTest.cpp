@@ -86,6 +86,10 @@ TEST_F(KyCompositeScriptTest, ACompositeIsNeverComputedFromItself) {
     EXPECT_EQ("true", run("return A():insertMappedAxis(chain, 8)"));
     run("chain = nil");
     collect();
+    run("bottom = A() chain = bottom for i = 1, 2e4 do local a = A() a:insertMappedAxis(chain, 8) chain = a end");
+    EXPECT_EQ("true false", run("return A():insertMappedAxis(chain, 8), bottom:insertMappedAxis(chain, 8)"));
+    run("bottom, chain = nil");
+    collect();
 }
 
 } // namespace

@@ -119,6 +119,7 @@ TEST_F(KyDeviceScriptTest, DevicesAreAskedForWithParametersAsText) {
     const std::vector<std::pair<std::string, std::string>> rows{
         {"DeviceType=Joystick;VendorID=1133", "DeviceType:Joystick;VendorID=1133;"},
         {" VendorID = 0x046D ; ;ProductID=0XC216;", "VendorID=1133;ProductID=49686;"},
+        {"VendorID=9223372036854775807;ProductID=-1", "VendorID=9223372036854775807;ProductID=-1;"},
         {"Offset=-3;Name=a=b;Empty=", "Offset=-3;Name:a=b;Empty:;"},
         {"A=0x;B=12ab;C=99999999999999999999;D=0x-1", "A:0x;B:12ab;C:99999999999999999999;D:0x-1;"},
         {"", ""},
@@ -129,10 +130,15 @@ TEST_F(KyDeviceScriptTest, DevicesAreAskedForWithParametersAsText) {
     }
     EXPECT_TRUE(gReports.empty());
     mDriver->asked = "untouched";
-    for (const char* text : {"VendorID", "=3", "VendorID=1;garbage", ";;= "})
+    for (const char* text :
+         {"VendorID", "=3", "VendorID=1;garbage", ";;= ", "VendorID=99999999999999999999",
+          "A=1;ProductID=0x10000000000000000", "VendorID=-9223372036854775809", "ProductID=1133d", "VendorID="}) {
+        gReports.clear();
         EXPECT_EQ("nil", run(std::string("return devices:openDevice('Scripted', 'd', '") + text + "')")) << text;
+        ASSERT_EQ(1u, gReports.size()) << text;
+        EXPECT_EQ(std::string("KyDeviceManagerObject::openDevice(): malformed parameters: ") + text, gReports[0]);
+    }
     EXPECT_EQ("untouched", mDriver->asked);
-    EXPECT_EQ(4u, gReports.size());
 }
 
 TEST_F(KyDeviceScriptTest, ADriversDeviceIsOpenedAndGivenBack) {
