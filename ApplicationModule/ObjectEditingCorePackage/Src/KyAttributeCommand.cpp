@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "KyAttributeCommand_p.h"
 
+#include "KyFieldText_p.h"
 #include "KyQtText.h"
 
 #include <QCoreApplication>
@@ -12,27 +13,30 @@ constexpr int cCommandId = 0x4b79;
 
 } // namespace
 
-KyAttributeCommand::KyAttributeCommand(KyAttributeTarget target, KyField before, KyField after, int session)
+KyAttributeCommand::KyAttributeCommand(std::shared_ptr<const KyAttributeTarget> target, KyField before, KyField after,
+                                       int session)
     : mTarget(std::move(target))
     , mBefore(std::move(before))
     , mAfter(std::move(after))
     , mSession(session) {
     setText(
-        QCoreApplication::translate("KyQAttributeModel", "change of %1").arg(KyApplication::toQString(mTarget.name)));
+        QCoreApplication::translate("KyQAttributeModel", "change of %1").arg(KyApplication::toQString(mTarget->name)));
 }
 
 void KyAttributeCommand::redo() {
     if (!std::exchange(mIsDone, false))
-        write(mAfter);
+        write(mBefore, mAfter);
 }
 
 void KyAttributeCommand::undo() {
-    write(mBefore);
+    write(mAfter, mBefore);
 }
 
-void KyAttributeCommand::write(const KyField& value) {
-    if (!mTarget.write(value))
+void KyAttributeCommand::write(const KyField& present, const KyField& value) {
+    ++msNbRunning;
+    if (!mTarget->isStill(present) || !mTarget->write(value))
         setObsolete(true);
+    --msNbRunning;
 }
 
 int KyAttributeCommand::id() const {
@@ -41,9 +45,9 @@ int KyAttributeCommand::id() const {
 
 bool KyAttributeCommand::mergeWith(const QUndoCommand* other) {
     const auto& next = static_cast<const KyAttributeCommand&>(*other);
-    if (next.mSession != mSession || !(next.mTarget == mTarget))
+    if (next.mSession != mSession || !(*next.mTarget == *mTarget))
         return false;
     mAfter = next.mAfter;
-    setObsolete(mAfter == mBefore);
+    setObsolete(KyFieldText::areSame(mAfter, mBefore));
     return true;
 }

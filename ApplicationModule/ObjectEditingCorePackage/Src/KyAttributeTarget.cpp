@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "KyAttributeTarget_p.h"
 
+#include "KyFieldText_p.h"
+
 #include "KyException.h"
 #include "KyType.h"
 
@@ -51,6 +53,11 @@ bool KyAttributeTarget::write(const KyField& value) const {
     const KyAttributeInterface* attribute = find();
     const auto at = static_cast<unsigned>(std::max(index, 0));
     return attribute && guard(*this, [&] { return attribute->setValue(*object.get(), value, at); });
+}
+
+bool KyAttributeTarget::isStill(const KyField& value) const {
+    KyField present;
+    return index < 0 || (read(present) && KyFieldText::areSame(present, value));
 }
 
 int KyAttributeTarget::countValues() const {

@@ -24,6 +24,8 @@ struct KyAttributeTarget {
     bool read(KyField& value) const;
     /// False when the attribute refuses the value.
     bool write(const KyField& value) const;
+    /// Whether a container's element still has that value: elements may have changed places unseen. True for others.
+    bool isStill(const KyField& value) const;
     /// Number of values of a container; 0 when it is gone.
     int countValues() const;
 };

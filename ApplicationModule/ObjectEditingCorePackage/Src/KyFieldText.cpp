@@ -11,6 +11,7 @@
 #include "KyQuat.h"
 #include "KyRect.h"
 #include "KyType.h"
+#include "KyURL.h"
 #include "KyVec2.h"
 #include "KyVec3.h"
 #include "KyVolume.h"
@@ -132,6 +133,29 @@ bool parseList(std::string_view text, const KyField& like, KyField& result) {
     return true;
 }
 
+int countInfinities(std::string_view text) {
+    constexpr std::string_view infinity = "inf";
+    const auto isSame = [](char c, char lower) { return c == lower || c + ('a' - 'A') == lower; };
+    int count = 0;
+    for (;; ++count) {
+        const auto found = std::ranges::search(text, infinity, isSame);
+        if (found.empty())
+            return count;
+        text = std::string_view(found.end(), text.end());
+    }
+}
+
+bool isNumeric(const KyField& field) {
+    return isOneOf(cSingleKinds, field.getKind()) || isOneOf(cDoubleKinds, field.getKind());
+}
+
+/// Whether the text means what the value holds, not a value that stands for all that it cannot hold.
+bool isTrue(const std::string& text, const KyField& parsed) {
+    if (const KyURL* url = parsed.get<KyURL>())
+        return text.empty() || !url->isEmpty();
+    return !isNumeric(parsed) || countInfinities(KyFieldText::format(parsed)) <= countInfinities(text);
+}
+
 bool holdsObjects(const KyField& field) {
     if (field.getKind() == cFieldKindOf<KyObjectReference>)
         return true;
@@ -173,7 +197,7 @@ bool KyFieldText::parse(std::string_view text, const KyField& like, KyField& res
         return true;
     }
     KyField parsed = like;
-    if (!parsed.fromString(trimmed))
+    if (!parsed.fromString(trimmed) || !isTrue(trimmed, parsed))
         return false;
     result = std::move(parsed);
     return true;
@@ -182,6 +206,21 @@ bool KyFieldText::parse(std::string_view text, const KyField& like, KyField& res
 bool KyFieldText::isParsable(const KyField& field) {
     KyField again;
     return !field.isEmpty() && !holdsObjects(field) && parse(format(field), field, again);
+}
+
+bool KyFieldText::areSame(const KyField& field, const KyField& other) {
+    if (field == other || field.getKind() != other.getKind())
+        return field == other;
+    if (!field.getFieldType().isList())
+        return isNumeric(field) && field.toString(cEveryDigit) == other.toString(cEveryDigit);
+    const KyFieldOperations& operations = field.getFieldType().getOperations();
+    const std::size_t size = operations.size(field.data());
+    if (operations.size(other.data()) != size)
+        return false;
+    for (std::size_t i = 0; i < size; ++i)
+        if (!areSame(operations.element(field.data(), i), operations.element(other.data(), i)))
+            return false;
+    return true;
 }
 
 std::string KyFieldText::describe(KyObject* object) {

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "KyQAttributeEditor.h"
 
+#include "KyAttributeCommand_p.h"
 #include "KyQAttributeItemDelegate.h"
 #include "KyQAttributeView_p.h"
 
@@ -60,9 +61,8 @@ KyQAttributeEditor::KyQAttributeEditor(QWidget* parent, int options)
     layout->addWidget(mView);
     setFocusProxy(mView);
 
-    connect(mSearch, &QLineEdit::textChanged, mFilter, &QSortFilterProxyModel::setFilterFixedString);
-    connect(mSearch, &QLineEdit::textChanged, this, &KyQAttributeEditor::expandCategories);
-    connect(mModel, &KyQAttributeModel::objectEnded, &mUndoStack, &QUndoStack::clear);
+    connect(mSearch, &QLineEdit::textChanged, this, &KyQAttributeEditor::search);
+    connect(mModel, &KyQAttributeModel::objectEnded, this, &KyQAttributeEditor::clearUndoStack);
     connect(mFilter, &QAbstractItemModel::modelReset, this, &KyQAttributeEditor::expandCategories);
     addActions();
     updateTranslations();
@@ -89,14 +89,25 @@ void KyQAttributeEditor::addActions() {
 }
 
 void KyQAttributeEditor::setObject(KyObject* object) {
-    mUndoStack.clear();
+    clearUndoStack();
     mModel->setObject(object);
+}
+
+// What a command does may end the object; the stack goes on with the command, so it is emptied when that is over.
+void KyQAttributeEditor::clearUndoStack() {
+    if (!KyAttributeCommand::isRunning())
+        return mUndoStack.clear();
+    QMetaObject::invokeMethod(&mUndoStack, &QUndoStack::clear, Qt::QueuedConnection);
 }
 
 void KyQAttributeEditor::setOptions(int options) {
     mOptions = options;
     mSearch->setHidden((options & eHideSearch) != 0);
     mModel->setOptions(options & ~eHideSearch);
+}
+
+QTreeView* KyQAttributeEditor::editView() const {
+    return mView;
 }
 
 void KyQAttributeEditor::setSearchText(const QString& text) {
@@ -109,6 +120,13 @@ void KyQAttributeEditor::expandCategories() {
         if (index.data(KyQAttributeModel::eCategoryRole).toBool())
             mView->expand(index);
     }
+}
+
+// What is typed in a row that is about to hide would be written while the filter changes.
+void KyQAttributeEditor::search(const QString& text) {
+    mView->endEditing();
+    mFilter->setFilterFixedString(text);
+    expandCategories();
 }
 
 void KyQAttributeEditor::startSearch() {

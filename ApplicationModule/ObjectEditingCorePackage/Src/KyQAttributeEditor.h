@@ -13,6 +13,7 @@ class QAction;
 class QLineEdit;
 class QSortFilterProxyModel;
 class QTreeView;
+class KyQAttributeView;
 
 /// Shows and edits the attributes of any object: a tree of names and values (KyQAttributeModel) with one editor for
 /// each kind (KyQAttributeItemDelegate), a line that searches names, and undo and redo.
@@ -54,7 +55,7 @@ public:
     void setSearchText(const QString& text);
 
     KyQAttributeModel* editModel() const { return mModel; }
-    QTreeView* editView() const { return mView; }
+    QTreeView* editView() const;
     QUndoStack* editUndoStack() { return &mUndoStack; }
 
 protected:
@@ -65,7 +66,9 @@ protected:
 
 private:
     void addActions();
+    void clearUndoStack();
     void expandCategories();
+    void search(const QString& text);
     void startSearch();
     void updateTranslations();
 
@@ -73,7 +76,7 @@ private:
     KyQAttributeModel* mModel;
     QSortFilterProxyModel* mFilter;
     QLineEdit* mSearch;
-    QTreeView* mView;
+    KyQAttributeView* mView;
     QAction* mUndoAction = nullptr;
     QAction* mRedoAction = nullptr;
     int mOptions = eDefaultOptions;

@@ -28,8 +28,8 @@ public:
 
     explicit KyQAttributeItemDelegate(QObject* parent = nullptr);
 
-    /// Enters the editors of the built-in kinds and begins to follow what the script engine publishes, if there is one,
-    /// so that references can be chosen.
+    /// Enters the editors of the built-in kinds. From now on references are chosen among what the script engine of the
+    /// time publishes.
     static void initializeDefaultEditors();
     /// Forgets all editors, those of hosts too; texts are edited from now on.
     static void finalizeEditors();

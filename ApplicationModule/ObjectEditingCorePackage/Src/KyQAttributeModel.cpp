@@ -183,7 +183,8 @@ Qt::ItemFlags KyQAttributeModel::flags(const QModelIndex& index) const {
 }
 
 bool KyQAttributeModel::setData(const QModelIndex& index, const QVariant& value, int role) {
-    if (!index.isValid() || index.column() != eValueColumn || (mOptions & eReadOnly))
+    // A view that loses a row may give what is typed there, when the row's element is another already.
+    if (mIsChanging || !index.isValid() || index.column() != eValueColumn || (mOptions & eReadOnly))
         return false;
     const KyAttributeTarget target = nodeAt(index).target;
     if (role == eEditingRole)
@@ -191,16 +192,17 @@ bool KyQAttributeModel::setData(const QModelIndex& index, const QVariant& value,
     KyField present;
     if (!readValue(nodeAt(index), present))
         return false;
-    if (role == Qt::CheckStateRole)
+    if (role == Qt::CheckStateRole) {
+        *mSession = Session(); // no editor does this
         return present.get<bool>() && write(target, KyField(value.toInt() == Qt::Checked));
+    }
     if (role != eFieldRole && role != Qt::EditRole)
         return false;
     KyField field = role == eFieldRole ? value.value<KyField>() : KyApplication::toKyField(value);
+    if (!field.isText() || !KyFieldText::isParsable(present))
+        return write(target, field);
     KyField parsed;
-    if (field.isText() && KyFieldText::isParsable(present) &&
-        KyFieldText::parse(field.unchecked<std::string>(), present, parsed))
-        field = parsed;
-    return write(target, field);
+    return KyFieldText::parse(field.unchecked<std::string>(), present, parsed) && write(target, parsed);
 }
 
 // The setter may run anything: the value is read back, and this may be gone.
@@ -209,29 +211,63 @@ bool KyQAttributeModel::write(const KyAttributeTarget& target, const KyField& va
     KyField before;
     if (!target.read(before))
         return false;
-    if (before == value)
+    if (KyFieldText::areSame(before, value))
         return true;
+    const KyObjectReference shown = mRoot->target.object;
     const bool isDone = target.write(value);
     KyField after;
-    if (!self || !isDone || !target.read(after))
+    if (!self || !isDone || !(mRoot->target.object == shown) || !target.read(after))
         return isDone;
-    const bool isInSession = mSession->number != 0 && mSession->target == target;
-    if (mUndoStack && !(after == before))
-        mUndoStack->push(new KyAttributeCommand(target, before, after, isInSession ? mSession->number : 0));
+    const bool isInSession = mSession->number != 0 && *mSession->target == target;
+    if (isInSession)
+        mSession->after = after;
+    if (mUndoStack && !KyFieldText::areSame(after, before))
+        mUndoStack->push(new KyAttributeCommand(keep(target), before, after, isInSession ? mSession->number : 0));
     if (self && !mIsListening)
         refresh();
     return true;
 }
 
 bool KyQAttributeModel::followSession(const KyAttributeTarget& target, int number) {
-    if (number > 0 && number != mSession->number) {
-        *mSession = Session{number, target, {}};
-        return target.read(mSession->before);
-    }
+    if (number > 0 && number != mSession->number)
+        return beginSession(target, number);
     if (number == 0)
         *mSession = Session();
-    if (number >= 0 || mSession->number != -number)
-        return number >= 0;
+    return number >= 0 || (mSession->number == -number && revertSession());
+}
+
+bool KyQAttributeModel::beginSession(const KyAttributeTarget& target, int number) {
+    KyField present;
+    const bool isDone = target.read(present);
+    *mSession = Session{number, keep(target), present, present};
+    return isDone;
+}
+
+bool KyQAttributeModel::revertSession() {
     const Session session = *mSession;
-    return write(session.target, session.before);
+    const KyAttributeTarget target = *session.target;
+    return target.isStill(session.after) && write(target, session.before);
+}
+
+std::shared_ptr<const KyAttributeTarget> KyQAttributeModel::keep(const KyAttributeTarget& target) {
+    auto kept = std::make_shared<KyAttributeTarget>(target);
+    if (target.index < 0)
+        return kept;
+    std::erase_if(mKept, [](const auto& other) { return other.expired(); });
+    mKept.push_back(kept);
+    return kept;
+}
+
+void KyQAttributeModel::moveKept(const KyObject& object, const std::string& name, int index, bool isInsertion) {
+    for (const auto& entry : mKept) {
+        const auto kept = entry.lock();
+        if (!kept || kept->object.get() != &object || kept->name != name || kept->index < index)
+            continue;
+        if (isInsertion)
+            ++kept->index;
+        else if (kept->index > index)
+            --kept->index;
+        else
+            kept->object = KyObjectReference();
+    }
 }

@@ -113,6 +113,10 @@ private:
     QVariant getValueData(KyAttributeNode& node, int role) const;
     bool write(const KyAttributeTarget& target, const KyField& value);
     bool followSession(const KyAttributeTarget& target, int number);
+    bool beginSession(const KyAttributeTarget& target, int number);
+    bool revertSession();
+    std::shared_ptr<const KyAttributeTarget> keep(const KyAttributeTarget& target);
+    void moveKept(const KyObject& object, const std::string& name, int index, bool isInsertion);
 
     void onModified(KyObject* object, KyObjectModificationType kind, const std::string& name, int index);
     void onEnding(KyAttributeNode& node);
@@ -144,6 +148,8 @@ private:
     /// Rows by the object whose attributes stand below them.
     std::multimap<const KyObject*, KyAttributeNode*> mShown;
     std::unique_ptr<Session> mSession;
+    /// Elements that sessions and undo commands name: they move when others come or go.
+    std::vector<std::weak_ptr<KyAttributeTarget>> mKept;
     QUndoStack* mUndoStack = nullptr;
     QTimer mFollowTimer;
     int mOptions = eNoOptions;

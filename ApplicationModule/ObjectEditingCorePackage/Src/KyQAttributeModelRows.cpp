@@ -148,6 +148,8 @@ void KyQAttributeModel::onModified(KyObject* object, KyObjectModificationType ki
                                    int index) {
     if (kind == eObjectEnded)
         return;
+    if (kind == eElementInserted || kind == eElementRemoved)
+        moveKept(*object, name, index, kind == eElementInserted);
     if (mIsChanging)
         return mFollowTimer.start();
     std::vector<KyAttributeNode*> holders;

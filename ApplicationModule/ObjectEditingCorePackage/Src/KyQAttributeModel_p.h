@@ -5,11 +5,12 @@
 #include "KyAttributeTarget_p.h"
 #include "KyQAttributeModel.h"
 
-/// One use of an editor: what stood there before.
+/// One use of an editor: what stood there before, and what the editor left there.
 struct KyQAttributeModel::Session {
     int number = 0;
-    KyAttributeTarget target;
+    std::shared_ptr<const KyAttributeTarget> target;
     KyField before;
+    KyField after;
 };
 
 /// Stands while rows come or go.

@@ -3,8 +3,10 @@
 #include "KyQAttributeView_p.h"
 
 #include "KyQAttributeModel.h"
+#include "KyQFieldEditor.h"
 
 #include <QKeyEvent>
+#include <QPointer>
 
 namespace {
 
@@ -58,6 +60,16 @@ void KyQAttributeView::editFrom(QModelIndex index, bool isForward) {
         return;
     setCurrentIndex(findValue(index));
     edit(findValue(index));
+}
+
+void KyQAttributeView::endEditing() {
+    const auto editors = viewport()->findChildren<KyQFieldEditor*>();
+    for (const QPointer<KyQFieldEditor>& editor : QList<QPointer<KyQFieldEditor>>(editors.begin(), editors.end())) {
+        if (editor)
+            commitData(editor);
+        if (editor)
+            closeEditor(editor, QAbstractItemDelegate::NoHint);
+    }
 }
 
 void KyQAttributeView::rowsInserted(const QModelIndex& parent, int start, int end) {

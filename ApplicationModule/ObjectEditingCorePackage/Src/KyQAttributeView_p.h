@@ -12,6 +12,9 @@ class KyQAttributeView : public QTreeView {
 public:
     explicit KyQAttributeView(QWidget* parent = nullptr);
 
+    /// Writes what is being typed and closes the editor.
+    void endEditing();
+
 protected:
     void keyPressEvent(QKeyEvent* event) override;
     void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;

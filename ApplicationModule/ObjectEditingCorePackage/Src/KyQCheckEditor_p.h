@@ -17,6 +17,7 @@ public:
 
 protected:
     void showField(const KyField& field) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     QCheckBox* mCheck;

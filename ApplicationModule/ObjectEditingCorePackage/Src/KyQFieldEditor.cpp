@@ -17,6 +17,13 @@ int makeSession() {
     return ++count;
 }
 
+bool isUndoKey(const QKeyEvent& event) {
+    const Qt::KeyboardModifiers modifiers = event.modifiers();
+    if (event.key() == Qt::Key_Y)
+        return modifiers == Qt::ControlModifier;
+    return event.key() == Qt::Key_Z && (modifiers & ~Qt::KeyboardModifiers(Qt::ShiftModifier)) == Qt::ControlModifier;
+}
+
 } // namespace
 
 KyQFieldEditor::KyQFieldEditor(QWidget* parent)
@@ -48,8 +55,10 @@ void KyQFieldEditor::writeTo(QAbstractItemModel& model, const QModelIndex& index
     // What the value becomes is to be shown when it is told.
     mIsModified = false;
     model.setData(index, mSession, KyQAttributeModel::eEditingRole);
-    if (cell.isValid())
-        model.setData(cell, QVariant::fromValue(field), KyQAttributeModel::eFieldRole);
+    const bool isTaken =
+        cell.isValid() && model.setData(cell, QVariant::fromValue(field), KyQAttributeModel::eFieldRole);
+    if (self && cell.isValid() && !isTaken)
+        noteRefused(field);
     if (self && cell.isValid())
         setField(cell.data(KyQAttributeModel::eFieldRole).value<KyField>());
 }
@@ -101,6 +110,11 @@ void KyQFieldEditor::tellFocusOut(Qt::FocusReason reason) {
 bool KyQFieldEditor::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::FocusOut)
         tellFocusOut(static_cast<QFocusEvent*>(event)->reason());
+    // Undo is for what is being typed first; when all is written, it is for what was written.
+    if (event->type() == QEvent::ShortcutOverride && !mIsModified && isUndoKey(*static_cast<QKeyEvent*>(event))) {
+        event->ignore();
+        return true;
+    }
     if (event->type() != QEvent::KeyPress)
         return QWidget::eventFilter(watched, event);
     const auto* pressed = static_cast<QKeyEvent*>(event);

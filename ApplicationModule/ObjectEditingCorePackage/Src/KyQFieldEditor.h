@@ -52,6 +52,8 @@ Q_SIGNALS:
 
 protected:
     virtual void showField(const KyField& field) = 0;
+    /// The attribute did not take what the user chose; what stands there is shown next.
+    virtual void noteRefused(const KyField&) {}
 
     /// Adds a widget that takes part in Tab; the first has the focus first.
     void addPart(QWidget* part, int stretch = 1);

@@ -27,12 +27,22 @@ double chooseStep(double number) {
     return std::pow(10.0, std::floor(std::log10(std::abs(number))) - 1);
 }
 
-/// Without the last digit's noise: 0.3 comes after 0.2, not 0.30000000000000004.
-KyField stepReal(double number, int steps) {
+/// Without the last digit's noise: 0.3 comes after 0.2, not 0.30000000000000004. The largest number is the last.
+KyField stepReal(double number, int steps, double largest) {
     constexpr int cSafeDigits = 15;
-    KyField next(number + steps * chooseStep(number));
-    next.fromString(next.toString(cSafeDigits));
-    return next;
+    const double next = number + steps * chooseStep(number);
+    if (std::abs(next) > largest)
+        return KyField(std::isfinite(number) ? std::copysign(largest, next) : number);
+    KyField rounded(next);
+    rounded.fromString(rounded.toString(cSafeDigits));
+    return rounded;
+}
+
+/// A float counts as the number that people read, not as the double that it is.
+double readReal(const KyField& number) {
+    KyField real(0.0);
+    real.fromString(KyFieldText::format(number));
+    return real.unchecked<double>();
 }
 
 } // namespace
@@ -63,18 +73,22 @@ void KyQNumberField::focusInEvent(QFocusEvent* event) {
         selectAll();
 }
 
+KyField KyQNumberField::step(const KyField& number, int steps) const {
+    if (mLike.getKind() == cFieldKindOf<std::uint64_t>)
+        return stepWhole(number.toUInt64(), steps);
+    if (isWhole())
+        return stepWhole(number.toInt64(), steps);
+    const bool isSingle = mLike.getKind() == cFieldKindOf<float>;
+    const double largest = isSingle ? std::numeric_limits<float>::max() : std::numeric_limits<double>::max();
+    return stepReal(readReal(number), steps, largest);
+}
+
 void KyQNumberField::stepBy(int steps) {
     KyField number;
-    if (!getNumber(number))
+    KyField next;
+    if (!getNumber(number) || !step(number, steps).convert(mLike.getKind(), next) || KyFieldText::areSame(number, next))
         return;
-    KyField next = stepReal(number.toDouble(), steps);
-    if (isWhole())
-        next = mLike.getKind() == cFieldKindOf<std::uint64_t> ? stepWhole(number.toUInt64(), steps)
-                                                              : stepWhole(number.toInt64(), steps);
-    KyField converted;
-    if (!next.convert(mLike.getKind(), converted))
-        return;
-    setText(QString::fromStdString(KyFieldText::format(converted)));
+    setText(QString::fromStdString(KyFieldText::format(next)));
     selectAll();
     stepped();
 }

@@ -31,6 +31,7 @@ protected:
 
 private:
     bool isWhole() const;
+    KyField step(const KyField& number, int steps) const;
 
     KyField mLike;
 };

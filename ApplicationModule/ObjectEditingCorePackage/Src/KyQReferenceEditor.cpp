@@ -37,9 +37,15 @@ void KyQReferenceEditor::showField(const KyField& field) {
     mObjects.clear();
     add(nullptr);
     for (const auto& [name, object] : KyPublishedObjects::list())
-        add(object);
+        if (object == present || std::ranges::find(mRefused, KyObjectReference(object)) == mRefused.end())
+            add(object);
     const auto isPresent = [&](const KyObjectReference& object) { return object.get() == present; };
     if (std::ranges::none_of(mObjects, isPresent))
         add(present);
     mNames->setCurrentIndex(static_cast<int>(std::ranges::find_if(mObjects, isPresent) - mObjects.begin()));
+}
+
+void KyQReferenceEditor::noteRefused(const KyField& field) {
+    if (KyObject* object = field.toKyObject())
+        mRefused.emplace_back(object);
 }

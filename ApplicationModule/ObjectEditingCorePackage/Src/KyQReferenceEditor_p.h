@@ -8,7 +8,8 @@
 
 class QComboBox;
 
-/// A reference to an object: none, what it refers to now, or one of the published objects.
+/// A reference to an object: none, what it refers to now, or one of the published objects. What the
+/// attribute refuses, such as an object of another class, is not offered again.
 class KyQReferenceEditor : public KyQFieldEditor {
     Q_OBJECT
 
@@ -19,10 +20,12 @@ public:
 
 protected:
     void showField(const KyField& field) override;
+    void noteRefused(const KyField& field) override;
 
 private:
     void add(KyObject* object);
 
     QComboBox* mNames;
     std::vector<KyObjectReference> mObjects;
+    std::vector<KyObjectReference> mRefused;
 };

@@ -52,6 +52,7 @@ protected:
             model.match(model.index(0, 0), Qt::DisplayRole, name, 1, Qt::MatchExactly | Qt::MatchRecursive);
         return found.isEmpty() ? QModelIndex() : found.front();
     }
+    QString getText(const QString& name) { return find(name).siblingAtColumn(1).data().toString(); }
     KyQFieldEditor* findEditor() {
         const auto editors = mEditor.editView()->viewport()->findChildren<KyQFieldEditor*>();
         const auto isOpen = [](const KyQFieldEditor* editor) { return editor->isVisible(); };
@@ -96,6 +97,8 @@ TEST_F(KyQAttributeEditorTest, WritesWhatIsTypedAndUndoesItInOneStep) {
     const std::vector<Row> rows{
         {"double", KyField(0.5), "-1e300", KyField(-1e300)},
         {"float", KyField(0.1f), "0.3", KyField(0.3f)},
+        {"float not", KyField(0.1f), "1e39", KyField(0.1f)},
+        {"infinite", KyField(0.1f), "-inf", KyField(-std::numeric_limits<float>::infinity())},
         {"int", KyField(5), "-12", KyField(-12)},
         {"int not", KyField(5), "3000000000", KyField(5)},
         {"unsigned", KyField(std::uint64_t{1}), "18446744073709551615",
@@ -106,6 +109,8 @@ TEST_F(KyQAttributeEditorTest, WritesWhatIsTypedAndUndoesItInOneStep) {
         {"vec3i", KyField(KyVec3i(1, 2, 3)), "\t5", KyField(KyVec3i(1, 5, 3))},
         {"quat", KyField(KyQuatd(0, 0, 0, 1)), "1\t\t\t0.1", KyField(KyQuatd(1, 0, 0, 0.1))},
         {"url", KyField(KyURL("a.png")), "http://x/y", KyField(KyURL("http://x/y"))},
+        {"url not", KyField(KyURL("a.png")), "http://[bad", KyField(KyURL("a.png"))},
+        {"color not", KyField(KyColor(1, 0, 0, 1)), "1e39 0 0 1", KyField(KyColor(1, 0, 0, 1))},
         {"date", KyField(KyDate(2020, 2, 29)), "2024", KyField(KyDate(2024, 2, 29))},
         {"old date", KyField(KyDate(-5, 1, 1)), "2024-03-01", KyField(KyDate(2024, 3, 1))},
         {"time", KyField(KyTime(1, 2, 3.004)), "12", KyField(KyTime(12, 2, 3.004))},
@@ -184,6 +189,25 @@ TEST_F(KyQAttributeEditorTest, MergesStepsAndTakesThemBackWithEscape) {
     EXPECT_EQ(mLamp.mCount, std::numeric_limits<int>::max());
 }
 
+TEST_F(KyQAttributeEditorTest, StepsNoFurtherThanANumberGoes) {
+    for (const auto& [before, key, after] : std::vector<std::tuple<KyField, Qt::Key, const char*>>{
+             {KyField(1.7e308), Qt::Key_PageUp, "1.7976931348623157e+308"},
+             {KyField(std::numeric_limits<double>::lowest()), Qt::Key_Down, "-1.7976931348623157e+308"},
+             {KyField(std::numeric_limits<float>::max()), Qt::Key_PageUp, "3.4028235e+38"},
+             {KyField(std::nan("")), Qt::Key_Up, "nan"},
+             {KyField(0.1f), Qt::Key_PageDown, "0"},
+         }) {
+        KyDynamicObject object;
+        object.addAttribute("number", before);
+        open(object);
+        edit("number");
+        const QString shown = getText("number");
+        press(key);
+        EXPECT_EQ(getText("number").toStdString(), after);
+        EXPECT_EQ(countSteps(), shown == after ? 0 : 1) << after;
+    }
+}
+
 TEST_F(KyQAttributeEditorTest, GoesWithTabToTheNextThatCanBeEdited) {
     edit("Mode");
     press(Qt::Key_Tab);
@@ -220,11 +244,35 @@ TEST_F(KyQAttributeEditorTest, ChoosesAmongNamesFlagsAndPublishedObjects) {
     open(object);
     mEditor.editView()->setCurrentIndex(find("flag"));
     press(Qt::Key_Space);
-    EXPECT_EQ(find("flag").siblingAtColumn(1).data(), "true");
+    EXPECT_EQ(getText("flag"), "true");
     edit("flag");
+    press(Qt::Key_Up);
     press(Qt::Key_Space);
     press(Qt::Key_Return);
-    EXPECT_EQ(find("flag").siblingAtColumn(1).data(), "false");
+    EXPECT_EQ(getText("flag"), "false");
+}
+
+TEST_F(KyQAttributeEditorTest, OffersWhatWasPublishedBeforeAndByLaterEngines) {
+    QmlTestLamp early;
+    QmlTestLamp late;
+    QmlTestKit kit;
+    KyQAttributeItemDelegate::finalizeEditors();
+    KyScriptEngine::get().bindInstance(&early, "early");
+    KyQAttributeItemDelegate::initializeDefaultEditors();
+    KyScriptEngine::get().bindInstance(&late, "late");
+    EXPECT_EQ(edit("Partner")->findChild<QComboBox*>()->count(), 3);
+    press(Qt::Key_Escape);
+    KyScriptEngine::finalizeClass();
+    KyScriptEngine::initializeClass();
+    KyScriptEngine::get().bindInstance(&kit, "kit");
+    KyScriptEngine::get().bindInstance(&late, "late");
+    auto* names = edit("Partner")->findChild<QComboBox*>();
+    ASSERT_EQ(names->count(), 3);
+    press(Qt::Key_Down);
+    EXPECT_EQ(mLamp.mPartner, nullptr) << "a kit is refused";
+    EXPECT_EQ(names->count(), 2) << "and not offered again";
+    press(Qt::Key_Down);
+    EXPECT_EQ(mLamp.mPartner, &late);
 }
 
 TEST_F(KyQAttributeEditorTest, ChoosesColoursWithAlphaAndTakesThemBack) {
@@ -286,6 +334,53 @@ TEST_F(KyQAttributeEditorTest, IsEmptyWhenTheObjectEndsWhileItIsEdited) {
     EXPECT_EQ(mEditor.editView()->model()->rowCount() + countSteps(), 0);
 }
 
+/// Ends its lamp when the power is 1.
+struct Ender : KyHasSlots {
+    void onModified(KyObject*, KyObjectModificationType kind, const std::string&, int) {
+        if (kind == eAttributeChanged && lamp->mPower == 1)
+            lamp.reset();
+    }
+    std::unique_ptr<QmlTestLamp> lamp = std::make_unique<QmlTestLamp>();
+};
+
+TEST_F(KyQAttributeEditorTest, OutlivesAnUndoThatEndsTheObject) {
+    Ender ender;
+    open(*ender.lamp);
+    edit("Power");
+    press(Qt::Key_Up);
+    ender.lamp->connectModified(&ender, &Ender::onModified);
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_FALSE(ender.lamp || mEditor.getObject() || countSteps() || findEditor());
+}
+
+TEST_F(KyQAttributeEditorTest, WritesWhatIsTypedBeforeASearchHidesItsRow) {
+    edit("Power");
+    type("5");
+    static int nbWarnings = 0;
+    const auto count = [](QtMsgType, const QMessageLogContext&, const QString&) { ++nbWarnings; };
+    const QtMessageHandler handler = qInstallMessageHandler(count);
+    mEditor.setSearchText("Label");
+    settle();
+    qInstallMessageHandler(handler);
+    EXPECT_FALSE(findEditor());
+    EXPECT_EQ(mLamp.mPower, 5);
+    EXPECT_EQ(nbWarnings, 0) << "no value changes while the filter does";
+}
+
+TEST_F(KyQAttributeEditorTest, UndoesFromInsideAnEditor) {
+    for (const char* name : {"Power", "Position", "Mode"}) {
+        const QString before = getText(name);
+        edit(name);
+        press(Qt::Key_Up);
+        const QString after = getText(name);
+        press(Qt::Key_Z, Qt::ControlModifier);
+        EXPECT_EQ(getText(name), before) << name;
+        press(Qt::Key_Y, Qt::ControlModifier);
+        EXPECT_TRUE(getText(name) == after && after != before) << name;
+        press(Qt::Key_Escape);
+    }
+}
+
 TEST_F(KyQAttributeEditorTest, SearchesNamesFromTheKeyboard) {
     press(Qt::Key_F, Qt::ControlModifier);
     type("POS");
@@ -310,7 +405,7 @@ TEST_F(KyQAttributeEditorTest, CostsTheObjectNothingWhileItIsHidden) {
     EXPECT_EQ(mLamp.modifiedSignal().getNbConnections(), 0u);
     mLamp.mPower = 5;
     mEditor.show();
-    EXPECT_EQ(find("Power").siblingAtColumn(1).data(), "5");
+    EXPECT_EQ(getText("Power"), "5");
 }
 
 /// Answers every key with one text.

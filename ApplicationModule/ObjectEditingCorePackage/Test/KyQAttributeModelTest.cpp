@@ -199,6 +199,8 @@ TEST_F(KyQAttributeModelTest, FilesAttributesThatComeAndGoByCategory) {
     const QPersistentModelIndex kept = find("Globals/x");
     object.addAttribute("y", KyField(2), "category=Locals;");
     object.addAttribute("late", KyField(3));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(names() + ", " + names("Locals"), "plain late Locals Globals, x y") << "one that is added is told";
     object.removeAttribute("x", "Locals");
     EXPECT_EQ(text("Locals/x"), "") << "gone already, its row goes with the event loop";
     QCoreApplication::processEvents();
@@ -216,6 +218,9 @@ TEST_F(KyQAttributeModelTest, FilesAttributesThatComeAndGoByCategory) {
 }
 
 TEST_F(KyQAttributeModelTest, UndoesEachEditAndEachSessionAtOnce) {
+    set("Power", "nan");
+    mStack.clear();
+    EXPECT_TRUE(set("Power", "nan") && mStack.count() == 0) << "no change";
     set("Power", 2);
     set("Power", 3);
     EXPECT_FALSE(set("Refusing", 5) || set("Tint", "many"));
@@ -237,6 +242,30 @@ TEST_F(KyQAttributeModelTest, UndoesEachEditAndEachSessionAtOnce) {
     mModel.setData(find("Power"), -2, KyQAttributeModel::eEditingRole);
     EXPECT_EQ(mLamp.mPower, 3);
     EXPECT_EQ(mStack.count(), 2) << "nothing is left of what was taken back";
+}
+
+TEST_F(KyQAttributeModelTest, UndoesAnElementWhereItIsNowOrNotAtAll) {
+    using Tags = std::vector<std::string>;
+    mTester.reset(); // it takes the numbers of elements for something that stays with them
+    const KyAttributeInterface& tags = *mLamp.getAttribute("Tags");
+    int session = 0;
+    for (const auto& [change, undone] : std::vector<std::pair<std::function<void()>, Tags>>{
+             {[&] { tags.addValue(mLamp, 0, KyField("new")); }, {"new", "a", "b", "c"}},
+             {[&] { tags.removeValue(mLamp, 0); }, {"b", "c"}},
+             {[&] { tags.removeValue(mLamp, 1); }, {"a", "c"}},
+             {[&] { mLamp.mTags.insert(mLamp.mTags.begin(), "unseen"); }, {"unseen", "a", "B", "c"}},
+             {[&] { mLamp.mTags = {"fewer"}; }, {"fewer"}},
+         }) {
+        for (const bool isReverted : {false, true}) {
+            mLamp.mTags = {"a", "b", "c"};
+            mModel.refresh();
+            mModel.setData(find("Tags/[1]"), ++session, KyQAttributeModel::eEditingRole);
+            set("Tags/[1]", "B");
+            change();
+            isReverted ? void(mModel.setData(find("Power"), -session, KyQAttributeModel::eEditingRole)) : mStack.undo();
+            EXPECT_EQ(mLamp.mTags, undone) << isReverted;
+        }
+    }
 }
 
 TEST_F(KyQAttributeModelTest, IsEmptyWhenTheObjectEndsAndUndoesNothingOfIt) {
