@@ -11,7 +11,8 @@ std::optional<QVariantList> kyReadAxParameters(const luabind::argument& paramete
     const luabind::detail::stack_pop pop(state, 1);
     const int table = lua_gettop(state);
     if (!lua_istable(state, table)) {
-        kyReportQt("QAxWidget::dynamicCall : parameters of the method must be in a table");
+        kyReportQt(QT_TRANSLATE_NOOP("KyQtLuaBinding",
+                                     "QAxWidget::dynamicCall : parameters of the method must be in a table"));
         return {};
     }
     QVariantList list;
@@ -22,7 +23,8 @@ std::optional<QVariantList> kyReadAxParameters(const luabind::argument& paramete
         lua_pop(state, 1);
         if (list.back().isValid())
             continue;
-        kyReportQtNumber("QAxWidget::dynamicCall : unknown type of parameter %1", i);
+        kyReportQtNumber(QT_TRANSLATE_NOOP("KyQtLuaBinding", "QAxWidget::dynamicCall : unknown type of parameter %1"),
+                         i);
         return {};
     }
     return list;

@@ -17,7 +17,7 @@ public:
 };
 
 void reportMissing() {
-    kyReportQt("QAxWidget : there are no ActiveX controls on this platform");
+    kyReportQt(QT_TRANSLATE_NOOP("KyQtLuaBinding", "QAxWidget : there are no ActiveX controls on this platform"));
 }
 
 void setControl(QWidget&, const QString&) {

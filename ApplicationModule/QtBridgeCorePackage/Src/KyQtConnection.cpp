@@ -5,8 +5,11 @@
 #include "KyLuaState_p.h"
 #include "KyQtLifetime_p.h"
 #include "KyQtLuaVariant_p.h"
+#include "KyQtTreeItem_p.h"
 #include "KyScriptEngine.h"
 #include "KyScriptRunner_p.h"
+
+#include <QMetaEnum>
 
 #include <algorithm>
 #include <new>
@@ -36,6 +39,27 @@ QMetaMethod findSignal(const QMetaObject& meta, const QString& text) {
     return {};
 }
 
+/// Whether the class, or the toolkit's namespace, describes the type as an enumeration or as flags of one.
+bool describesEnumeration(const QMetaObject& meta, const QByteArray& type) {
+    const int scope = type.lastIndexOf("::");
+    const QByteArray name = type.mid(scope < 0 ? 0 : scope + 2);
+    const QMetaObject* qtNamespace = QMetaEnum::fromType<Qt::DockWidgetArea>().enclosingMetaObject();
+    const auto isIn = [&](const QMetaObject& owner) {
+        const QMetaEnum known = owner.enumerator(owner.indexOfEnumerator(name.constData()));
+        return known.isValid() && !known.isScoped() && (scope < 0 || type.left(scope) == known.scope());
+    };
+    return isIn(meta) || isIn(*qtNamespace);
+}
+
+/// Whether the value is an enumeration, or flags of one, and as nearly all of them an integer.
+bool isEnumeration(const QMetaObject& meta, int type, const QByteArray& name) {
+    if (type != QMetaType::UnknownType && QMetaType::sizeOf(type) != sizeof(int))
+        return false;
+    if (QMetaType::typeFlags(type).testFlag(QMetaType::IsEnumeration))
+        return true;
+    return (type == QMetaType::UnknownType || type >= QMetaType::User) && describesEnumeration(meta, name);
+}
+
 int collectConnections(lua_State* state) {
     static_cast<KyQtConnections*>(lua_touserdata(state, 1))->~KyQtConnections();
     return 0;
@@ -63,10 +87,13 @@ int KyQtConnection::qt_metacall(QMetaObject::Call call, int id, void** arguments
         return id;
     if (id > 0)
         return id - 1;
-    const KyQtLifetime::SenderScope sending(*mSender);
+    // No guarded pointer may be made any more to what is in its destructor.
+    std::optional<KyQtLifetime::SenderScope> sending;
     std::optional<KyQtLifetime::EndingScope> ending;
     if (isDestroyed(mSignal))
         ending.emplace(*mSender);
+    else
+        sending.emplace(*mSender);
     mOwner.call(mReference, readArguments(arguments));
     return -1;
 }
@@ -77,6 +104,8 @@ QVariantList KyQtConnection::readArguments(void** arguments) const {
         const int type = mSignal.parameterType(i);
         if (type == QMetaType::QVariant)
             values.append(*static_cast<const QVariant*>(arguments[i + 1]));
+        else if (isEnumeration(*mSender->metaObject(), type, mSignal.parameterTypes().at(i)))
+            values.append(*static_cast<const int*>(arguments[i + 1]));
         else
             values.append(type == QMetaType::UnknownType ? QVariant() : QVariant(type, arguments[i + 1]));
     }
@@ -94,6 +123,7 @@ KyQtConnections::~KyQtConnections() {
 void KyQtConnections::install(lua_State* state, lua_State* mainState) {
     if (find(state))
         return;
+    qRegisterMetaType<QTreeWidgetItem*>("QTreeWidgetItem*");
     lua_pushlightuserdata(state, &gConnectionsKey);
     new (lua_newuserdata(state, sizeof(KyQtConnections))) KyQtConnections(mainState);
     lua_createtable(state, 0, 1);

@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The KyApplication authors
 // SPDX-License-Identifier: MIT
+#include "KyQtLifetime_p.h"
 #include "KyQtLuaClass_p.h"
 #include "KyQtTypes_p.h"
 
@@ -40,7 +41,7 @@ void setDockWidget(QDockWidget& dock, QWidget* widget) {
 
 luabind::scope makeDockWidget() {
     auto dockClass = kyQtClass<QDockWidget, QWidget>("QDockWidget");
-    kyQtWidgetConstructors<QDockWidget>(dockClass);
+    kyQtTextConstructors<QDockWidget>(dockClass);
     dockClass.def("isFloating", kyQt<&QDockWidget::isFloating>)
         .def("setFloating", kyQt<&QDockWidget::setFloating>)
         .def("setWidget", kyQt<&setDockWidget>);
@@ -55,14 +56,17 @@ luabind::scope makeStackedWidget() {
     return stackClass;
 }
 
+QAction* addAction(QMenu& menu, const QIcon& icon, const QString& text) {
+    QAction* action = menu.addAction(icon, text);
+    KyQtLifetime::add(*action, KyQtLifetime::eMade);
+    return action;
+}
+
 luabind::scope makeMenu() {
     auto menuClass = kyQtClass<QMenu, QWidget>("QMenu");
-    menuClass
-        .def("__init", kyQtConstructor<QMenu>(
-                           +[](const QString& title, QWidget* parent) -> QObject* { return new QMenu(title, parent); }))
-        .def("addAction", kyQtCall([](QMenu& menu, const QString& text) { return menu.addAction(text); }))
-        .def("addAction",
-             kyQtCall([](QMenu& menu, const QIcon& icon, const QString& text) { return menu.addAction(icon, text); }))
+    kyQtTextConstructors<QMenu>(menuClass);
+    menuClass.def("addAction", kyQtCall([](QMenu& menu, const QString& text) { return addAction(menu, {}, text); }))
+        .def("addAction", kyQt<&addAction>)
         .def("addAction",
              kyQtCall([](QMenu& menu, QAction& action) { static_cast<QWidget&>(menu).addAction(&action); }))
         .def("activeAction", kyQt<&QMenu::activeAction>)

@@ -15,11 +15,21 @@
 
 namespace {
 
+/// Counted from 1 as Qt does.
+QObject* makeSlider(double orientation, QWidget* parent) {
+    constexpr int cNbOrientations = 2;
+    return new QSlider(
+        static_cast<Qt::Orientation>(1 + kyCheckLuaIndex(orientation - 1, cNbOrientations, "orientation")), parent);
+}
+
 luabind::scope makeSliders() {
     auto abstractClass = kyQtClass<QAbstractSlider, QWidget>("QAbstractSlider");
     kyQtRange<QAbstractSlider>(abstractClass);
     auto sliderClass = kyQtClass<QSlider, QAbstractSlider>("QSlider");
     kyQtWidgetConstructors<QSlider>(sliderClass);
+    sliderClass
+        .def("__init", kyQtConstructor<QSlider>(+[](double orientation) { return makeSlider(orientation, nullptr); }))
+        .def("__init", kyQtConstructor<QSlider>(&makeSlider));
     return abstractClass, sliderClass;
 }
 
@@ -48,8 +58,16 @@ luabind::scope makeButtons() {
         .def("icon", kyQt<&QAbstractButton::icon>)
         .def("setIcon", kyQt<&QAbstractButton::setIcon>);
     auto pushClass = kyQtClass<QPushButton, QAbstractButton>("QPushButton");
-    kyQtWidgetConstructors<QPushButton>(pushClass);
-    pushClass.def("setMenu", kyQt<&QPushButton::setMenu>);
+    kyQtTextConstructors<QPushButton>(pushClass);
+    pushClass
+        .def("__init", kyQtConstructor<QPushButton>(+[](const QIcon& icon, const QString& text) -> QObject* {
+                 return new QPushButton(icon, text);
+             }))
+        .def("__init",
+             kyQtConstructor<QPushButton>(+[](const QIcon& icon, const QString& text, QWidget* parent) -> QObject* {
+                 return new QPushButton(icon, text, parent);
+             }))
+        .def("setMenu", kyQt<&QPushButton::setMenu>);
     return abstractClass, pushClass;
 }
 

@@ -7,24 +7,51 @@
 #include "KyQtLuaClass_p.h"
 #include "KyQtTypes_p.h"
 
+#include "KyLuaConnections_p.h"
+#include "KyLuaInstance_p.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QThread>
 #include <QUuid>
 #include <QWidget>
 
+namespace luabind {
+
+/// An object of the object model.
+template <>
+struct default_converter<KyObject&, void> {
+    using type = default_converter;
+    using is_native = boost::mpl::true_;
+
+    int consumed_args() const { return 1; }
+
+    template <class By>
+    int match(lua_State* state, By, int index) {
+        return kyLuaToInstance(state, index) ? 0 : -1;
+    }
+
+    template <class By>
+    KyObject& apply(lua_State* state, By, int index) {
+        if (KyObject* const object = kyLuaToInstance(state, index)->get())
+            return *object;
+        throw KyScriptError("the object has been destroyed");
+    }
+
+    template <class By>
+    void converter_postcall(lua_State*, By, int) {}
+};
+
+template <>
+struct detail::type_to_string<KyObject&> {
+    static void get(lua_State* state) { lua_pushliteral(state, "object"); }
+};
+
+} // namespace luabind
+
 namespace {
 
 using luabind::argument;
-
-/// What the toolkit keeps about the application is no script's; what scripts may make there is.
-bool isOfApplication(const QObject& object) {
-    const QObject* above = &object;
-    while (above->parent())
-        above = above->parent();
-    return above == QCoreApplication::instance() && !object.isWidgetType() && !object.inherits("QAction") &&
-           !object.inherits("QMovie");
-}
 
 void deleteQObject(lua_State* state, const argument& value) {
     value.push(state);
@@ -35,7 +62,7 @@ void deleteQObject(lua_State* state, const argument& value) {
     QObject* object = handle ? handle->find() : nullptr;
     if (!object)
         return;
-    if (isOfApplication(*object) || KyQtLifetime::isPart(*object))
+    if (KyQtLifetime::isPart(*object))
         throw KyScriptError("this Qt object cannot be deleted");
     const KyLuaRunning running(state);
     KyQtLifetime::destroy(*object);
@@ -86,6 +113,30 @@ int disconnectAll(lua_State* state, QObject& sender) {
     return disconnectSignal(state, sender, {});
 }
 
+void connectObjectSignal(lua_State* state, KyObject& sender, const QString& signal, const argument& function) {
+    function.push(state);
+    const luabind::detail::stack_pop pop(state, 1);
+    if (!lua_isfunction(state, -1))
+        throw KyScriptError("connect : function expected");
+    if (!KyLuaConnections::find(state)->connect(state, sender, signal.toStdString(), lua_gettop(state)))
+        throw KyScriptError("connect : " + sender.getObjectType()->getName() + " has no signal " +
+                            signal.toStdString());
+}
+
+int disconnectObjectFunction(lua_State* state, KyObject& sender, const QString& signal, const argument& function) {
+    function.push(state);
+    const luabind::detail::stack_pop pop(state, 1);
+    return KyLuaConnections::find(state)->disconnect(state, sender, signal.toStdString(), lua_gettop(state));
+}
+
+int disconnectObjectSignal(lua_State* state, KyObject& sender, const QString& signal) {
+    return KyLuaConnections::find(state)->disconnect(state, sender, signal.toStdString(), 0);
+}
+
+int disconnectObject(lua_State* state, KyObject& sender) {
+    return disconnectObjectSignal(state, sender, {});
+}
+
 /// A method that is a global function too.
 struct Alias {
     const char* name;
@@ -131,7 +182,9 @@ luabind::scope kyMakeQtFunctions() {
                +[](lua_State* state, const QString& file) -> QObject* { return loadUi(state, file, nullptr); }),
            def("generateGUID", &generateGUID), def("getQApplication", &getApplication), def("connect", &connectSignal),
            def("disconnect", &disconnectFunction), def("disconnect", &disconnectSignal),
-           def("disconnect", &disconnectAll);
+           def("disconnect", &disconnectAll), def("connect", &connectObjectSignal),
+           def("disconnect", &disconnectObjectFunction), def("disconnect", &disconnectObjectSignal),
+           def("disconnect", &disconnectObject);
 }
 
 void kySetQtGlobals(lua_State* state) {

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The KyApplication authors
 // SPDX-License-Identifier: MIT
 #include "KyQtLuaClass_p.h"
+#include "KyQtLuaVariant_p.h"
 #include "KyQtTypes_p.h"
 
 #include <QComboBox>
@@ -9,6 +10,8 @@
 
 namespace {
 
+using luabind::argument;
+
 luabind::scope makeListWidget() {
     auto listClass = kyQtClass<QListWidget, QWidget>("QListWidget");
     kyQtWidgetConstructors<QListWidget>(listClass);
@@ -16,6 +19,17 @@ luabind::scope makeListWidget() {
         .def("currentRow", kyQt<&QListWidget::currentRow>)
         .def("addItem", kyQtCall([](QListWidget& list, const QString& text) { list.addItem(text); }));
     return listClass;
+}
+
+/// What an entry carries.
+QVariant readData(const argument& data) {
+    lua_State* state = data.interpreter();
+    data.push(state);
+    const luabind::detail::stack_pop pop(state, 1);
+    const QVariant value = luaToQVariant(state, lua_gettop(state));
+    if (!value.isValid() && !lua_isnil(state, -1))
+        throw KyScriptError("this value cannot be kept by an item");
+    return value;
 }
 
 void removeItem(QComboBox& box, int index) {
@@ -29,11 +43,23 @@ luabind::scope makeComboBox() {
     boxClass.def("addItem", kyQtCall([](QComboBox& box, const QString& text) { box.addItem(text); }))
         .def("addItem",
              kyQtCall([](QComboBox& box, const QIcon& icon, const QString& text) { box.addItem(icon, text); }))
+        .def("addItem", kyQtCall([](QComboBox& box, const QString& text, const argument& data) {
+                 box.addItem(text, readData(data));
+             }))
+        .def("addItem", kyQtCall([](QComboBox& box, const QIcon& icon, const QString& text, const argument& data) {
+                 box.addItem(icon, text, readData(data));
+             }));
+    boxClass
         .def("insertItem",
              kyQtCall([](QComboBox& box, int index, const QString& text) { box.insertItem(index, text); }))
         .def("insertItem", kyQtCall([](QComboBox& box, int index, const QIcon& icon, const QString& text) {
                  box.insertItem(index, icon, text);
              }))
+        .def("insertItem", kyQtCall([](QComboBox& box, int index, const QString& text, const argument& data) {
+                 box.insertItem(index, text, readData(data));
+             }))
+        .def("insertItem", kyQtCall([](QComboBox& box, int index, const QIcon& icon, const QString& text,
+                                       const argument& data) { box.insertItem(index, icon, text, readData(data)); }))
         .def("removeItem", kyQt<&removeItem>)
         .def("currentIndex", kyQt<&QComboBox::currentIndex>)
         .def("setCurrentIndex", kyQt<&QComboBox::setCurrentIndex>)

@@ -14,6 +14,8 @@ namespace {
 void checkPlace(const QLayout& layout, const QWidget& widget) {
     if (const QWidget* parent = layout.parentWidget())
         kyCheckQtParent(widget, *parent);
+    else
+        kyCheckQtMovable(widget);
 }
 
 void addWidget(QLayout& layout, QWidget& widget) {
@@ -22,17 +24,50 @@ void addWidget(QLayout& layout, QWidget& widget) {
 }
 
 /// At the end for an index that is none.
-void insertWidget(QBoxLayout& layout, int index, QWidget& widget) {
+void insertAligned(QBoxLayout& layout, int index, QWidget& widget, int stretch, int alignment) {
     checkPlace(layout, widget);
     layout.removeWidget(&widget);
-    layout.insertWidget(index < 0 || index > layout.count() ? layout.count() : index, &widget);
+    layout.insertWidget(index < 0 || index > layout.count() ? layout.count() : index, &widget, std::max(stretch, 0),
+                        Qt::Alignment(alignment));
+}
+
+void insertStretched(QBoxLayout& layout, int index, QWidget& widget, int stretch) {
+    insertAligned(layout, index, widget, stretch, 0);
+}
+
+void insertWidget(QBoxLayout& layout, int index, QWidget& widget) {
+    insertStretched(layout, index, widget, 0);
 }
 
 template <class T>
 luabind::scope makeDirection(const char* name) {
     auto layoutClass = kyQtClass<T, QBoxLayout>(name);
-    layoutClass.def("__init", kyQtConstructor<T>(+[]() -> QObject* { return new T; }));
+    layoutClass.def("__init", kyQtConstructor<T>(+[]() -> QObject* { return new T; }))
+        .def("__init", kyQtConstructor<T>(+[](QWidget* parent) -> QObject* { return new T(parent); }));
     return layoutClass;
+}
+
+QObject* makeBox(double direction, QWidget* parent) {
+    constexpr int cNbDirections = 4;
+    return new QBoxLayout(kyCheckLuaEnum<QBoxLayout::Direction>(direction, cNbDirections, "direction"), parent);
+}
+
+luabind::scope makeBoxClass() {
+    auto boxClass = kyQtClass<QBoxLayout, QLayout>("QBoxLayout");
+    boxClass.def("__init", kyQtConstructor<QBoxLayout>(+[] { return makeBox(QBoxLayout::LeftToRight, nullptr); }))
+        .def("__init", kyQtConstructor<QBoxLayout>(+[](double direction) { return makeBox(direction, nullptr); }))
+        .def("__init", kyQtConstructor<QBoxLayout>(&makeBox))
+        .def("addWidget", kyQt<&addWidget>)
+        .def("addWidget", kyQtCall([](QBoxLayout& layout, QWidget& widget, int stretch) {
+                 insertStretched(layout, -1, widget, stretch);
+             }))
+        .def("addWidget", kyQtCall([](QBoxLayout& layout, QWidget& widget, int stretch, int alignment) {
+                 insertAligned(layout, -1, widget, stretch, alignment);
+             }))
+        .def("insertWidget", kyQt<&insertWidget>)
+        .def("insertWidget", kyQt<&insertStretched>)
+        .def("insertWidget", kyQt<&insertAligned>);
+    return boxClass;
 }
 
 } // namespace
@@ -40,10 +75,6 @@ luabind::scope makeDirection(const char* name) {
 luabind::scope kyMakeQtLayoutTypes() {
     auto layoutClass = kyQtClass<QLayout, QObject>("QLayout");
     layoutClass.def("addWidget", kyQt<&addWidget>);
-    auto boxClass = kyQtClass<QBoxLayout, QLayout>("QBoxLayout");
-    boxClass
-        .def("__init",
-             kyQtConstructor<QBoxLayout>(+[]() -> QObject* { return new QBoxLayout(QBoxLayout::LeftToRight); }))
-        .def("insertWidget", kyQt<&insertWidget>);
-    return layoutClass, boxClass, makeDirection<QHBoxLayout>("QHBoxLayout"), makeDirection<QVBoxLayout>("QVBoxLayout");
+    return layoutClass, makeBoxClass(), makeDirection<QHBoxLayout>("QHBoxLayout"),
+           makeDirection<QVBoxLayout>("QVBoxLayout");
 }

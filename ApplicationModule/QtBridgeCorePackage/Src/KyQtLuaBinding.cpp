@@ -3,10 +3,12 @@
 #include "KyQtLuaBinding.h"
 
 #include "KyQtConnection_p.h"
+#include "KyQtLifetime_p.h"
 #include "KyQtLuaClass_p.h"
 #include "KyQtTypes_p.h"
 
 #include "KyLuaBinder.h"
+#include "KyLuaConnections_p.h"
 #include "KyLuaValueTypes_p.h"
 #include "KyScriptEngine.h"
 #include "KyScriptRunner_p.h"
@@ -63,6 +65,7 @@ void bindTypes(lua_State* state, lua_State* mainState) {
     if (!kyMarkLuaGroup(state, &gGroupKey))
         return;
     KyQtConnections::install(state, mainState);
+    KyLuaConnections::install(state, mainState);
     const Classes olderClasses = getClasses(state);
     for (const MakeScope makeScope : cScopes)
         luabind::module(state)[makeScope()];
@@ -96,6 +99,8 @@ void KyQtLuaBinding::bind(KyScriptEngine& engine) {
 
 void KyQtLuaBinding::cpp_to_lua(KyLuaBinder& binder, QObject* object) {
     try {
+        if (object)
+            KyQtLifetime::add(*object, KyQtLifetime::eHanded);
         kyPushQtObject(binder.editLuaState(), object);
     } catch (const std::exception&) {
         binder.pushNil();

@@ -117,7 +117,7 @@ void kyInitQtHandle(const luabind::argument& self, std::uint16_t classIndex, std
     if (kyFindQtHandle(state, lua_gettop(state)))
         throw KyScriptError("constructor called twice");
     setHandle(*place, object.get(), classIndex);
-    static_cast<void>(object.release());
+    KyQtLifetime::add(*object.release(), KyQtLifetime::eMade);
 }
 
 void kyCheckQtGui() {
@@ -150,7 +150,13 @@ void kyPushQtText(lua_State* state, const QString& text) {
     lua_pushlstring(state, bytes.constData(), static_cast<std::size_t>(bytes.size()));
 }
 
+void kyCheckQtMovable(const QObject& object) {
+    if (KyQtLifetime::isPart(object))
+        throw KyScriptError("this Qt object cannot be given another parent");
+}
+
 void kyCheckQtParent(const QObject& object, const QObject& parent) {
+    kyCheckQtMovable(object);
     for (const QObject* above = &parent; above; above = above->parent())
         if (above == &object)
             throw KyScriptError("a Qt object cannot be put below itself");

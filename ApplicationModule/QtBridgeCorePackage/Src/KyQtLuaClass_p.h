@@ -77,7 +77,8 @@ private:
 KyQtHandle* kyFindQtHandle(lua_State* state, int index);
 /// Pushes a handle of the object's nearest class; nil for null and for an object that is ending.
 void kyPushQtObject(lua_State* state, QObject* object);
-/// Gives an object of Lua that is being constructed its handle. Throws, and deletes the Qt object, when it cannot.
+/// Gives an object of Lua that is being constructed its handle, and scripts the Qt object. Throws, and deletes the
+/// latter, when it cannot.
 void kyInitQtHandle(const luabind::argument& self, std::uint16_t classIndex, std::unique_ptr<QObject> object);
 /// Throws unless widgets may be made here and now.
 void kyCheckQtGui();
@@ -288,6 +289,15 @@ void kyQtWidgetConstructors(Class& widgetClass) {
         .def("__init", kyQtConstructor<T>(+[](QWidget* parent) -> QObject* { return new T(parent); }));
 }
 
+/// The constructors of a widget that shows a text: with it, and with the parent or nil.
+template <class T, class Class>
+void kyQtTextConstructors(Class& widgetClass) {
+    kyQtWidgetConstructors<T>(widgetClass);
+    widgetClass.def("__init", kyQtConstructor<T>(+[](const QString& text) -> QObject* { return new T(text); }))
+        .def("__init",
+             kyQtConstructor<T>(+[](const QString& text, QWidget* parent) -> QObject* { return new T(text, parent); }));
+}
+
 /// Value, minimum and maximum of what shows a number in a range.
 template <class T, class Class>
 void kyQtRange(Class& rangeClass) {
@@ -299,5 +309,7 @@ void kyQtRange(Class& rangeClass) {
         .def("setMaximum", kyQtCall([](T& range, int maximum) { range.setMaximum(maximum); }));
 }
 
-/// Throws when putting the object below the parent would make it its own parent.
+/// Throws when the object must stay where it is: an inner part of a widget.
+void kyCheckQtMovable(const QObject& object);
+/// As kyCheckQtMovable; throws also when putting the object below the parent would make it its own parent.
 void kyCheckQtParent(const QObject& object, const QObject& parent);

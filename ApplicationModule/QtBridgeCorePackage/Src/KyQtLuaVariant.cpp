@@ -4,6 +4,7 @@
 
 #include "KyLuaConverters_p.h"
 #include "KyQtLuaClass_p.h"
+#include "KyQtTreeItem_p.h"
 
 #include "KyLuaBinder.h"
 #include "KyQtValues.h"
@@ -32,8 +33,15 @@
 namespace {
 
 constexpr int cMaxDepth = 32;
+constexpr int cMaxValues = 100000;
 
-QVariant read(lua_State* state, int index, int depth);
+/// How far the reading of one value has got. A table that stands in several places counts in each.
+struct Progress {
+    int depth = 1;
+    int nbValues = 0;
+};
+
+QVariant read(lua_State* state, int index, Progress& progress);
 
 QVariant fromNumber(double number) {
     constexpr double cMaxInteger = 9007199254740992.0;
@@ -62,11 +70,11 @@ int countList(lua_State* state, int table) {
     return areFit && highest == nbNumbers ? nbNumbers : -1;
 }
 
-QVariant readList(lua_State* state, int table, int size, int depth) {
+QVariant readList(lua_State* state, int table, int size, Progress& progress) {
     QVariantList list;
     for (int i = 1; i <= size; ++i) {
         lua_rawgeti(state, table, i);
-        list.append(read(state, lua_gettop(state), depth));
+        list.append(read(state, lua_gettop(state), progress));
         lua_pop(state, 1);
         if (!list.back().isValid())
             return {};
@@ -74,13 +82,13 @@ QVariant readList(lua_State* state, int table, int size, int depth) {
     return list;
 }
 
-QVariant readMap(lua_State* state, int table, int depth) {
+QVariant readMap(lua_State* state, int table, Progress& progress) {
     QVariantMap map;
     bool areValid = true;
     for (lua_pushnil(state); lua_next(state, table) != 0; lua_pop(state, 1)) {
         QString key;
         kyReadQtText(state, -2, &key);
-        const QVariant value = areValid ? read(state, lua_gettop(state), depth) : QVariant();
+        const QVariant value = areValid ? read(state, lua_gettop(state), progress) : QVariant();
         areValid = value.isValid();
         map.insert(key, value);
         if (!areValid) {
@@ -91,13 +99,16 @@ QVariant readMap(lua_State* state, int table, int depth) {
     return map;
 }
 
-QVariant readTable(lua_State* state, int table, int depth) {
-    if (depth > cMaxDepth || lua_checkstack(state, LUA_MINSTACK) == 0)
+QVariant readTable(lua_State* state, int table, Progress& progress) {
+    if (progress.depth > cMaxDepth || lua_checkstack(state, LUA_MINSTACK) == 0)
         return {};
     const int size = countList(state, table);
     if (size == -1)
         return {};
-    return size == -2 ? readMap(state, table, depth + 1) : readList(state, table, size, depth + 1);
+    ++progress.depth;
+    const QVariant value = size == -2 ? readMap(state, table, progress) : readList(state, table, size, progress);
+    --progress.depth;
+    return value;
 }
 
 template <class T>
@@ -148,7 +159,9 @@ QVariant readObject(lua_State* state, int index) {
     return readValue(kyLuaCheckField(state, index));
 }
 
-QVariant read(lua_State* state, int index, int depth) {
+QVariant read(lua_State* state, int index, Progress& progress) {
+    if (++progress.nbValues > cMaxValues)
+        return {};
     switch (lua_type(state, index)) {
     case LUA_TBOOLEAN:
         return lua_toboolean(state, index) != 0;
@@ -158,7 +171,7 @@ QVariant read(lua_State* state, int index, int depth) {
     case LUA_TUSERDATA:
         return readObject(state, index);
     case LUA_TTABLE:
-        return readTable(state, index, depth);
+        return readTable(state, index, progress);
     default:
         return {};
     }
@@ -290,7 +303,8 @@ QString translate(const char* text) {
 } // namespace
 
 QVariant luaToQVariant(lua_State* state, int index) {
-    return read(state, index, 1);
+    Progress progress;
+    return read(state, index, progress);
 }
 
 void pushQVariantToLuaStack(lua_State* state, const QVariant& value) {
@@ -299,6 +313,8 @@ void pushQVariantToLuaStack(lua_State* state, const QVariant& value) {
         return lua_pushnil(state);
     if (QMetaType::typeFlags(type).testFlag(QMetaType::PointerToQObject))
         return pushQObject(state, value);
+    if (type == qMetaTypeId<QTreeWidgetItem*>())
+        return kyPushQtTreeItem(state, value.value<QTreeWidgetItem*>());
     const auto isOfType = [type](const Push& push) { return push.type == type; };
     const auto found = std::find_if(cPushes.begin(), cPushes.end(), isOfType);
     (found == cPushes.end() ? &pushOther : found->push)(state, value);

@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The KyApplication authors
 // SPDX-License-Identifier: MIT
+#include "KyQtForm_p.h"
 #include "KyQtLifetime_p.h"
 #include "KyQtLuaClass_p.h"
 #include "KyQtLuaVariant_p.h"
@@ -13,6 +14,8 @@
 #include <QThread>
 #include <QWidget>
 
+#include <algorithm>
+
 namespace {
 
 using luabind::argument;
@@ -20,10 +23,15 @@ using luabind::argument;
 /// In percent.
 constexpr int cMaxSpeed = 100000;
 
-/// Qt takes an empty name for the unnamed ones; here it stands for all.
+/// Qt takes an empty name for the unnamed ones; here it stands for all but those that only Qt itself knows.
 QObjectList findChildrenOf(QObject& object, const QString& name) {
-    return KyQtLifetime::getLiving(name.isEmpty() ? object.findChildren<QObject*>()
-                                                  : object.findChildren<QObject*>(name));
+    if (!name.isEmpty())
+        return KyQtLifetime::getLiving(object.findChildren<QObject*>(name));
+    QObjectList children = KyQtLifetime::getLiving(object.findChildren<QObject*>());
+    children.erase(std::remove_if(children.begin(), children.end(),
+                                  [](const QObject* child) { return KyQtLifetime::isInner(*child); }),
+                   children.end());
+    return children;
 }
 
 QObject* findChildOf(QObject& object, const QString& name) {
@@ -40,8 +48,11 @@ bool setProperty(QObject& object, const QString& name, const argument& value) {
     value.push(state);
     const luabind::detail::stack_pop pop(state, 1);
     const QVariant variant = luaToQVariant(state, lua_gettop(state));
+    if (kyIsQtCount(name) && variant.toDouble() > cMaxQtCount)
+        throw KyScriptError(name.toStdString() + " out of range");
     if (!variant.isValid() && !lua_isnil(state, -1)) {
-        kyReportQt("QObject::setProperty : unknown type of value ", kyDescribeLuaValue(state, lua_gettop(state)));
+        kyReportQt(QT_TRANSLATE_NOOP("KyQtLuaBinding", "QObject::setProperty : unknown type of value "),
+                   kyDescribeLuaValue(state, lua_gettop(state)));
         return false;
     }
     return object.setProperty(name.toUtf8().constData(), variant);
@@ -56,8 +67,7 @@ void setWidgetParent(QWidget& widget, QObject* parent) {
 void setParent(QObject& object, QObject* parent) {
     if (qobject_cast<QLayout*>(&object))
         throw KyScriptError("a layout cannot be given another parent");
-    if (&object == QCoreApplication::instance() || KyQtLifetime::isPart(object))
-        throw KyScriptError("this Qt object cannot be given another parent");
+    kyCheckQtMovable(object);
     if (object.thread() != QThread::currentThread() || (parent && parent->thread() != object.thread()))
         throw KyScriptError("the Qt objects belong to different threads");
     if (parent)
@@ -118,7 +128,16 @@ luabind::scope makeApplication() {
 
 luabind::scope makeMovie() {
     auto movieClass = kyQtClass<QMovie, QObject>("QMovie");
-    movieClass.def("__init", kyQtConstructor<QMovie>(+[](const QString& file) -> QObject* { return new QMovie(file); }))
+    movieClass.def("__init", kyQtConstructor<QMovie>(+[]() -> QObject* { return new QMovie; }))
+        .def("__init", kyQtConstructor<QMovie>(+[](QObject* parent) -> QObject* { return new QMovie(parent); }))
+        .def("__init", kyQtConstructor<QMovie>(+[](const QString& file) -> QObject* { return new QMovie(file); }))
+        .def("__init", kyQtConstructor<QMovie>(+[](const QString& file, const QString& format) -> QObject* {
+                 return new QMovie(file, format.toUtf8());
+             }))
+        .def("__init",
+             kyQtConstructor<QMovie>(+[](const QString& file, const QString& format, QObject* parent) -> QObject* {
+                 return new QMovie(file, format.toUtf8(), parent);
+             }))
         .def("speed", kyQt<&QMovie::speed>)
         .def("setSpeed", kyQtCall([](QMovie& movie, int percent) { movie.setSpeed(qBound(0, percent, cMaxSpeed)); }))
         .def("start", kyQt<&QMovie::start>)
@@ -130,9 +149,17 @@ luabind::scope makeMovie() {
 
 luabind::scope makeAction() {
     auto actionClass = kyQtClass<QAction, QObject>("QAction");
-    actionClass
+    actionClass.def("__init", kyQtConstructor<QAction>(+[]() -> QObject* { return new QAction; }))
+        .def("__init", kyQtConstructor<QAction>(+[](QObject* parent) -> QObject* { return new QAction(parent); }))
+        .def("__init", kyQtConstructor<QAction>(+[](const QString& text) -> QObject* { return new QAction(text); }))
         .def("__init", kyQtConstructor<QAction>(
                            +[](const QString& text, QObject* parent) -> QObject* { return new QAction(text, parent); }))
+        .def("__init", kyQtConstructor<QAction>(
+                           +[](const QIcon& icon, const QString& text) -> QObject* { return new QAction(icon, text); }))
+        .def("__init",
+             kyQtConstructor<QAction>(+[](const QIcon& icon, const QString& text, QObject* parent) -> QObject* {
+                 return new QAction(icon, text, parent);
+             }))
         .def("isChecked", kyQt<&QAction::isChecked>)
         .def("isVisible", kyQt<&QAction::isVisible>)
         .def("text", kyQt<&QAction::text>)

@@ -13,7 +13,7 @@
 
 namespace {
 
-/// A settings file of scripts; written when its last Lua object is collected, at the latest.
+/// A settings file of scripts, or none yet; written when its last Lua object is collected, at the latest.
 struct Settings {
     std::shared_ptr<QSettings> file;
 };
@@ -38,8 +38,15 @@ Settings openSettings(const QString& fileName) {
 
 void setFileName(Settings& settings, const QString& fileName) {
     Settings opened = openSettings(fileName);
-    settings.file->sync();
+    if (settings.file)
+        settings.file->sync();
     settings.file = std::move(opened.file);
+}
+
+QSettings& edit(const Settings& settings) {
+    if (!settings.file)
+        throw KyScriptError("QSettings: there is no file");
+    return *settings.file;
 }
 
 /// Qt drops the slashes around a key.
@@ -69,9 +76,10 @@ void setValue(Settings& settings, const QString& key, const argument& given) {
     const luabind::detail::stack_pop pop(state, 1);
     const QVariant variant = luaToQVariant(state, lua_gettop(state));
     if (isStorable(variant))
-        settings.file->setValue(key, variant);
+        edit(settings).setValue(key, variant);
     else
-        kyReportQt("QSettings::setValue : unknown type of value ", kyDescribeLuaValue(state, lua_gettop(state)));
+        kyReportQt(QT_TRANSLATE_NOOP("KyQtLuaBinding", "QSettings::setValue : unknown type of value "),
+                   kyDescribeLuaValue(state, lua_gettop(state)));
 }
 
 /// Files hold texts only, and forget about lists of one entry or none.
@@ -89,14 +97,19 @@ QVariant toKindOf(const QVariant& wanted, const QVariant& stored) {
     case QMetaType::QVariantList:
         if (!stored.isValid())
             return QVariantList();
+        // An empty default may be meant as a map.
+        if (stored.userType() == QMetaType::QVariantMap)
+            return stored;
         return stored.canConvert<QVariantList>() ? QVariant(stored.toList()) : QVariant(QVariantList{stored});
+    case QMetaType::QVariantMap:
+        return stored.userType() == QMetaType::QVariantMap ? stored : wanted;
     default:
         return stored;
     }
 }
 
 QVariant getValue(Settings& settings, const QString& key) {
-    return settings.file->value(checkKey(key));
+    return edit(settings).value(checkKey(key));
 }
 
 QVariant getValueOr(Settings& settings, const QString& key, const argument& fallback) {
@@ -105,28 +118,29 @@ QVariant getValueOr(Settings& settings, const QString& key, const argument& fall
     fallback.push(state);
     const luabind::detail::stack_pop pop(state, 1);
     const QVariant wanted = luaToQVariant(state, lua_gettop(state));
-    return settings.file->contains(key) ? toKindOf(wanted, settings.file->value(key)) : wanted;
+    return edit(settings).contains(key) ? toKindOf(wanted, edit(settings).value(key)) : wanted;
 }
 
 luabind::scope makeSettings() {
     luabind::class_<Settings> settingsClass("QSettings");
-    settingsClass.def("__init", kyLuaConstructor(&openSettings))
+    settingsClass.def("__init", kyLuaConstructor(+[] { return Settings(); }))
+        .def("__init", kyLuaConstructor(&openSettings))
         .def(
-            "beginGroup", +[](Settings& settings, const QString& prefix) { settings.file->beginGroup(prefix); })
+            "beginGroup", +[](Settings& settings, const QString& prefix) { edit(settings).beginGroup(prefix); })
         .def(
-            "endGroup", +[](Settings& settings) { settings.file->endGroup(); })
+            "endGroup", +[](Settings& settings) { edit(settings).endGroup(); })
         .def("setValue", &setValue)
         .def("value", &getValue)
         .def("value", &getValueOr)
         .def(
-            "clear", +[](Settings& settings) { settings.file->clear(); })
+            "clear", +[](Settings& settings) { edit(settings).clear(); })
         .def(
-            "remove", +[](Settings& settings, const QString& key) { settings.file->remove(checkKey(key)); })
+            "remove", +[](Settings& settings, const QString& key) { edit(settings).remove(checkKey(key)); })
         .def(
-            "contains", +[](Settings& settings, const QString& key) { return settings.file->contains(checkKey(key)); })
+            "contains", +[](Settings& settings, const QString& key) { return edit(settings).contains(checkKey(key)); })
         .def("setFileName", &setFileName)
         .def(
-            "fileName", +[](Settings& settings) { return settings.file->fileName(); });
+            "fileName", +[](Settings& settings) { return settings.file ? settings.file->fileName() : QString(); });
     return settingsClass;
 }
 
@@ -147,13 +161,31 @@ luabind::scope makeFile() {
                                          def("rename", &fromTo<&QFile::rename>))];
 }
 
-QStringList listNames(const QDir& directory, const QString& filter) {
-    return directory.entryList(filter.isEmpty() ? QStringList() : QStringList(filter));
+template <class Flags>
+Flags toFlags(double flags) {
+    return static_cast<Flags>(kyToLuaElement<int>(flags));
+}
+
+/// An empty name filter stands for none.
+QStringList listSorted(const QDir& directory, const QString& filter, double flags, double sort) {
+    return directory.entryList(filter.isEmpty() ? QStringList() : QStringList(filter), toFlags<QDir::Filters>(flags),
+                               toFlags<QDir::SortFlags>(sort));
 }
 
 QStringList listEntries(const QDir& directory, const QString& filter, double flags) {
-    const auto filters = static_cast<QDir::Filters>(kyToLuaElement<int>(flags));
-    return directory.entryList(filter.isEmpty() ? QStringList() : QStringList(filter), filters);
+    return listSorted(directory, filter, flags, QDir::NoSort);
+}
+
+QStringList listNames(const QDir& directory, const QString& filter) {
+    return listEntries(directory, filter, QDir::NoFilter);
+}
+
+QStringList listKinds(const QDir& directory, double flags) {
+    return listEntries(directory, {}, flags);
+}
+
+QStringList listKindsSorted(const QDir& directory, double flags, double sort) {
+    return listSorted(directory, {}, flags, sort);
 }
 
 luabind::scope makeDirectory() {
@@ -166,13 +198,17 @@ luabind::scope makeDirectory() {
         value("AllEntries", QDir::AllEntries), value("Readable", QDir::Readable), value("Writable", QDir::Writable),
         value("Executable", QDir::Executable), value("Modified", QDir::Modified), value("Hidden", QDir::Hidden),
         value("System", QDir::System), value("CaseSensitive", QDir::CaseSensitive))];
-    directoryClass.def("__init", kyLuaConstructor(+[](const QString& path) { return QDir(path); }))
+    directoryClass.def("__init", kyLuaConstructor(+[] { return QDir(); }))
+        .def("__init", kyLuaConstructor(+[](const QString& path) { return QDir(path); }))
         .def(
             "__tostring", +[](const QDir& directory) { return directory.path(); })
         .def(
             "entryList", +[](const QDir& directory) { return directory.entryList(); })
         .def("entryList", &listNames)
-        .def("entryList", &listEntries);
+        .def("entryList", &listEntries)
+        .def("entryList", &listSorted)
+        .def("entryList", &listKinds)
+        .def("entryList", &listKindsSorted);
     return directoryClass;
 }
 

@@ -24,7 +24,7 @@ QPixmap getLargestPixmap(const QIcon& icon) {
 
 luabind::scope makeLabel() {
     auto labelClass = kyQtClass<QLabel, QWidget>("QLabel");
-    kyQtWidgetConstructors<QLabel>(labelClass);
+    kyQtTextConstructors<QLabel>(labelClass);
     labelClass.def("text", kyQt<&QLabel::text>)
         .def("setText", kyQt<&QLabel::setText>)
         .def("setPixmap", kyQtCall([](QLabel& label, const QString& file) { label.setPixmap(QPixmap(file)); }))
@@ -36,7 +36,7 @@ luabind::scope makeLabel() {
 
 luabind::scope makeLineEdit() {
     auto editClass = kyQtClass<QLineEdit, QWidget>("QLineEdit");
-    kyQtWidgetConstructors<QLineEdit>(editClass);
+    kyQtTextConstructors<QLineEdit>(editClass);
     editClass.def("text", kyQt<&QLineEdit::text>)
         .def("setText", kyQt<&QLineEdit::setText>)
         .def("setCursorPosition", kyQt<&QLineEdit::setCursorPosition>)
@@ -46,7 +46,7 @@ luabind::scope makeLineEdit() {
 
 luabind::scope makeTextEdit() {
     auto editClass = kyQtClass<QTextEdit, QWidget>("QTextEdit");
-    kyQtWidgetConstructors<QTextEdit>(editClass);
+    kyQtTextConstructors<QTextEdit>(editClass);
     editClass.def("text", kyQt<&QTextEdit::toPlainText>)
         .def("setText", kyQt<&QTextEdit::setText>)
         .def("setHtml", kyQt<&QTextEdit::setHtml>);

@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The KyApplication authors
 // SPDX-License-Identifier: MIT
+#include "KyQtForm_p.h"
 #include "KyQtLuaClass_p.h"
 #include "KyQtTreeItem_p.h"
 #include "KyQtTypes_p.h"
@@ -7,15 +8,14 @@
 #include <QIcon>
 #include <QTreeWidget>
 
-#include <memory>
+#include <algorithm>
+#include <optional>
+#include <vector>
 
-/// Shared: an argument that luabind takes by value is copied.
 template <>
 inline constexpr bool cIsLuaValue<KyQtTreeItem> = true;
 
 namespace {
-
-constexpr int cMaxColumns = 1024;
 
 QTreeWidgetItem& check(const KyQtTreeItem& handle) {
     QTreeWidgetItem* item = handle.find();
@@ -24,12 +24,30 @@ QTreeWidgetItem& check(const KyQtTreeItem& handle) {
     return *item;
 }
 
+/// Stands on the C++ stack while an item comes or goes. The tree sends signals on the way, and counts on its items
+/// then.
+class ChangeScope {
+public:
+    explicit ChangeScope(const QTreeWidgetItem& parent) {
+        const QTreeWidget* tree = parent.treeWidget();
+        if (tree && std::find(msChanging.begin(), msChanging.end(), tree) != msChanging.end())
+            throw KyScriptError("an item of this tree is being added or removed");
+        msChanging.push_back(tree);
+    }
+    ~ChangeScope() { msChanging.pop_back(); }
+    ChangeScope(const ChangeScope&) = delete;
+    ChangeScope& operator=(const ChangeScope&) = delete;
+
+private:
+    static inline std::vector<const QTreeWidget*> msChanging;
+};
+
 std::optional<KyQtTreeItem> toHandle(QTreeWidgetItem* item) {
     return item ? std::optional<KyQtTreeItem>(std::in_place, *item) : std::nullopt;
 }
 
 int checkColumn(double column) {
-    return kyCheckLuaIndex(column, cMaxColumns, "column");
+    return kyCheckLuaIndex(column, cMaxQtCount, "column");
 }
 
 std::optional<KyQtTreeItem> getChild(const KyQtTreeItem& item, int index) {
@@ -41,26 +59,34 @@ QTreeWidgetItem& checkNewChild(const KyQtTreeItem& item, const KyQtTreeItem& new
     QTreeWidgetItem& child = check(newChild);
     if (newChild.isRoot() || child.treeWidget() || child.parent())
         throw KyScriptError("the item already has a parent");
-    for (const QTreeWidgetItem* above = &check(item); above; above = above->parent())
+    const QTreeWidgetItem* above = &check(item);
+    if (child.childCount() == 0 && above != &child)
+        return child;
+    for (; above; above = above->parent())
         if (above == &child)
             throw KyScriptError("an item cannot be put below itself");
     return child;
 }
 
 void addChild(const KyQtTreeItem& item, const KyQtTreeItem& newChild) {
-    check(item).addChild(&checkNewChild(item, newChild));
+    QTreeWidgetItem& child = checkNewChild(item, newChild);
+    const ChangeScope changing(check(item));
+    check(item).addChild(&child);
 }
 
 void insertChild(const KyQtTreeItem& item, double index, const KyQtTreeItem& newChild) {
     QTreeWidgetItem& child = checkNewChild(item, newChild);
+    const ChangeScope changing(check(item));
     check(item).insertChild(kyCheckLuaIndex(index, check(item).childCount() + 1), &child);
 }
 
-void removeChild(const KyQtTreeItem& item, KyQtTreeItem& child) {
+void removeChild(const KyQtTreeItem& item, const KyQtTreeItem& child) {
     QTreeWidgetItem& parent = check(item);
     const int index = parent.indexOfChild(&check(child));
-    if (index >= 0)
-        child.adopt(*parent.takeChild(index));
+    if (index < 0)
+        return;
+    const ChangeScope changing(parent);
+    KyQtTreeItem::take(parent, index);
 }
 
 bool areEqual(const KyQtTreeItem& a, const KyQtTreeItem& b) {
@@ -112,6 +138,13 @@ luabind::scope makeTree() {
 }
 
 } // namespace
+
+void kyPushQtTreeItem(lua_State* state, QTreeWidgetItem* item) {
+    if (item)
+        kyLuaPushValueObject(state, KyQtTreeItem(*item));
+    else
+        lua_pushnil(state);
+}
 
 luabind::scope kyMakeQtTreeTypes() {
     return makeItem(), makeTree();

@@ -18,7 +18,7 @@ constexpr char cClassName[] = "QWebView";
 bool isView(const QWidget& widget) {
     if (widget.inherits(cClassName))
         return true;
-    kyReportQt("QWebView : there is no browser in this widget");
+    kyReportQt(QT_TRANSLATE_NOOP("KyQtLuaBinding", "QWebView : there is no browser in this widget"));
     return false;
 }
 
@@ -48,7 +48,8 @@ QObject* makeView(QWidget* parent) {
 
 luabind::scope kyMakeQtWebTypes() {
     auto viewClass = kyQtClass<WebView, QWidget>(cClassName, QWidget::staticMetaObject);
-    viewClass.def("__init", kyQtConstructor<WebView>(&makeView))
+    viewClass.def("__init", kyQtConstructor<WebView>(+[] { return makeView(nullptr); }))
+        .def("__init", kyQtConstructor<WebView>(&makeView))
         .def("setUrl", kyQt<&setUrl>)
         .def("setUrl", kyQt<&setUrlText>)
         .def("load", kyQt<&setUrl>)

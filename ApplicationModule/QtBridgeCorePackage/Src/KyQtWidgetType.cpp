@@ -97,6 +97,7 @@ void checkLayout(const QLayout& layout, const QWidget& widget) {
 }
 
 void setLayout(QWidget& widget, QLayout& layout) {
+    kyCheckQtMovable(layout);
     checkLayout(layout, widget);
     widget.setLayout(&layout);
 }
@@ -124,6 +125,10 @@ void defineState(luabind::class_<QWidget, QObject>& widgetClass) {
 void definePlace(luabind::class_<QWidget, QObject>& widgetClass) {
     widgetClass
         .def("move", kyQtCall([](QWidget& widget, double x, double y) { widget.move(toPosition(x), toPosition(y)); }))
+        .def("move", kyQtCall([](QWidget& widget, const KyVec2d& position) { widget.move(toPoint(position)); }))
+        .def("resize", kyQtCall([](QWidget& widget, const KyVec2d& size) {
+                 widget.resize(toSize(std::round(size.x)), toSize(std::round(size.y)));
+             }))
         .def("resize", kyQtCall([](QWidget& widget, double width, double height) {
                  widget.resize(toSize(width), toSize(height));
              }))

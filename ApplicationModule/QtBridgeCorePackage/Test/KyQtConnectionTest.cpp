@@ -2,10 +2,12 @@
 // SPDX-License-Identifier: MIT
 #include "KyQtTestFixture.h"
 
+#include <QDockWidget>
 #include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
 #include <QSlider>
+#include <QTreeWidget>
 
 #include <memory>
 
@@ -23,6 +25,24 @@ TEST_F(KyQtConnectionTest, SignalsCallFunctionsWithTheirValues) {
     expectOutput({{"connect(s, 'nosuch()', print)", "QSlider has no signal nosuch()"},
                   {"connect(s, 'valueChanged(int)', 5)", "connect : function expected"},
                   {"connect(nil, 'x()', print)", "No matching overload"}});
+}
+
+TEST_F(KyQtConnectionTest, ItemsAndEnumerationsArriveToo) {
+    QTreeWidget tree;
+    QDockWidget dock;
+    tree.addTopLevelItem(new QTreeWidgetItem(QStringList("x")));
+    publish("tree", &tree);
+    publish("dock", &dock);
+    expectRuns("log = {} for _, s in ipairs({'itemChanged', 'currentItemChanged'}) do "
+               "connect(tree, s, function(i, j) log[#log + 1] = i:text(0) .. tostring(j) end) end "
+               "for _, s in ipairs({'featuresChanged', 'allowedAreasChanged', 'dockLocationChanged'}) do "
+               "connect(dock, s, function(v) log[#log + 1] = v end) end");
+    tree.topLevelItem(0)->setText(0, "y");
+    tree.setCurrentItem(tree.topLevelItem(0));
+    dock.setFeatures(QDockWidget::DockWidgetClosable);
+    dock.setAllowedAreas(Qt::LeftDockWidgetArea | Qt::RightDockWidgetArea);
+    dock.dockLocationChanged(Qt::TopDockWidgetArea);
+    EXPECT_EQ(eval("table.concat(log, ' ')"), "y0 ynil 1 3 4");
 }
 
 TEST_F(KyQtConnectionTest, ErrorsOfAFunctionGoToTheOutput) {

@@ -20,6 +20,10 @@ protected:
                R"(<widget class="QWidget" name="form">)" +
                content + "</widget></ui>";
     }
+
+    static QByteArray makeGridItem(const QByteArray& place) {
+        return makeForm("<layout class='QGridLayout'><item " + place + "><widget class='QLabel'/></item></layout>");
+    }
 };
 
 TEST_F(KyQtFormTest, AFormIsBuiltBelowItsParent) {
@@ -56,6 +60,12 @@ TEST_F(KyQtFormTest, BrokenFormsAreReported) {
         {good.left(good.size() - 8), "loadUi : a.ui : 1: "},
         {R"(<ui version="4.0"><widget class="Nonsense" name="x"/></ui>)", "unknown widget Nonsense"},
         {"<ui>" + deep, "nested too deeply"},
+        {makeGridItem("row='-1'"), "-1 rows or columns are out of range"},
+        {makeGridItem("row='0' column='99999999'"), "out of range"},
+        {makeGridItem("row='0' rowspan='0'"), "out of range"},
+        {makeForm("<widget class='QTableWidget'><property name='rowCount'><number>2147483648</number></property>"
+                  "</widget>"),
+         "2147483648 rows or columns are out of range"},
     };
     for (const auto& [text, error] : rows) {
         write("a.ui", text);
@@ -70,5 +80,24 @@ TEST_F(KyQtFormTest, BrokenFormsAreReported) {
         write("a.ui", good.left(size));
         EXPECT_NE(run("assert(loadUi('a.ui') == nil)"), "") << size;
         EXPECT_EQ(msOutput.find("assertion"), std::string::npos) << size;
+    }
+}
+
+TEST_F(KyQtFormTest, WhatIsLeftOutIsReported) {
+    const QByteArray buddy = "<property name='buddy'><cstring>none</cstring></property>";
+    const std::pair<QByteArray, const char*> rows[] = {
+        {"<widget class='QScrollArea'><widget class='QWidget'><widget class='QLabel'>" + buddy +
+             "</widget></widget><widget class='QWidget' name='second'/></widget>",
+         "no place for widget second"},
+        {"<widget class='MyThing' name='x'/>", "MyThing"},
+        {"<layout class='QVBoxLayout'><item><layout class='Nonsense'/></item></layout>", "Nonsense"},
+        {"<layout class='QGridLayout' rowstretch='x'><item row='0' column='0'><widget class='QLabel'/></item></layout>",
+         "loadUi : a.ui : "},
+    };
+    for (const auto& [content, report] : rows) {
+        write("a.ui", makeForm(content));
+        expectOutput({{"form = loadUi('a.ui')", report}});
+        EXPECT_EQ(eval("form"), "QWidget(form)");
+        expectRuns("form:show() deleteQObject(form)");
     }
 }

@@ -118,6 +118,27 @@ TEST_F(KyQtLuaBindingTest, ControlsKeepWhatScriptsSet) {
                   "-1, true, true, true, 0"}});
 }
 
+TEST_F(KyQtLuaBindingTest, ArgumentsAreThoseOfTheToolkit) {
+    expectRuns("w = QWidget() icon = QIcon() box = QHBoxLayout(w) a, b = QLabel('a'), QLabel('b', w)");
+    expectTexts(
+        {{"w:layout() == box, a:text(), b:parent() == w, QLineEdit('t', w):text(), QTextEdit('u'):text()",
+          "true, a, true, t, u"},
+         {"QPushButton('p'):text(), QPushButton(icon, 'q', w):text(), QMenu('m'):title(), QMenu():title()",
+          "p, q, m, "},
+         {"QAction('x'):text(), QAction(w):parent() == w, QAction(icon, 'y', w):text(), QAction():text()",
+          "x, true, y, "},
+         {"QSlider(2, w):parent() == w, QDockWidget('d'):property('windowTitle'), QMovie():fileName()", "true, d, "}});
+    expectRuns("box:addWidget(a, 1) box:addWidget(b, 1, 4) box:insertWidget(0, QLabel(), 2) "
+               "box:insertWidget(0, QLabel(), 2, 1) column = QBoxLayout(2, QWidget()) c = QComboBox() "
+               "c:addItem('b', 5) c:addItem(icon, 'c', {1}) c:insertItem(0, 'a', 'x') c:insertItem(9, icon, 'd', nil) "
+               "w:move(Vec2d(1, 2)) w:resize(Vec2d(30, 40.4))");
+    EXPECT_EQ(eval("w:geometry(), c:count(), c:itemText(0)"), "1 2 30 40, 4, a");
+    expectOutput({{"QSlider(0)", "orientation out of range"},
+                  {"QBoxLayout(4)", "direction out of range"},
+                  {"c:addItem('x', print)", "cannot be kept"},
+                  {"QTreeWidget():setProperty('columnCount', 2147483647)", "columnCount out of range"}});
+}
+
 TEST_F(KyQtLuaBindingTest, ADeletedObjectIsAnErrorOfTheScript) {
     auto owner = std::make_unique<QWidget>();
     publish("label", new QLabel(owner.get()));

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "KyQtTestFixture.h"
 
+#include <QElapsedTimer>
 #include <QTreeWidget>
 
 #include <memory>
@@ -69,6 +70,61 @@ TEST_F(KyQtTreeTest, AnItemThatLeavesItsTreeBelongsToTheScript) {
     expectRuns("child = item:child(0) item = nil collectgarbage() child:parent():setText(1, 'still')");
     EXPECT_EQ(eval("child:parent():text(1)"), "still");
     expectRuns("child = nil collectgarbage()");
+}
+
+TEST_F(KyQtTreeTest, HandlesFollowWhatLeavesTheTree) {
+    QTreeWidget tree;
+    for (const char* name : {"A", "B"}) {
+        auto* item = new QTreeWidgetItem(&tree, QStringList(name));
+        item->addChild(new QTreeWidgetItem(QStringList(QString(name) + "1")));
+    }
+    publish("tree", &tree);
+    expectRuns("root = tree:invisibleRootItem() A, A2 = root:child(0), root:child(0) A1 = A:child(0) B1 = "
+               "root:child(1):child(0) own, below = QTreeWidgetItem(), QTreeWidgetItem() own:setText(0, 'own') "
+               "A:addChild(own) own:addChild(below)");
+    tree.topLevelItem(0)->child(1)->child(0)->addChild(new QTreeWidgetItem(QStringList("host")));
+    expectRuns("deep = below:child(0) root:removeChild(A)");
+    expectTexts({{"A:text(0), A2:text(0), A1:text(0), own:text(0), deep:text(0)", "A, A, A1, own, host"},
+                 {"A == A2, A:child(0) == A1, A:child(1) == own, own:child(0) == below, below:child(0) == deep",
+                  "true, true, true, true, true"},
+                 {"A:childCount(), B1:text(0), root:childCount()", "2, B1, 1"}});
+    expectRuns("root:insertChild(0, A) collectgarbage()");
+    EXPECT_EQ(eval("root:child(0) == A2, A1:parent() == A, deep:text(0)"), "true, true, host");
+}
+
+TEST_F(KyQtTreeTest, SignalsMayTakeItemsAway) {
+    for (const char* kind : {"own", "host"}) {
+        QTreeWidget tree;
+        for (int i = 0; i < 4; ++i)
+            tree.addTopLevelItem(new CountedItem);
+        publish("tree", &tree);
+        expectRuns("root = tree:invisibleRootItem()");
+        if (kind == std::string("own"))
+            expectRuns("for i = 1, 4 do root:removeChild(root:child(0)) root:addChild(QTreeWidgetItem()) end");
+        const int nbItems = CountedItem::msCount;
+        expectRuns("nbErrors = 0 function take() local item = tree:currentItem() or root:child(0) "
+                   "if item and not pcall(root.removeChild, root, item) then nbErrors = nbErrors + 1 end "
+                   "item = nil collectgarbage() end connect(tree, 'currentItemChanged', take) "
+                   "connect(tree, 'itemChanged', take)");
+        tree.setCurrentItem(tree.topLevelItem(1));
+        EXPECT_EQ(eval("nbErrors > 0"), "true");
+        const int nbLeft = tree.topLevelItemCount();
+        EXPECT_LT(nbLeft, 4);
+        tree.topLevelItem(0)->setCheckState(0, Qt::Checked);
+        EXPECT_LT(tree.topLevelItemCount(), nbLeft);
+        EXPECT_EQ(CountedItem::msCount, nbItems) << "the tree may still use them";
+        finishDeletions();
+        EXPECT_EQ(CountedItem::msCount, nbItems == 0 ? 0 : tree.topLevelItemCount());
+    }
+}
+
+TEST_F(KyQtTreeTest, LongChainsEndInTime) {
+    QElapsedTimer timer;
+    timer.start();
+    expectRuns("top = QTreeWidgetItem() deep = top for i = 1, 50000 do local below = QTreeWidgetItem() "
+               "deep:addChild(below) deep = below end top, deep = nil collectgarbage() collectgarbage()");
+    finishDeletions();
+    EXPECT_LT(timer.elapsed(), 5000);
 }
 
 TEST_F(KyQtTreeTest, WhatWouldHangTheTreeIsRefused) {

@@ -37,6 +37,9 @@ TEST_F(KyQtValuesTest, SettingsComeBackInTheKindOfTheDefault) {
           "Ω;,\", x, 0, b"},
          {"s:value('g/map').k, s:value('g/c'), s:value('x'), s:value('x', 7), QSettings_value(s, 'g/t', 1)",
           "1, 1 0 0 1, nil, 7, 1"},
+         {"s:value('g/map', {}).k, s:value('g/map', {1}).k, s:value('g/map', {a = 1}).k, s:value('g/n', {a = 7}).a",
+          "1, 1, 1, 7"},
+         {"QSettings():fileName(), pcall(QSettings().value, QSettings(), 'x')", ", false, QSettings: there is no file"},
          {"s:contains('g/t'), s:contains('t'), s:fileName():match('[^/]*$')", "true, false, a.ini"}});
     expectRuns("s:remove('g/t')");
     EXPECT_EQ(eval("s:contains('g/t')"), "false");
@@ -49,7 +52,8 @@ TEST_F(KyQtValuesTest, SettingsComeBackInTheKindOfTheDefault) {
                   {"s:setValue('f', print)", "QSettings::setValue : unknown type of value function: function: "},
                   {"s:setValue('f', {QWidget()})", "unknown type of value table: table: "},
                   {"s:setValue('f', {1, x = 2})", "unknown type of value"},
-                  {"t = {} t[1] = t s:setValue('f', t)", "unknown type of value"}});
+                  {"t = {} t[1] = t s:setValue('f', t)", "unknown type of value"},
+                  {"t = {} for i = 1, 30 do t = {t, t} end s:setValue('f', t)", "unknown type of value"}});
 }
 
 TEST_F(KyQtValuesTest, ValuesSurviveAPropertyOfTheToolkit) {
@@ -91,6 +95,7 @@ TEST_F(KyQtValuesTest, FilesAndDirectoriesAreInUnicode) {
     expectTexts(
         {{"table.concat(QDir('.'):entryList('*.txt', QDir.Files), ' ')", "b.txt Ω.txt"},
          {"table.concat(QDir_entryList(QDir('.'), '', QDir.Dirs + QDir.NoDotAndDotDot), ' ')", "sub"},
+         {"#QDir():entryList(QDir.Files), QDir('.'):entryList(QDir.Files, 8)[1]:len()", "3, 6"},
          {"#QDir_entryListOld(QDir('.'), '*.dat'), #QDir('none'):entryList(), QDir('a') == QDir('a')", "1, 0, true"},
          {"QFile.copy('Ω.txt', 'd.txt'), QFile.copy('Ω.txt', 'd.txt'), QFile.exists('d.txt')", "true, false, true"},
          {"QFile.rename('d.txt', 'é'), QFile.link('é', 'l'), QFile.remove('Ω.txt'), QFile.remove('')",
