@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "KySceneLibrary.h"
 
+#include "KySceneEntry_p.h"
+
 #include "KyCamera.h"
 #include "KyCanvas.h"
 #include "KyFontFormat.h"
@@ -20,12 +22,15 @@
 #include "KyShader.h"
 #include "KyTexture.h"
 
+#include "KyLibraryEntry.h"
 #include "KyModuleManager.h"
 
 #include <algorithm>
 #include <array>
 
 namespace {
+
+constexpr const char* cModuleName = "KyScene/KyScene";
 
 struct Record {
     void (*initialize)();
@@ -47,8 +52,14 @@ constexpr auto cRecords =
 
 void KySceneLibrary::registerModule() {
     static constexpr std::array<const char*, 1> cPrerequisites{"KyFoundation/KyFoundation"};
-    KyModuleManager::get().registerModule("KyScene/KyScene", cPrerequisites.data(), cPrerequisites.size(), &initialize,
+    KyModuleManager::get().registerModule(cModuleName, cPrerequisites.data(), cPrerequisites.size(), &initialize,
                                           &finalize);
+}
+
+bool kyOnSceneLoad(std::intptr_t, unsigned reason, void* reserved) {
+    if (reason == KyLibraryEntry::eProcessDetach && !reserved)
+        KyModuleManager::get().unregisterModule(cModuleName);
+    return true;
 }
 
 void KySceneLibrary::initialize() {
