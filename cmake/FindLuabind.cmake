@@ -11,8 +11,13 @@ set(KY_LUABIND_DIRS ${KY_DEPS_DIR} $ENV{KY_DEPS_DIR} ${PROJECT_SOURCE_DIR}/.deps
 list(TRANSFORM KY_LUABIND_DIRS APPEND /luabind)
 list(JOIN KY_LUABIND_DIRS ", " KY_LUABIND_DIRS_TEXT)
 
-find_path(Luabind_INCLUDE_DIR luabind/luabind.hpp PATHS ${KY_LUABIND_DIRS} PATH_SUFFIXES include NO_DEFAULT_PATH)
-find_library(Luabind_LIBRARY luabind PATHS ${KY_LUABIND_DIRS} PATH_SUFFIXES lib NO_DEFAULT_PATH)
+if(CMAKE_CROSSCOMPILING)
+  find_path(Luabind_INCLUDE_DIR luabind/luabind.hpp)
+  find_library(Luabind_LIBRARY luabind)
+else()
+  find_path(Luabind_INCLUDE_DIR luabind/luabind.hpp PATHS ${KY_LUABIND_DIRS} PATH_SUFFIXES include NO_DEFAULT_PATH)
+  find_library(Luabind_LIBRARY luabind PATHS ${KY_LUABIND_DIRS} PATH_SUFFIXES lib NO_DEFAULT_PATH)
+endif()
 mark_as_advanced(Luabind_INCLUDE_DIR Luabind_LIBRARY)
 
 include(FindPackageHandleStandardArgs)

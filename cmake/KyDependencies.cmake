@@ -14,13 +14,17 @@ pkg_check_modules(sodium REQUIRED IMPORTED_TARGET libsodium)
 
 # Scene
 pkg_check_modules(epoxy REQUIRED IMPORTED_TARGET epoxy)
-pkg_check_modules(egl REQUIRED IMPORTED_TARGET egl)
+if(NOT WIN32)
+  pkg_check_modules(egl REQUIRED IMPORTED_TARGET egl)
+endif()
 pkg_check_modules(stb REQUIRED IMPORTED_TARGET stb)
 pkg_check_modules(assimp IMPORTED_TARGET assimp)
 option(KY_WITH_ASSIMP "Read model files through assimp" ${assimp_FOUND})
 
 # Application
-find_package(Qt5 5.15 REQUIRED COMPONENTS Core Gui Widgets Network Qml Quick Svg UiTools Xml)
+if(KY_WITH_QT)
+  find_package(Qt5 5.15 REQUIRED COMPONENTS Core Gui Widgets Network Qml Quick Svg UiTools Xml)
+endif()
 find_package(Boost REQUIRED)
 pkg_check_modules(lua REQUIRED IMPORTED_TARGET lua5.1)
 find_package(Luabind REQUIRED)
@@ -29,8 +33,10 @@ if(NOT WIN32)
 endif()
 
 # Drivers of input devices
-pkg_check_modules(sdl2 REQUIRED IMPORTED_TARGET sdl2)
-find_library(KY_SPNAV_LIBRARY spnav)
+if(KY_WITH_QT)
+  pkg_check_modules(sdl2 REQUIRED IMPORTED_TARGET sdl2)
+  find_library(KY_SPNAV_LIBRARY spnav)
+endif()
 
 # Host
 if(NOT WIN32)
@@ -39,7 +45,9 @@ endif()
 
 if(KY_BUILD_TESTS)
   find_package(GTest REQUIRED)
-  find_package(Qt5 5.15 REQUIRED COMPONENTS Test)
+  if(KY_WITH_QT)
+    find_package(Qt5 5.15 REQUIRED COMPONENTS Test)
+  endif()
   include(GoogleTest)
 endif()
 

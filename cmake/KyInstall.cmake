@@ -34,8 +34,10 @@ endfunction()
 
 ky_install_pc(ky-foundation KyFoundation "Object model, values, resources and tasks")
 ky_install_pc(ky-scene KyScene "Scene graph and rendering on OpenGL" ky-foundation)
-ky_install_pc(ky-application KyApplication "Scripting, devices, interaction and Qt bridge"
-  ky-scene Qt5Core Qt5Gui Qt5Widgets Qt5Network Qt5Qml Qt5Quick Qt5Xml lua5.1)
+if(KY_WITH_QT)
+  ky_install_pc(ky-application KyApplication "Scripting, devices, interaction and Qt bridge"
+    ky-scene Qt5Core Qt5Gui Qt5Widgets Qt5Network Qt5Qml Qt5Quick Qt5Xml lua5.1)
+endif()
 
 # Who may open devices; udev reads its own folders only, so an installation elsewhere links it there.
 if(NOT WIN32)

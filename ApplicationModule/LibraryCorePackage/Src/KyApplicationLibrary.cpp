@@ -33,6 +33,8 @@
 #include "KyLuaBinder.h"
 #include "KyManipulator.h"
 #include "KyManipulatorEventHandler.h"
+#include "KyNetworkConnectionObject.h"
+#include "KyNetworkPasswordManager.h"
 #include "KyObjectConverterEntry_p.h"
 #include "KyOrientationObject.h"
 #include "KyPassSurface.h"
@@ -57,24 +59,12 @@
 #include "KyVirtualDevice.h"
 #include "KyWindow.h"
 
-#include "KySceneLibrary.h"
-
 #include "KyEnvironment.h"
 #include "KyFieldType.h"
-#include "KyFoundationLibrary.h"
-#include "KyLibraryEntry.h"
-#include "KyModuleManager.h"
 
-#include <array>
-
-std::intptr_t KyApplicationLibrary::msHInstance = 0;
-bool KyApplicationLibrary::msRegistered = false;
 bool KyApplicationLibrary::msIsInitialized = false;
 
 namespace {
-
-constexpr const char* cModuleName = "KyApplication/KyApplication";
-constexpr std::array cPrerequisites{"KyFoundation/KyFoundation", "KyScene/KyScene"};
 
 using Step = void (*)();
 
@@ -119,6 +109,7 @@ constexpr Step cInitialization[] = {
     &KyTrackballManipulator::initializeClass,
     &KyShapeManipulator::initializeClass,
     &KyManipulatorEventHandler::initializeClass,
+    &KyNetworkPasswordManager::initializeClass,
     &KySettingsEditorManager::initializeClass,
     &KyStyleParameters::initializeClass,
     &KyQAttributeItemDelegate::initializeDefaultEditors,
@@ -154,6 +145,7 @@ constexpr Step cInitialization[] = {
     &KyDeviceObject::initializeType,
     &KyVirtualDevice::initializeType,
     &KyDeviceManagerObject::initializeClass,
+    &KyNetworkConnectionObject::initializeClass,
     &registerEnumeratedFields,
 };
 
@@ -178,6 +170,7 @@ constexpr Step cFinalization[] = {
     &KySurfacePassEventHandler::finalizeType,
     &KyPassSurface::finalizeType,
     &Ky2DSvgImporter::finalizeType,
+    &KyNetworkConnectionObject::finalizeClass,
     &KyDeviceManagerObject::finalizeClass,
     &KyVirtualDevice::finalizeType,
     &KyDeviceObject::finalizeType,
@@ -194,6 +187,7 @@ constexpr Step cFinalization[] = {
     &KyQAttributeItemDelegate::finalizeEditors,
     &KyStyleParameters::finalizeClass,
     &KySettingsEditorManager::finalizeClass,
+    &KyNetworkPasswordManager::finalizeClass,
     &KyManipulatorEventHandler::finalizeType,
     &KyShapeManipulator::finalizeType,
     &KyCameraManipulator::finalizeType,
@@ -218,20 +212,6 @@ constexpr Step cFinalization[] = {
 
 } // namespace
 
-void KyApplicationLibrary::registerModule() {
-    if (msRegistered)
-        return;
-    KyFoundationLibrary::registerModule();
-    KySceneLibrary::registerModule();
-    KyModuleManager::get().registerModule(cModuleName, cPrerequisites.data(),
-                                          static_cast<unsigned>(cPrerequisites.size()), &initialize, &finalize);
-    msRegistered = true;
-}
-
-void KyApplicationLibrary::unregisterModule() {
-    KyModuleManager::get().unregisterModule(cModuleName);
-}
-
 void KyApplicationLibrary::initialize() {
     if (msIsInitialized)
         return;
@@ -246,13 +226,4 @@ void KyApplicationLibrary::finalize() {
     msIsInitialized = false;
     for (const Step step : cFinalization)
         step();
-}
-
-bool KyApplicationLibrary::onLoad(std::intptr_t handle, unsigned reason, void* reserved) {
-    msHInstance = handle;
-    if (reason == KyLibraryEntry::eProcessAttach)
-        registerModule();
-    else if (reason == KyLibraryEntry::eProcessDetach && !reserved)
-        unregisterModule();
-    return true;
 }

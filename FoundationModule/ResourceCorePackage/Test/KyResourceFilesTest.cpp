@@ -49,8 +49,9 @@ TEST_F(KyResourceFilesTest, DirectoriesAndEmptyFilesAreCreatedOnce) {
     write("file", "x");
     EXPECT_FALSE(KyResource::existDirectory(getURL("file")));
     EXPECT_FALSE(KyResource::createDirectoryHierarchy(getURL("file/sub")));
-    EXPECT_TRUE(KyResource::createFile(getURL("\xC3\xA9 #?.txt")));
-    EXPECT_EQ(fs::file_size(mRoot / fs::path(u8"\u00E9 #?.txt")), 0U);
+    const std::u8string name = isWindows() ? u8"\u00E9 #%.txt" : u8"\u00E9 #?.txt";
+    EXPECT_TRUE(KyResource::createFile(getURL(std::string(name.begin(), name.end()))));
+    EXPECT_EQ(fs::file_size(mRoot / fs::path(name)), 0U);
     EXPECT_FALSE(KyResource::createFile(getURL("file")));
     EXPECT_EQ(read("file"), "x");
 }
@@ -77,7 +78,8 @@ TEST_F(KyResourceFilesTest, CopyingAndRenamingNeverOverwriteAndTakeNoDirectories
 TEST_F(KyResourceFilesTest, ATreeIsDeletedWithoutFollowingLinks) {
     write("outside/keep", "x");
     write("tree/sub/file", "y");
-    fs::create_directory_symlink(mRoot / "outside", mRoot / "tree" / "link");
+    if (!makeLink(mRoot / "outside", mRoot / "tree" / "link"))
+        GTEST_SKIP() << "there are no links here";
     fs::create_symlink(mRoot / "nowhere", mRoot / "tree" / "dangling");
     EXPECT_FALSE(KyResource::deleteDirectory(getURL("tree/link/")));
     EXPECT_TRUE(KyResource::deleteDirectory(getURL("tree")));
@@ -111,9 +113,10 @@ TEST_F(KyResourceFilesTest, ChangesAreMadeInTheCurrentDirectoryAndNotInTheThread
 TEST_F(KyResourceFilesTest, DirectoriesInUseAreNotDeleted) {
     goFromScriptToWork();
     KyResource::pushThreadDirectory(getURL("script/q"));
-    fs::create_directory_symlink(mRoot, mRoot / "link");
-    const KyURL cases[] = {KyURL("."),        KyURL(".."),         getURL("work"),      getURL(""),
-                           getURL("script/"), getURL("script/q/"), getURL("link/work"), getURL("link/script/q/../q")};
+    const std::string link = makeLink(mRoot, mRoot / "link") ? "link/" : "";
+    const KyURL cases[] = {
+        KyURL("."),        KyURL(".."),         getURL("work"),        getURL(""),
+        getURL("script/"), getURL("script/q/"), getURL(link + "work"), getURL(link + "script/q/../q")};
     for (const KyURL& url : cases)
         EXPECT_FALSE(KyResource::deleteDirectory(url)) << url.toString();
     EXPECT_EQ(read("script/only") + read("work/shared"), "scriptwork");

@@ -23,8 +23,10 @@ TEST_F(KyResourceInformationTest, AFileIsDescribedWithItsPermissions) {
     EXPECT_EQ(file.getSize32(), 5U);
     EXPECT_FALSE(file.isDirectory() || file.isSymbolicLink() || file.isHidden() || file.isExecutable());
     EXPECT_TRUE(file.isValid() && file.isReadable() && file.isWritable());
-    fs::permissions(mRoot / "a file", fs::perms::owner_all);
-    EXPECT_TRUE(getInformation("a file").isExecutable());
+    const std::string program = isWindows() ? "a program.EXE" : "a program";
+    write(program, "");
+    fs::permissions(mRoot / program, fs::perms::owner_all);
+    EXPECT_TRUE(getInformation(program).isExecutable());
     fs::resize_file(mRoot / "a file", 0x1'0000'0005ULL);
     EXPECT_EQ(getInformation("a file").getSize32(), 0xFFFFFFFFU);
 }

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "KyPlatform.h"
 #include "KyURL.h"
 
 #include <gtest/gtest.h>
@@ -9,6 +10,7 @@
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <system_error>
 
 /// A fresh directory for a test case, deleted with all it holds; the process's directory is restored.
 class KyTemporaryDirectory : public ::testing::Test {
@@ -27,7 +29,11 @@ protected:
         std::filesystem::remove_all(mRoot);
     }
 
-    [[nodiscard]] std::string getPath(const std::string& name) const { return (mRoot / name).generic_string(); }
+    /// In UTF-8, as paths are in this system.
+    [[nodiscard]] std::string getPath(const std::string& name) const {
+        const std::u8string path = (mRoot / std::u8string(name.begin(), name.end())).generic_u8string();
+        return {path.begin(), path.end()};
+    }
 
     [[nodiscard]] KyURL getURL(const std::string& name) const { return KyURL(getPath(name), KyURL::eLocalPath); }
 
@@ -40,6 +46,15 @@ protected:
         std::ifstream stream(mRoot / name, std::ios::binary);
         return {std::istreambuf_iterator<char>(stream), {}};
     }
+
+    /// False where the system, or the language's library for it, makes no links.
+    static bool makeLink(const std::filesystem::path& target, const std::filesystem::path& link) {
+        std::error_code error;
+        std::filesystem::create_directory_symlink(target, link, error);
+        return !error;
+    }
+
+    static bool isWindows() { return KyPlatform::getOsType() == KyPlatform::eWindows; }
 
     std::filesystem::path mRoot;
     std::filesystem::path mBefore;
