@@ -42,6 +42,7 @@ std::vector<KyBenchmark> getConversionBenchmarks();
 std::vector<KyBenchmark> getLibraryBenchmarks();
 std::vector<KyBenchmark> getDeviceBenchmarks();
 std::vector<KyBenchmark> getFileBenchmarks();
+std::vector<KyBenchmark> getNetworkBenchmarks();
 std::vector<KyBenchmark> getValueBenchmarks();
 std::vector<KyBenchmark> getInteractionBenchmarks();
 std::vector<KyBenchmark> get2DNodeBenchmarks();

@@ -27,6 +27,7 @@ constexpr std::vector<KyBenchmark> (*cSubjects[])() = {
     &getScriptBenchmarks,    &getLibraryBenchmarks,     &getConversionBenchmarks, &getFileBenchmarks,
     &getValueBenchmarks,     &getInteractionBenchmarks, &get2DNodeBenchmarks,     &get2DPathBenchmarks,
     &get2DPickingBenchmarks, &getQtPassBenchmarks,      &getQmlPassBenchmarks,    &getDeviceBenchmarks,
+    &getNetworkBenchmarks,
 };
 
 std::vector<KyBenchmark> getAllBenchmarks() {

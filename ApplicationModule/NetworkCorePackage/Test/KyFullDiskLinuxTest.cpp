@@ -1,0 +1,52 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#include "KyNetworkFixture.h"
+
+#include <csignal>
+
+#include <sys/resource.h>
+
+namespace {
+
+using KyFullDiskTest = KyNetworkTest;
+
+/// No file of this process grows beyond the size meanwhile.
+class FileSizeLimit {
+public:
+    explicit FileSizeLimit(rlim_t size) {
+        ::getrlimit(RLIMIT_FSIZE, &mFormer);
+        const rlimit limit = {size, mFormer.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    FileSizeLimit(const FileSizeLimit&) = delete;
+    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
+    ~FileSizeLimit() {
+        ::setrlimit(RLIMIT_FSIZE, &mFormer);
+        ::signal(SIGXFSZ, mHandler);
+    }
+
+private:
+    rlimit mFormer = {};
+    void (*const mHandler)(int) = ::signal(SIGXFSZ, SIG_IGN);
+};
+
+TEST_F(KyFullDiskTest, IsReportedWherevereItIsNoticed) {
+    const FileSizeLimit limit(0);
+    for (const char* path : {"file.bin", "late", "gzip/text.txt", "slow/file.bin"}) {
+        const Download result = load(msServer->getUrl(path));
+        EXPECT_EQ(result.error, QNetworkReply::OperationCanceledError) << path;
+        EXPECT_EQ(result.text, "File too large") << path;
+    }
+}
+
+TEST_F(KyFullDiskTest, LeavesThePart) {
+    const FileSizeLimit limit(1000000);
+    const Download result = load(msServer->getUrl("file.bin"));
+    EXPECT_EQ(result.error, QNetworkReply::OperationCanceledError);
+    EXPECT_FALSE(result.text.isEmpty());
+    EXPECT_TRUE(msServer->getContent().startsWith(read("file.bin")));
+    EXPECT_LE(QFileInfo(at("file.bin")).size(), 1000000);
+    EXPECT_FALSE(mConnection.isDownloading());
+}
+
+} // namespace
