@@ -13,6 +13,11 @@ bool loadText(lua_State* state, const std::string& text) {
     return luaL_loadbuffer(state, text.data(), text.size(), cChunkName) == 0;
 }
 
+int raiseNoFrame(lua_State* state) {
+    lua_pushliteral(state, "no such frame");
+    return lua_error(state);
+}
+
 std::string_view nameAt(lua_State* state, int index) {
     std::size_t size = 0;
     const char* const bytes = lua_tolstring(state, index, &size);
@@ -57,6 +62,9 @@ void KyLuaEvaluation::load(lua_State* state) const {
 void KyLuaEvaluation::pushScope(lua_State* state) {
     lua_newtable(state);
     lua_newtable(state);
+    // Finalizers have run.
+    if (mFrame && !kyLuaFindAgain(*mFrame))
+        raiseNoFrame(state);
     for (const auto& [name, function] : {std::pair{"__index", &read}, std::pair{"__newindex", &write}}) {
         lua_pushnumber(state, mNumber);
         if (mFrame)
@@ -83,6 +91,8 @@ KyLuaFrame* KyLuaEvaluation::findFrame(lua_State* state) {
 
 int KyLuaEvaluation::read(lua_State* state) {
     KyLuaFrame* const frame = findFrame(state);
+    if (frame && !kyLuaFindAgain(*frame))
+        return raiseNoFrame(state);
     if (frame && lua_type(state, 2) == LUA_TSTRING) {
         if (kyLuaPushLocal(state, *frame, nameAt(state, 2)))
             return 1;
@@ -98,6 +108,8 @@ int KyLuaEvaluation::read(lua_State* state) {
 
 int KyLuaEvaluation::write(lua_State* state) {
     KyLuaFrame* const frame = findFrame(state);
+    if (frame && !kyLuaFindAgain(*frame))
+        return raiseNoFrame(state);
     if (frame && lua_type(state, 2) == LUA_TSTRING) {
         if (kyLuaSetLocal(state, *frame, nameAt(state, 2)))
             return 0;

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "KyLuaFrames_p.h"
 
+#include "KyLuaThreads_p.h"
+
 #include <algorithm>
 
 namespace {
@@ -14,6 +16,13 @@ int findLocal(const KyLuaFrame& frame, std::string_view name) {
             found = i;
     }
     return found;
+}
+
+const void* getFunction(lua_State* thread, lua_Debug& record) {
+    lua_getinfo(thread, "f", &record);
+    const void* const function = lua_topointer(thread, -1);
+    lua_pop(thread, 1);
+    return function;
 }
 
 void moveValue(lua_State* from, lua_State* to) {
@@ -38,6 +47,21 @@ int kyLuaNbLevels(lua_State* thread) {
         (kyLuaHasLevels(thread, middle) ? low : high) = middle;
     }
     return low;
+}
+
+void kyLuaNoteFrame(KyLuaFrame& frame, int level) {
+    if (kyLuaThreadState(frame.thread) != KyLuaThreadState::eSuspended)
+        return;
+    frame.nbLevels = kyLuaNbLevels(frame.thread) - level;
+    frame.function = getFunction(frame.thread, frame.record);
+}
+
+bool kyLuaFindAgain(KyLuaFrame& frame) {
+    if (frame.nbLevels == 0)
+        return true;
+    const int level = kyLuaNbLevels(frame.thread) - frame.nbLevels;
+    return level >= 0 && lua_getstack(frame.thread, level, &frame.record) != 0 &&
+           getFunction(frame.thread, frame.record) == frame.function;
 }
 
 void kyLuaDescribeFrame(KyLuaFrame& frame, KyScriptFrame& description) {

@@ -12,12 +12,19 @@
 struct KyLuaFrame {
     lua_State* thread = nullptr;
     lua_Debug record{};
+    /// Of a call that may end while scripts run: the levels from it outward, and its function. 0 and null for others.
+    int nbLevels = 0;
+    const void* function = nullptr;
 };
 
 /// Number of levels that lua_getstack knows.
 int kyLuaNbLevels(lua_State* thread);
 /// Cheaper than counting them.
 bool kyLuaHasLevels(lua_State* thread, int count);
+/// Notes what kyLuaFindAgain needs: when the thread waits, scripts may let it run on.
+void kyLuaNoteFrame(KyLuaFrame& frame, int level);
+/// To be done after scripts have run: false when the call has ended meanwhile, and the record stands for nothing.
+bool kyLuaFindAgain(KyLuaFrame& frame);
 /// All but the level.
 void kyLuaDescribeFrame(KyLuaFrame& frame, KyScriptFrame& description);
 

@@ -80,8 +80,11 @@ bool isShadowed(const KyLuaFrame& frame, const char* name, int local) {
 
 /// Visits the local variables with name and number.
 template <class Visit>
-void forEachLocal(const KyLuaFrame& frame, Visit visit) {
-    for (int i = 1; const char* name = lua_getlocal(frame.thread, &frame.record, i); ++i) {
+void forEachLocal(KyLuaFrame& frame, Visit visit) {
+    const auto getName = [&frame](int local) {
+        return kyLuaFindAgain(frame) ? lua_getlocal(frame.thread, &frame.record, local) : nullptr;
+    };
+    for (int i = 1; const char* name = getName(i); ++i) {
         lua_pop(frame.thread, 1);
         if (*name != '(' && !isShadowed(frame, name, i))
             visit(name, i);
@@ -145,7 +148,7 @@ void KyLuaInspector::describe(lua_State* state, int index, const KyLuaReference&
     variable.reference = variable.nbVariables > 0 ? referToValue(state, index, origin) : 0;
 }
 
-int KyLuaInspector::countLocals(const KyLuaFrame& frame) {
+int KyLuaInspector::countLocals(KyLuaFrame& frame) {
     int nbLocals = 0;
     forEachLocal(frame, [&nbLocals](const char*, int) { ++nbLocals; });
     return nbLocals;
@@ -190,7 +193,7 @@ void KyLuaInspector::list(lua_State* state, int reference, KyLuaFrame& frame, Pa
         listObject(state, origin, page, variables);
 }
 
-void KyLuaInspector::listLocals(lua_State* state, const KyLuaReference& origin, const KyLuaFrame& frame, Page page,
+void KyLuaInspector::listLocals(lua_State* state, const KyLuaReference& origin, KyLuaFrame& frame, Page page,
                                 Variables& variables) {
     int position = 0;
     const int last = end(page, countLocals(frame));

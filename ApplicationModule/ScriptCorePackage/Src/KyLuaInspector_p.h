@@ -44,7 +44,7 @@ public:
 
     /// All but the name.
     void describe(lua_State* state, int index, const KyLuaReference& origin, KyScriptVariable& variable);
-    static int countLocals(const KyLuaFrame& frame);
+    static int countLocals(KyLuaFrame& frame);
     /// Of the function at `index`.
     static int countUpvalues(lua_State* state, int index);
     /// Number of entries of the value at `index`.
@@ -67,8 +67,7 @@ private:
 
     void pushValue(lua_State* state, int reference) const;
     bool pushKey(lua_State* state, int table, const std::string& name);
-    void listLocals(lua_State* state, const KyLuaReference& origin, const KyLuaFrame& frame, Page page,
-                    Variables& variables);
+    void listLocals(lua_State* state, const KyLuaReference& origin, KyLuaFrame& frame, Page page, Variables& variables);
     void listUpvalues(lua_State* state, const KyLuaReference& origin, KyLuaFrame& frame, Page page,
                       Variables& variables);
     void listTable(lua_State* state, const KyLuaReference& origin, Page page, Variables& variables);

@@ -5,17 +5,21 @@
 #include "KyLuaCall_p.h"
 #include "KyLuaThreads_p.h"
 
+#include <cmath>
 #include <cstdio>
+#include <cstdlib>
 #include <string_view>
 
 namespace {
 
 /// Longer texts are cut: they are for reading.
 constexpr std::size_t cMaxLength = 4096;
+/// Lua writes whole numbers below it with all digits.
+constexpr double cMaxPlainInteger = 1e14;
 
-void appendQuoted(std::string_view bytes, std::string& text) {
+void appendQuoted(std::string_view bytes, std::string& text, std::size_t maxLength = cMaxLength) {
     text += '"';
-    for (const char byte : bytes.substr(0, cMaxLength)) {
+    for (const char byte : bytes.substr(0, maxLength)) {
         const auto code = static_cast<unsigned char>(byte);
         if (byte == '"' || byte == '\\')
             text.append(1, '\\').append(1, byte);
@@ -28,7 +32,37 @@ void appendQuoted(std::string_view bytes, std::string& text) {
         } else
             text += byte;
     }
-    text += bytes.size() > cMaxLength ? "\"..." : "\"";
+    text += bytes.size() > maxLength ? "\"..." : "\"";
+}
+
+/// With all digits where Lua leaves some out.
+void appendExactNumber(double number, std::string& text) {
+    if (std::trunc(number) == number && std::abs(number) < cMaxPlainInteger) {
+        text += std::to_string(static_cast<long long>(number));
+        return;
+    }
+    char digits[40];
+    std::snprintf(digits, sizeof(digits), LUA_NUMBER_FMT, number);
+    if (std::strtod(digits, nullptr) != number)
+        std::snprintf(digits, sizeof(digits), "%.17g", number);
+    text += digits;
+}
+
+/// Names that look like those of other keys are quoted.
+void appendTextKey(std::string_view key, std::string& text) {
+    if (!key.starts_with('[') && !key.starts_with('(')) {
+        text += key;
+        return;
+    }
+    text += '[';
+    appendQuoted(key, text, key.size());
+    text += ']';
+}
+
+void appendAddress(const void* address, std::string& text) {
+    char digits[40];
+    std::snprintf(digits, sizeof(digits), " %p", address);
+    text += digits;
 }
 
 void appendFunction(lua_State* state, int index, std::string& text) {
@@ -101,10 +135,21 @@ void kyLuaValueText(lua_State* state, int index, std::string& text) {
 }
 
 void kyLuaKeyText(lua_State* state, int index, std::string& text) {
-    if (lua_type(state, index) == LUA_TSTRING) {
-        text.assign(lua_tostring(state, index), lua_objlen(state, index));
-        return;
+    text.clear();
+    switch (lua_type(state, index)) {
+    case LUA_TSTRING:
+        return appendTextKey({lua_tostring(state, index), lua_objlen(state, index)}, text);
+    case LUA_TNUMBER:
+        appendExactNumber(lua_tonumber(state, index), text);
+        break;
+    case LUA_TTABLE:
+        text = "table";
+        break;
+    default:
+        kyLuaValueText(state, index, text);
     }
-    kyLuaValueText(state, index, text);
+    // Two keys may have the same text, but only tables, functions and the like have an address.
+    if (const void* const address = lua_topointer(state, index))
+        appendAddress(address, text);
     text.insert(0, 1, '[').append(1, ']');
 }

@@ -9,6 +9,7 @@
 #include "KyScriptRunner_p.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -16,6 +17,8 @@ constexpr char cNothingStopped[] = "no script stands still";
 constexpr char cNoFrame[] = "no such frame";
 constexpr char cNoVariable[] = "no such variable";
 constexpr char cNotWritable[] = "the variable cannot be written";
+constexpr char cClosed[] = "the Lua state is closed";
+constexpr char cEnded[] = "the script engine has ended";
 
 using Kind = KyLuaReference::Kind;
 
@@ -52,53 +55,11 @@ KyScriptThreadState getThreadState(lua_State* thread, const lua_State* stopped) 
 } // namespace
 
 KyScriptDebugger::KyScriptDebugger(KyScriptEngine& engine)
-    : mPrivate(std::make_unique<Private>(engine, *this)) {}
+    : mPrivate(std::make_shared<Private>(engine, *this)) {}
 
-KyScriptDebugger::~KyScriptDebugger() = default;
-
-void KyScriptDebugger::Private::setLines(const std::string& chunkName, const std::list<int>& newLines) {
-    std::erase_if(conditions, [&chunkName](const auto& entry) { return entry.first.first == chunkName; });
-    if (newLines.empty())
-        engine.mBreakpoints.erase(chunkName);
-    else
-        engine.mBreakpoints[chunkName] = newLines;
-    findLines();
-}
-
-void KyScriptDebugger::Private::findLines() {
-    lines.reset();
-    for (const auto& entry : engine.mBreakpoints)
-        for (const int line : entry.second)
-            lines.set(static_cast<std::size_t>(line) % lines.size());
-}
-
-void KyScriptDebugger::setBreakpoints(const std::string& chunkName,
-                                      const std::vector<KyScriptBreakpoint>& breakpoints) {
-    std::list<int> lines;
-    for (const KyScriptBreakpoint& breakpoint : breakpoints)
-        lines.push_back(breakpoint.line);
-    mPrivate->setLines(chunkName, lines);
-    for (const KyScriptBreakpoint& breakpoint : breakpoints)
-        if (!breakpoint.condition.empty())
-            mPrivate->conditions[{chunkName, breakpoint.line}] = breakpoint.condition;
-}
-
-std::vector<KyScriptBreakpoint> KyScriptDebugger::getBreakpoints(const std::string& chunkName) const {
-    std::vector<KyScriptBreakpoint> breakpoints;
-    const auto found = mPrivate->engine.mBreakpoints.find(chunkName);
-    if (found == mPrivate->engine.mBreakpoints.end())
-        return breakpoints;
-    for (const int line : found->second) {
-        const auto condition = mPrivate->conditions.find({chunkName, line});
-        breakpoints.push_back({line, condition == mPrivate->conditions.end() ? "" : condition->second});
-    }
-    return breakpoints;
-}
-
-void KyScriptDebugger::clearBreakpoints() {
-    mPrivate->engine.mBreakpoints.clear();
-    mPrivate->conditions.clear();
-    mPrivate->findLines();
+/// Operations under way may keep the rest for a while.
+KyScriptDebugger::~KyScriptDebugger() {
+    Private::msKnownRegistry = nullptr;
 }
 
 void KyScriptDebugger::setBreakingOnErrors(bool isBreaking) {
@@ -139,12 +100,18 @@ const KyScriptStop& KyScriptDebugger::getStop() const {
     return mPrivate->stop;
 }
 
-int KyScriptDebugger::Private::getHiddenLevels(lua_State* thread) const {
+int KyScriptDebugger::Private::getNbHidden(lua_State* thread) const {
     return thread == stopThread ? kyLuaNbLevels(thread) - stopNbLevels + stopLevel : 0;
 }
 
+/// Without runs inside runs the engine's own calls are the outermost: a deep stack need not be walked through.
 int KyScriptDebugger::Private::getNbTold(lua_State* thread) const {
-    const int nbHidden = getHiddenLevels(thread);
+    int nbTold = 0;
+    if (nbRuns > 1) {
+        forEachTold(thread, [&nbTold](int, const lua_Debug&) { return ++nbTold; });
+        return nbTold;
+    }
+    const int nbHidden = getNbHidden(thread);
     int nbLevels = kyLuaNbLevels(thread);
     lua_Debug record;
     while (nbLevels > nbHidden && lua_getstack(thread, nbLevels - 1, &record) != 0 &&
@@ -156,8 +123,19 @@ int KyScriptDebugger::Private::getNbTold(lua_State* thread) const {
 bool KyScriptDebugger::Private::findFrame(lua_State* state, int thread, int level, KyLuaFrame& frame) const {
     luaL_checkstack(state, LUA_MINSTACK, "too many values");
     frame.thread = kyLuaPushThread(state, thread);
-    return frame.thread && level >= 0 && level < getNbTold(frame.thread) &&
-           lua_getstack(frame.thread, level + getHiddenLevels(frame.thread), &frame.record) != 0;
+    int found = -1;
+    const auto find = [&](int real, const lua_Debug& record) {
+        if (level-- == 0) {
+            found = real;
+            frame.record = record;
+        }
+        return found < 0;
+    };
+    if (frame.thread && level >= 0)
+        forEachTold(frame.thread, find);
+    if (found >= 0)
+        kyLuaNoteFrame(frame, found);
+    return found >= 0;
 }
 
 std::vector<KyScriptThread> KyScriptDebugger::getThreads() const {
@@ -189,14 +167,15 @@ std::vector<KyScriptFrame> KyScriptDebugger::getFrames(int thread, int first, in
         KyLuaFrame frame{kyLuaPushThread(state, thread), {}};
         if (!frame.thread)
             return;
-        const int nbHidden = mPrivate->getHiddenLevels(frame.thread);
-        const int nbTold = mPrivate->getNbTold(frame.thread);
-        const int last = count > 0 && count < nbTold - first ? first + count : nbTold;
-        for (int level = first; level < last; ++level) {
-            lua_getstack(frame.thread, level + nbHidden, &frame.record);
-            frames.emplace_back().level = level;
+        int level = 0;
+        mPrivate->forEachTold(frame.thread, [&](int, const lua_Debug& record) {
+            if (level++ < first)
+                return true;
+            frame.record = record;
+            frames.emplace_back().level = level - 1;
             kyLuaDescribeFrame(frame, frames.back());
-        }
+            return count <= 0 || static_cast<int>(frames.size()) < count;
+        });
     };
     mPrivate->run(list, failure);
     return frames;
@@ -240,17 +219,18 @@ std::vector<KyScriptScope> KyScriptDebugger::getScopes(int thread, int level) {
 
 std::vector<KyScriptVariable> KyScriptDebugger::getVariables(int reference, int first, int count) {
     std::vector<KyScriptVariable> variables;
-    const KyLuaReference* found = mPrivate->inspector.find(reference);
+    const auto self = mPrivate;
+    const KyLuaReference* found = self->inspector.find(reference);
     if (!found)
         return variables;
     const KyLuaReference origin = *found;
     KyLuaFrame frame;
     KyLuaFailure failure;
     const auto list = [&](lua_State* state) {
-        if (mPrivate->findFrame(state, origin.thread, origin.level, frame) || origin.kind == Kind::eValue)
-            mPrivate->inspector.list(state, reference, frame, {std::max(first, 0), count}, variables);
+        if (self->findFrame(state, origin.thread, origin.level, frame) || origin.kind == Kind::eValue)
+            self->inspector.list(state, reference, frame, {std::max(first, 0), count}, variables);
     };
-    mPrivate->run(list, failure);
+    self->run(list, failure);
     return variables;
 }
 
@@ -258,58 +238,72 @@ bool KyScriptDebugger::setVariable(int reference, const std::string& name, const
                                    KyScriptVariable& result) {
     result = {};
     result.name = name;
-    const KyLuaReference* found = mPrivate->inspector.find(reference);
+    const auto self = mPrivate;
+    KyLuaInspector& inspector = self->inspector;
+    const KyLuaReference* found = inspector.find(reference);
     if (!found || !isStopped()) {
         result.value = found ? cNothingStopped : cNoVariable;
         return false;
     }
     const KyLuaReference origin = *found;
+    const auto handle = self->engine.mHandle;
     KyLuaFrame frame;
     KyLuaEvaluation evaluation(&frame, expression);
     KyLuaFailure failure{cNoFrame, {}};
     bool isDone = false;
     const auto assign = [&](lua_State* state) {
-        if (!mPrivate->findFrame(state, origin.thread, origin.level, frame))
+        if (!self->findFrame(state, origin.thread, origin.level, frame))
             return;
-        KyLuaInspector& inspector = mPrivate->inspector;
         failure.message = cNoVariable;
-        if (!inspector.push(state, reference, frame, name))
+        if (!inspector.push(state, reference, frame, name) || !*handle)
             return;
         evaluation.run(state);
+        if (!*handle)
+            return;
+        failure.message = cNoFrame;
+        if (origin.kind != Kind::eValue && !kyLuaFindAgain(frame))
+            return;
         failure.message = cNotWritable;
-        isDone = inspector.assign(state, reference, frame, name);
+        isDone = inspector.assign(state, reference, frame, name) && *handle;
         // An entry that was given nil is no more.
         if (isDone && !inspector.push(state, reference, frame, name))
             lua_pushnil(state);
-        if (isDone)
+        if (isDone && *handle)
             inspector.describe(state, -1, origin, result);
     };
-    isDone = mPrivate->run(assign, failure) && isDone;
+    isDone = self->evaluateApart(assign, failure) && isDone;
     if (!isDone)
-        result.value = failure.message;
+        result.value = *handle ? failure.message : cEnded;
+    if (*handle)
+        self->tellChange();
     return isDone;
 }
 
 bool KyScriptDebugger::evaluate(int thread, int level, const std::string& expression, KyScriptVariable& result) {
     result = {};
     result.name = expression;
+    const auto self = mPrivate;
     if (thread == 0 && !isStopped())
-        return mPrivate->evaluateGlobally(expression, result);
+        return self->evaluateGlobally(expression, result);
+    const auto handle = self->engine.mHandle;
     KyLuaFrame frame;
     KyLuaEvaluation evaluation(thread == 0 ? nullptr : &frame, expression);
     KyLuaFailure failure;
     const auto evaluateThere = [&](lua_State* state) {
-        if (thread != 0 && !mPrivate->findFrame(state, thread, level, frame)) {
+        if (thread != 0 && !self->findFrame(state, thread, level, frame)) {
             lua_pushstring(state, cNoFrame);
             lua_error(state);
         }
         evaluation.run(state);
-        mPrivate->inspector.describe(state, -1, {Kind::eValue, thread, level}, result);
+        if (*handle)
+            self->inspector.describe(state, -1, {Kind::eValue, thread, level}, result);
     };
     failure.message = cNothingStopped;
-    const bool isDone = mPrivate->run(evaluateThere, failure);
+    const bool isDone = self->evaluateApart(evaluateThere, failure);
     if (!isDone)
-        result.value = failure.message;
+        result.value = *handle ? failure.message : cEnded;
+    if (*handle)
+        self->tellChange();
     return isDone;
 }
 
@@ -318,22 +312,61 @@ bool KyScriptDebugger::Private::evaluateGlobally(const std::string& expression, 
     KyLuaEvaluation evaluation(nullptr, expression);
     const auto evaluateThere = [&](lua_State* state) {
         evaluation.run(state);
+        if (!runner.getEngine())
+            return;
         inspector.describe(state, -1, {}, result);
         result.reference = 0;
         inspector.clear(state);
     };
+    const auto self = debugger.mPrivate;
+    KyLuaFailure failure;
+    bool isDone = false;
+    const auto evaluateApart = [&](lua_State* state) {
+        isDone = callApart(state, evaluateThere, failure);
+        if (!isDone)
+            runner.editFailure().message = failure.message;
+    };
     const Depth depth;
-    const bool isDone = runner.run(evaluateThere);
+    const Evaluating evaluating(*this);
+    isDone = runner.run(evaluateApart) && isDone && runner.getEngine();
     if (!isDone)
-        result.value = runner.editFailure().message;
+        result.value = !runner.isOpen() ? cClosed : runner.getEngine() ? runner.editFailure().message : cEnded;
     return isDone;
 }
 
-std::string KyScriptDebugger::getScriptPath(const std::string& chunkName) const {
-    const auto found = mPrivate->scriptPaths.find(chunkName);
-    return found == mPrivate->scriptPaths.end() ? std::string() : found->second;
+void KyScriptDebugger::interrupt() {
+    if (mPrivate->nbEvaluations > 0)
+        mPrivate->isInterrupted = true;
 }
 
-std::string KyScriptDebugger::makeChunkName(const std::string& path) {
-    return "@" + path.substr(path.find_last_of("/\\") + 1);
+lua_State* KyScriptDebugger::editStoppedThread() const {
+    return mPrivate->stopState;
+}
+
+void KyScriptDebugger::Private::tellChange() {
+    if (!stopState || std::exchange(isTellingChange, true))
+        return;
+    const auto handle = engine.mHandle;
+    if (isWatched())
+        showStop();
+    callHost([this] { debugger.changedSignal.send(); });
+    if (*handle)
+        isTellingChange = false;
+}
+
+void KyScriptDebugger::attach() {
+    if (++mPrivate->nbAttached > 1 || mPrivate->engine.mHasHook)
+        return;
+    mPrivate->engine.setHook();
+    mPrivate->isHookBorrowed = true;
+}
+
+void KyScriptDebugger::detach() {
+    if (mPrivate->nbAttached == 0 || --mPrivate->nbAttached > 0)
+        return;
+    mPrivate->isPauseWanted = false;
+    mPrivate->forgetStep();
+    mPrivate->engine.mStepFlag = false;
+    if (std::exchange(mPrivate->isHookBorrowed, false))
+        mPrivate->engine.removeHook();
 }

@@ -22,10 +22,11 @@ struct lua_State;
 /// Nothing stops before KyScriptEngine::setHook. A script that stops does so inside the operation that runs it, which
 /// returns when the script has gone on and ended; meanwhile the engine calls its KyLuaDebugger over and over, from
 /// where all of this is used. What runs then (expressions, slots, the host's own scripts) runs to its end without
-/// stopping; waiting coroutines are not resumed. One thread, but for resume, the steps and pause.
+/// stopping; waiting coroutines are not resumed. One thread, but for resume, the steps, pause and interrupt.
 ///
 /// Frames, scopes and references hold until the script goes on; afterwards, and while nothing stands still, they read
-/// as empty. Numbers that are wrong read as empty too.
+/// as empty. Numbers that are wrong read as empty too, and so do frames of a coroutine that an expression lets run on.
+/// Expressions may also end the engine, and the debugger with it: they fail then.
 ///
 /// ```
 /// KyScriptDebugger& debugger = KyScriptEngine::get().editDebugger();
@@ -44,7 +45,15 @@ public:
     /// Replaces the breakpoints of the chunk name, with those that KyScriptEngine::executeChunk set; none removes them.
     void setBreakpoints(const std::string& chunkName, const std::vector<KyScriptBreakpoint>& breakpoints);
     std::vector<KyScriptBreakpoint> getBreakpoints(const std::string& chunkName) const;
-    /// Of all chunk names.
+    /// The same for a file, whatever name its chunks go by: those that executeScript, require and dofile load. Beside
+    /// the breakpoints of their chunk names. A relative path is one from the current directory.
+    ///
+    /// Chunks are known by name only, so of several files of one name the one loaded last counts. One that a script
+    /// loaded while the hook was not installed is looked for in the current directory, then beside executed scripts.
+    void setFileBreakpoints(const std::string& path, const std::vector<KyScriptBreakpoint>& breakpoints);
+    /// One a line, by line.
+    std::vector<KyScriptBreakpoint> getFileBreakpoints(const std::string& path) const;
+    /// Of all chunk names and files.
     void clearBreakpoints();
     /// Whether errors that no pcall of a script catches stop it where they happen. Needs no hook. False at first.
     void setBreakingOnErrors(bool isBreaking);
@@ -57,7 +66,8 @@ public:
     /// Stops at the next line of the function that stands still, or of one that called it. A coroutine that yields
     /// meanwhile stops when it goes on; one that ends, at the next line of another.
     void stepOver();
-    /// Stops at the next line of the function that called the one that stands still.
+    /// Stops at the next line of the function that called the one that stands still. Like stepOver it is over when the
+    /// run ends that it began in, unless its coroutine waits, and when the hook is removed.
     void stepOut();
     /// Stops at the next line that runs; a script that stands still stays so.
     void pause();
@@ -82,15 +92,39 @@ public:
     /// write as there. Thread 0 means the globals alone, also while nothing stands still. `result` is its first value;
     /// on failure its value is the message, which goes nowhere else.
     bool evaluate(int thread, int level, const std::string& expression, KyScriptVariable& result);
+    /// Ends a setVariable or evaluate under way: it fails, unless it is in a native function that does not return.
+    /// Nothing when none is.
+    void interrupt();
+    /// The Lua thread that stands still, for hooks of the host; null while none does.
+    lua_State* editStoppedThread() const;
+
+    /// Counts those that watch: the first attach installs the engine's hook, and the last detach takes it away unless
+    /// KyScriptEngine::setHook was called. KyScriptEngine::removeHook takes it away at once.
+    void attach();
+    /// The last one takes back pauses and steps that have not stopped yet. Nothing when nobody is attached.
+    void detach();
 
     /// The whole path of the file last run under a chunk name by KyScriptEngine::executeScript; empty when none was.
     std::string getScriptPath(const std::string& chunkName) const;
     /// The chunk name that executeScript gives to a file: "@" and the file's name.
     static std::string makeChunkName(const std::string& path);
+    /// The whole path, without links, of the file that setFileBreakpoints finds for a chunk name; empty for a name that
+    /// is none of a file.
+    std::string findFile(const std::string& chunkName) const;
+    /// Chunk names of all files that executeScript has run, in alphabetical order.
+    std::vector<std::string> getScripts() const;
 
     /// Sent when a script has stopped, before the first wait, and when it goes on.
     KySignal<> stoppedSignal{"stoppedSignal"};
     KySignal<> continuedSignal{"continuedSignal"};
+    /// Sent when setVariable or evaluate may have changed variables of a script that stands still.
+    KySignal<> changedSignal{"changedSignal"};
+    /// Sent before executeScript runs a file, with its chunk name and its whole path.
+    KySignal<const std::string&, const std::string&> scriptSignal{"scriptSignal"};
+    /// What scripts print, with its line end, after it went to the standard output.
+    KySignal<const std::string&> printedSignal{"printedSignal"};
+    /// The messages of KyScriptEngine::output, of the single engine.
+    KySignal<const std::string&> reportedSignal{"reportedSignal"};
 
     struct Private;
 
@@ -98,5 +132,6 @@ private:
     friend class KyScriptEngine;
     friend class KyScriptRunner;
 
-    std::unique_ptr<Private> mPrivate;
+    /// Shared by operations under way, since an expression may end the engine.
+    std::shared_ptr<Private> mPrivate;
 };

@@ -4,6 +4,7 @@
 
 #include "KyCoroutineTable_p.h"
 #include "KyLuaClass_p.h"
+#include "KyLuaPrint_p.h"
 #include "KyLuaStackText_p.h"
 #include "KyLuaThreads_p.h"
 #include "KyLuaValueTypes_p.h"
@@ -179,14 +180,18 @@ void KyScriptEngine::resetLuaState() {
     if (!mState)
         return KyException::create("Internal lua error : not enough memory");
     prepareLuaState();
-    if (mHasHook)
-        setHook();
+    if (!mHasHook)
+        return;
+    const bool isBorrowed = mScriptDebugger->mPrivate->isHookBorrowed;
+    setHook();
+    mScriptDebugger->mPrivate->isHookBorrowed = isBorrowed;
 }
 
 void KyScriptEngine::prepareLuaState() {
     KyScriptRunner runner(*this);
     const auto prepare = [](lua_State* state) {
         luaL_openlibs(state);
+        setRawGlobal(state, "print", &kyLuaPrint);
         kyLuaPrepareThreads(state);
         setRawGlobal(state, "bindClass", &bindClassByName);
         luabind::open(state);
@@ -208,6 +213,7 @@ void KyScriptEngine::closeLuaState() {
 
 void KyScriptEngine::closeNow() {
     mIsClosing = true;
+    mScriptDebugger->mPrivate->forgetStep();
     const auto handle = mHandle;
     mPublications->withdrawAll();
     if (!*handle)
@@ -238,7 +244,9 @@ std::vector<KyField> KyScriptEngine::executeScriptWithReturnValues(const std::st
 }
 
 bool KyScriptEngine::executeFile(const KyScriptFile& file, std::vector<KyField>* results) {
-    mScriptDebugger->mPrivate->scriptPaths["@" + file.getFileName()] = file.getPath();
+    const std::string chunkName = "@" + file.getFileName();
+    mScriptDebugger->mPrivate->files.noteScript(chunkName, file.getPath());
+    KyScriptDebugger::Private::callHost([&] { mScriptDebugger->scriptSignal.send(chunkName, file.getPath()); });
     return KyScriptRunner(*this).executeFile(file.getFileName(), results);
 }
 
@@ -288,6 +296,8 @@ bool KyScriptEngine::checkScriptSyntax(const std::string& path, std::string& err
 }
 
 void KyScriptEngine::output(const std::string& message) {
+    if (msScriptEngine)
+        KyScriptDebugger::Private::callHost([&] { msScriptEngine->editDebugger().reportedSignal.send(message); });
     if (!msPrintCallback)
         return KyException::create(message);
     try {

@@ -42,11 +42,13 @@ void removeOthers(KyDynamicObject& entity, const std::string& category, const Ky
 
 void KyScriptEngine::setHook() {
     mHasHook = true;
+    mScriptDebugger->mPrivate->isHookBorrowed = false;
     mCoroutines->setHook(&KyScriptEngine::hook, LUA_MASKCALL | LUA_MASKLINE);
 }
 
 void KyScriptEngine::removeHook() {
     mHasHook = false;
+    mScriptDebugger->mPrivate->forgetStep();
     mCoroutines->setHook(nullptr, 0);
 }
 

@@ -12,8 +12,8 @@ enum class KyScriptStopReason { eBreakpoint, eStep, ePause, eError, eNbReasons }
 struct KyScriptBreakpoint {
     /// From 1.
     int line = 0;
-    /// A Lua expression in the scope of the line; the script stops when it is neither nil nor false, or when it fails.
-    /// Empty: always.
+    /// A Lua expression in the scope of the line; the script stops when it is neither nil nor false, or when it fails,
+    /// which it also does after a million instructions. Empty: always.
     std::string condition;
 };
 
@@ -77,7 +77,8 @@ struct KyScriptScope {
 
 /// A variable, an entry of a table, an attribute of an object, or the value of an expression.
 struct KyScriptVariable {
-    /// Keys of tables that are no texts stand in brackets: "[3]".
+    /// Keys of tables that are no texts stand in brackets: "[3]", "[table 0x5581]"; texts that begin with a bracket in
+    /// brackets and quotes. No two keys of a table have the same.
     std::string name;
     /// Numbers, texts, booleans and nil as Lua writes them, texts in quotes; other values a short description.
     std::string value;

@@ -48,10 +48,24 @@ void pushArguments(lua_State* state, const std::vector<KyField>& arguments) {
 KyScriptRunner::KyScriptRunner(KyScriptEngine& engine)
     : mHandle(engine.mHandle)
     , mGuard(engine.mState) {
-    if (!isOpen() || !isHostLevel())
+    if (!isOpen())
+        return;
+    KyScriptDebugger::Private& debugger = *engine.mScriptDebugger->mPrivate;
+    ++debugger.nbRuns;
+    if (!isHostLevel())
         return;
     engine.mCoroutines->dropFailedThread(getState());
-    engine.mScriptDebugger->mPrivate->beginRun();
+    debugger.beginRun();
+}
+
+KyScriptRunner::~KyScriptRunner() {
+    KyScriptEngine* const engine = getEngine();
+    if (!engine || !isOpen())
+        return;
+    KyScriptDebugger::Private& debugger = *engine->mScriptDebugger->mPrivate;
+    --debugger.nbRuns;
+    if (isHostLevel())
+        debugger.endRun(getState());
 }
 
 bool KyScriptRunner::isCurrent() const {

@@ -24,6 +24,7 @@ struct KyScriptSource {
 class KyScriptRunner {
 public:
     explicit KyScriptRunner(KyScriptEngine& engine);
+    ~KyScriptRunner();
 
     /// False on a closed state, where nothing may be run.
     bool isOpen() const { return mGuard.getMainState() != nullptr; }

@@ -11,6 +11,7 @@
 #include "KyDynamicObject.h"
 #include "KyException.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <thread>
@@ -20,6 +21,14 @@ namespace {
 constexpr char cCallstackCategory[] = "category=Callstack;";
 constexpr std::chrono::milliseconds cWaitTime{1};
 
+constexpr char cLocalsCategory[] = "category=Locals;";
+constexpr char cEndlessCondition[] = "the condition does not come to its end";
+constexpr char cInterrupted[] = "the evaluation was interrupted";
+
+/// What a condition may do, in instructions: some hundredths of a second. They are counted by so many.
+constexpr int cConditionBudget = 1'000'000;
+constexpr int cInstructionsPerCount = 1000;
+
 /// Its address is the key, in the registry, of the thread that steps.
 char gStepKey = 0;
 
@@ -27,9 +36,9 @@ bool isLuaKind(const char* what) {
     return *what == 'L' || *what == 'm';
 }
 
-/// The innermost call of a script function; false when there is none.
-bool findScriptCall(lua_State* state, lua_Debug& record) {
-    for (int level = 0; lua_getstack(state, level, &record) != 0; ++level) {
+/// The innermost call of a script function from the level on; false when there is none.
+bool findScriptCall(lua_State* state, lua_Debug& record, int level = 0) {
+    for (; lua_getstack(state, level, &record) != 0; ++level) {
         lua_getinfo(state, "S", &record);
         if (isLuaKind(record.what))
             return true;
@@ -42,19 +51,11 @@ void writeLine(const char* line) {
     std::fflush(stdout);
 }
 
-/// What the host's code throws may not cross Lua.
-template <class Callable>
-void callHost(Callable callable) {
-    try {
-        callable();
-    } catch (const std::exception& exception) {
-        KyException::create(std::string("script debugger : ") + exception.what());
-    } catch (...) {
-        KyException::create("script debugger : unknown C++ exception");
-    }
-}
-
 } // namespace
+
+void KyScriptDebugger::Private::reportHost(const char* text) {
+    KyException::create(std::string("script debugger : ") + text);
+}
 
 KyScriptDebugger::Private::Private(KyScriptEngine& owner, KyScriptDebugger& facade)
     : engine(owner)
@@ -80,16 +81,53 @@ KyScriptDebugger::Private* KyScriptDebugger::Private::find(lua_State* state) {
 }
 
 void KyScriptDebugger::Private::handleEvent(lua_State* state, lua_Debug* record) {
-    Private* const self = msDepth > 0 ? nullptr : find(state);
+    if (msDepth > 0) [[unlikely]]
+        return spend(state, record);
+    Private* const self = find(state);
     if (!self)
         return;
+    // Coroutines that a condition left go on counting.
     if (record->event != LUA_HOOKLINE)
-        return self->handleCall(state, record);
+        return record->event == LUA_HOOKCALL ? self->handleCall(state, record) : void();
     self->trace.noteLine(record->currentline);
     const bool hasBreakpoint = self->hasLine(record->currentline);
     const bool isWanted = self->engine.mStepFlag || self->step != Step::eNone || self->isPauseWanted;
     if (hasBreakpoint || isWanted || self->engine.mDebugEntity->isWatched()) [[unlikely]]
         callHost([=] { self->handleLine(state, record); });
+}
+
+void KyScriptDebugger::Private::spend(lua_State* state, const lua_Debug* record) {
+    const bool isCount = record->event == LUA_HOOKCOUNT;
+    if (msIsBounded)
+        msBudget = std::max(msBudget - (isCount ? cInstructionsPerCount : 1), 0);
+    if (msIsBounded ? msBudget > 0 : !msEvaluating || !msEvaluating->isInterrupted)
+        return;
+    // Each further instruction fails as well, so that no pcall holds it.
+    if (isCount)
+        lua_sethook(state, lua_gethook(state), lua_gethookmask(state), 1);
+    lua_pushstring(state, msIsBounded ? cEndlessCondition : cInterrupted);
+    lua_error(state);
+}
+
+KyScriptDebugger::Private::Evaluating::Evaluating(Private& debugger)
+    : self(debugger)
+    , outer(std::exchange(msEvaluating, &debugger)) {
+    if (self.nbEvaluations++ == 0)
+        self.isInterrupted = false;
+}
+
+KyScriptDebugger::Private::Evaluating::~Evaluating() {
+    --self.nbEvaluations;
+    msEvaluating = outer;
+}
+
+/// Without the engine's hook, calls and lines need not be told of coroutines that are made there and live on.
+lua_State* KyScriptDebugger::Private::pushCountedThread(lua_State* state) const {
+    lua_State* const thread = lua_newthread(state);
+    lua_setlevel(state, thread);
+    const int mask = engine.mHasHook ? LUA_MASKCALL | LUA_MASKLINE | LUA_MASKCOUNT : LUA_MASKCOUNT;
+    lua_sethook(thread, &KyScriptEngine::hook, mask, cInstructionsPerCount);
+    return thread;
 }
 
 void KyScriptDebugger::Private::handleLine(lua_State* state, lua_Debug* record) {
@@ -117,6 +155,8 @@ void KyScriptDebugger::Private::handleCall(lua_State* state, lua_Debug* record) 
             trace.noteNativeCall(name);
         else
             trace.noteCall(record->what, record->source, name);
+        if (!function && *record->what == 'm')
+            files.noteChunk(record->source);
         if (isWatched())
             showCalls();
     });
@@ -128,8 +168,11 @@ bool KyScriptDebugger::Private::isWatched() const {
 }
 
 bool KyScriptDebugger::Private::needsToStop(lua_State* state, lua_Debug* record, KyScriptStop& found) {
+    const auto handle = engine.mHandle;
     if (isAtBreakpoint(state, record, found))
         return true;
+    if (!*handle)
+        return false;
     if (engine.mStepFlag || (step != Step::eNone && isStepDone(state))) {
         found.reason = KyScriptStopReason::eStep;
         return true;
@@ -142,16 +185,22 @@ bool KyScriptDebugger::Private::isAtBreakpoint(lua_State* state, lua_Debug* reco
     if (!hasLine(record->currentline))
         return false;
     lua_getinfo(state, "S", record);
-    if (!engine.hasBreakpoint(record->source, record->currentline))
-        return false;
     found.reason = KyScriptStopReason::eBreakpoint;
-    if (conditions.empty())
-        return true;
-    const auto condition = conditions.find({record->source, record->currentline});
-    return condition == conditions.end() || meetsCondition(state, condition->second, found.text);
+    const auto handle = engine.mHandle;
+    if (engine.hasBreakpoint(record->source, record->currentline)) {
+        const auto condition = conditions.find({record->source, record->currentline});
+        if (condition == conditions.end() || meetsCondition(state, condition->second, found.text))
+            return true;
+    }
+    const std::string* condition = *handle ? files.findCondition(record->source, record->currentline) : nullptr;
+    return condition && meetsCondition(state, *condition, found.text);
 }
 
-bool KyScriptDebugger::Private::meetsCondition(lua_State* state, const std::string& condition, std::string& error) {
+/// It may end the engine, and is not met then.
+bool KyScriptDebugger::Private::meetsCondition(lua_State* state, std::string condition, std::string& error) {
+    if (condition.empty())
+        return true;
+    const auto handle = engine.mHandle;
     const Depth depth;
     KyLuaFrame frame{state, {}};
     lua_getstack(state, 0, &frame.record);
@@ -162,9 +211,13 @@ bool KyScriptDebugger::Private::meetsCondition(lua_State* state, const std::stri
         evaluation.run(inner);
         isMet = lua_toboolean(inner, -1) != 0;
     };
-    if (!kyProtectedCall(state, test, failure))
+    msBudget = cConditionBudget;
+    msIsBounded = true;
+    const bool isGood = callApart(state, test, failure);
+    msIsBounded = false;
+    if (!isGood)
         error = failure.message;
-    return isMet;
+    return isMet && *handle;
 }
 
 bool KyScriptDebugger::Private::isStepDone(lua_State* state) const {
@@ -186,21 +239,40 @@ void KyScriptDebugger::Private::showVariables(lua_State* state, lua_State* threa
     const Depth depth;
     engine.fileLocals(state, thread, record);
     engine.getGlobalVariables(state, &record);
+    areLocalsShown = true;
+}
+
+/// Evaluations and the host's scripts may have changed variables since the script stopped.
+void KyScriptDebugger::Private::showStop() {
+    lua_Debug record;
+    if (findScriptCall(stopThread, record, kyLuaNbLevels(stopThread) - stopNbLevels))
+        showVariables(stopState, stopThread, record);
+    else
+        engine.getGlobalVariables(stopState, nullptr);
+}
+
+void KyScriptDebugger::Private::hideLocals() {
+    if (std::exchange(areLocalsShown, false))
+        engine.fileVariables({}, cLocalsCategory);
 }
 
 void KyScriptDebugger::Private::refreshEntity() {
-    if (!trace.takeNews() || isWatched())
+    if (stopState)
+        return showStop();
+    lua_State* const mainState = engine.mState.get();
+    lua_State* const running = mainState ? KyLuaGuard::findRunning(mainState) : nullptr;
+    if (!running)
+        hideLocals();
+    // What runs may have changed variables in the same line since they were shown last.
+    const bool isOutdated = running ? trace.hasNews() : trace.takeNews();
+    if (!isOutdated || isWatched())
         return;
     showLine();
     showCalls();
-    lua_State* const mainState = engine.mState.get();
-    if (!mainState)
-        return;
-    lua_State* const running = KyLuaGuard::findRunning(mainState);
     lua_Debug record;
     if (running && findScriptCall(running, record))
         showVariables(running, running, record);
-    else
+    else if (mainState)
         engine.getGlobalVariables(running ? running : mainState, nullptr);
 }
 
@@ -226,12 +298,16 @@ void KyScriptDebugger::Private::stopAt(lua_State* state, lua_State* thread, int 
     const Depth depth;
     const KyLuaRunning running(state);
     beginStop(state, thread, level, where);
+    if (!*handle)
+        return;
     writeLine("break\n");
     callHost([this] { debugger.stoppedSignal.send(); });
     if (!wait(handle.get()))
         return;
     writeLine("resume\n");
     endStop();
+    if (!*handle)
+        return;
     callHost([this] { debugger.continuedSignal.send(); });
 }
 
@@ -249,17 +325,18 @@ void KyScriptDebugger::Private::beginStop(lua_State* state, lua_State* thread, i
     KyLuaFailure failure;
     run([this](lua_State* inner) { stop.thread = kyLuaThreadNumber(inner, stopThread); }, failure);
     lua_Debug record;
-    if (findScriptCall(thread, record)) {
+    const bool isInScript = findScriptCall(thread, record);
+    if (isInScript) {
         lua_getinfo(thread, "l", &record);
         stop.chunkName = record.source;
         stop.line = record.currentline;
         trace.setSource(record.source);
         trace.noteLine(record.currentline);
-        showVariables(state, thread, record);
     }
     showLine();
+    if (isInScript)
+        showVariables(state, thread, record);
     showCalls();
-    trace.takeNews();
 }
 
 bool KyScriptDebugger::Private::wait(KyScriptEngine** handle) {
@@ -276,7 +353,9 @@ bool KyScriptDebugger::Private::wait(KyScriptEngine** handle) {
 void KyScriptDebugger::Private::endStop() {
     KyLuaFailure failure;
     run([this](lua_State* state) { inspector.clear(state); }, failure);
-    beginStep(wantedStep.exchange(Step::eNone));
+    const Step wanted = wantedStep.exchange(Step::eNone);
+    if (wanted != Step::eNone && engine.mHasHook)
+        beginStep(wanted);
     stopState = nullptr;
     stopThread = nullptr;
     stop = {};
@@ -296,6 +375,22 @@ void KyScriptDebugger::Private::beginStep(Step kind) {
             lua_xmove(stepThread, state, 1);
         lua_rawset(state, LUA_REGISTRYINDEX);
     };
-    if (step != Step::eNone && !run(keepThread, failure))
-        step = Step::eNone;
+    if (!run(keepThread, failure))
+        forgetStep();
+}
+
+void KyScriptDebugger::Private::forgetStep() {
+    step = Step::eNone;
+    stepThread = nullptr;
+    wantedStep = Step::eNone;
+}
+
+void KyScriptDebugger::Private::endRun(lua_State* mainState) {
+    const bool isOfState =
+        stepThread && lua_topointer(stepThread, LUA_REGISTRYINDEX) == lua_topointer(mainState, LUA_REGISTRYINDEX);
+    const bool isWaiting = isOfState && kyLuaThreadState(stepThread) == KyLuaThreadState::eSuspended;
+    if (isOfState && (!isWaiting || mainState != engine.mState.get()))
+        forgetStep();
+    if (areLocalsShown && engine.mDebugEntity && isWatched())
+        callHost([this] { hideLocals(); });
 }

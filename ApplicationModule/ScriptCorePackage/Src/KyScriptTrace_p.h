@@ -38,6 +38,7 @@ public:
         mIsNew = false;
         return isNew;
     }
+    bool hasNews() const { return mIsNew; }
     /// 0 before the first.
     int getLine() const { return mLine; }
     std::string getSource() const { return mIsNative ? "=[C]" : mSource; }

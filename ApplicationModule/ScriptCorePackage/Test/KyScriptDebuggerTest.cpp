@@ -223,7 +223,7 @@ TEST_F(KyScriptDebuggerTest, TheEntityShowsTheRunToThoseWhoLook) {
     engine().executeChunk(chunk, "@f.lua", {});
     EXPECT_EQ(seen, "4|=[C]|[main]\n[Lua]f\n[C]look\n|8|7");
     engine().getDebugEntity();
-    EXPECT_EQ(whole(), "7|=[C]|[main]\n[Lua]f\n[C]look\n|8|end");
+    EXPECT_EQ(whole(), "7|=[C]|[main]\n[Lua]f\n[C]look\n|absent|end");
     mLook = [&] { seen = whole(); };
     ::testing::internal::CaptureStdout();
     engine().executeChunk(chunk, "@f.lua", {3});
@@ -251,6 +251,7 @@ TEST_F(KyScriptDebuggerTest, FilesAreFoundByTheirChunkNames) {
     EXPECT_EQ(mStops + mStopped.chunkName, "breakpoint2@stepped.lua");
     EXPECT_EQ(debugger().getScriptPath("@stepped.lua"), directory + "stepped.lua");
     EXPECT_EQ(debugger().getScriptPath("@other.lua"), "");
+    EXPECT_EQ(debugger().getScripts(), std::vector<std::string>{"@stepped.lua"});
 }
 
 TEST_F(KyScriptDebuggerTest, TimeThatAScriptStoodStillCountsForNoCoroutine) {
@@ -275,6 +276,37 @@ TEST_F(KyScriptDebuggerTest, PausingStopsAtTheNextLineOnce) {
     debugger().pause();
     engine().executeChunk("x = 1");
     EXPECT_EQ(mStops, "pause1");
+}
+
+TEST_F(KyScriptDebuggerTest, TheHookStaysWhileSomebodyIsAttached) {
+    engine().removeHook();
+    debugger().attach();
+    debugger().attach();
+    debugger().detach();
+    engine().resetLuaState();
+    EXPECT_EQ(run("x = 1", 1), "breakpoint1");
+    debugger().pause();
+    debugger().detach();
+    EXPECT_EQ(run("x = 1", 1), "");
+    engine().setHook();
+    debugger().attach();
+    debugger().detach();
+    debugger().detach();
+    EXPECT_EQ(run("x = 1\nx = 2", 2), "breakpoint2") << "the hook is the host's, and the pause was taken back";
+}
+
+TEST_F(KyScriptDebuggerTest, WhatScriptsPrintAndWhatIsReportedIsTold) {
+    std::string printed;
+    std::string reported;
+    KyConnection print = debugger().printedSignal.connect([&](const std::string& text) { printed += text; });
+    KyConnection report = debugger().reportedSignal.connect([&](const std::string& text) { reported += text; });
+    engine().executeChunk(
+        "print() print(1, nil, 'a\\0b', setmetatable({}, {__tostring = function() return 'it' end}))");
+    EXPECT_EQ(printed, std::string("\n1\tnil\ta\0b\tit\n", 14));
+    engine().executeChunk("tostring = function() end print(1)");
+    EXPECT_NE(reported.find("'tostring' must return a string to 'print'"), std::string::npos);
+    print.disconnect();
+    report.disconnect();
 }
 
 } // namespace
