@@ -13,9 +13,24 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+namespace {
+
+constexpr int cMillisecondsBetweenLooks = 250;
+
+/// The debugger's entity is filled at every line once somebody listens to it.
+class Snapshot : public KyQAttributeEditor {
+public:
+    using KyQAttributeEditor::KyQAttributeEditor;
+
+protected:
+    void showEvent(QShowEvent* event) override { QWidget::showEvent(event); }
+};
+
+} // namespace
+
 KyQLuaDebuggerEditor::KyQLuaDebuggerEditor(QWidget* parent)
     : QWidget(parent)
-    , mAttributeEditor(new KyQAttributeEditor(this, KyQAttributeEditor::eInspection))
+    , mAttributeEditor(new Snapshot(this, KyQAttributeEditor::eInspection))
     , mResumeButton(new QPushButton)
     , mStepButton(new QPushButton) {
     setObjectName(QStringLiteral("KyQLuaDebuggerEditorWidget"));
@@ -31,6 +46,8 @@ KyQLuaDebuggerEditor::KyQLuaDebuggerEditor(QWidget* parent)
     layout->addLayout(buttons);
     connect(mResumeButton, SIGNAL(clicked(bool)), this, SLOT(resumeLuaActionSlot(bool)));
     connect(mStepButton, SIGNAL(clicked(bool)), this, SLOT(stepLuaActionSlot(bool)));
+    mTimer.setInterval(cMillisecondsBetweenLooks);
+    connect(&mTimer, &QTimer::timeout, this, &KyQLuaDebuggerEditor::look);
     updateTranslations();
     follow();
 }
@@ -41,12 +58,16 @@ void KyQLuaDebuggerEditor::follow() {
     mAttributeEditor->setObject(nullptr);
     KyScriptEngine* engine = KyScriptEngine::find();
     mAttributeEditor->setObject(engine ? engine->getDebugEntity() : nullptr);
-    if (engine)
-        engine->editDebugger().stoppedSignal.connect(this, &KyQLuaDebuggerEditor::onStopped);
+    if (!engine)
+        return;
+    engine->editDebugger().stoppedSignal.connect(this, &KyQLuaDebuggerEditor::look);
+    engine->editDebugger().changedSignal.connect(this, &KyQLuaDebuggerEditor::look);
 }
 
-// New variables are not told one by one.
-void KyQLuaDebuggerEditor::onStopped() {
+// Asking for the entity brings it up to date.
+void KyQLuaDebuggerEditor::look() {
+    if (const KyScriptEngine* engine = KyScriptEngine::find(); engine && isVisible())
+        engine->getDebugEntity();
     mAttributeEditor->refresh();
 }
 
@@ -73,5 +94,11 @@ void KyQLuaDebuggerEditor::changeEvent(QEvent* event) {
 
 void KyQLuaDebuggerEditor::showEvent(QShowEvent* event) {
     follow();
+    mTimer.start();
     QWidget::showEvent(event);
+}
+
+void KyQLuaDebuggerEditor::hideEvent(QHideEvent* event) {
+    mTimer.stop();
+    QWidget::hideEvent(event);
 }

@@ -6,13 +6,15 @@
 
 #include "KySignal.h"
 
+#include <QTimer>
 #include <QWidget>
 
 class KyQAttributeEditor;
 class QPushButton;
 
 /// Shows what the script engine's debugger knows of the script that stands still (its line, calls, locals and globals)
-/// and has two buttons: resume and step. While it is visible, scripts pay for every line that they run.
+/// and has two buttons: resume and step. While scripts run it looks at them a few times a second, when the event loop
+/// does, so that they pay nothing for being shown.
 ///
 /// The host keeps it alive while a script stands still, by processing events in its KyLuaDebugger::wait.
 ///
@@ -35,13 +37,15 @@ public Q_SLOTS:
 protected:
     void changeEvent(QEvent* event) override;
     void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
 
 private:
     void follow();
-    void onStopped();
+    void look();
     void updateTranslations();
 
     KyQAttributeEditor* mAttributeEditor;
     QPushButton* mResumeButton;
     QPushButton* mStepButton;
+    QTimer mTimer;
 };
