@@ -44,6 +44,7 @@ constexpr Key cKeys[] = {
     {Qt::Key_O, &toggleOrthographic},
     {Qt::Key_P, [](KyHostWindow& window) { window.openSettings(); }},
     {Qt::Key_F1, [](KyHostWindow& window) { window.toggleHelp(); }},
+    {Qt::Key_F9, [](KyHostWindow& window) { window.openDebugger(); }},
     {Qt::Key_F12, [](KyHostWindow& window) { window.writePicture(); }},
     {Qt::Key_Escape, [](KyHostWindow& window) { window.leave(); }},
 };
@@ -54,6 +55,7 @@ constexpr std::array cKeyRows{
     KyHostKeys::Row{"O", "parallel projection on and off"},
     KyHostKeys::Row{"P", "settings"},
     KyHostKeys::Row{"F1", "show and hide the keys"},
+    KyHostKeys::Row{"F9", "debugger of the scripts"},
     KyHostKeys::Row{"F12", "write a picture into the current folder"},
     KyHostKeys::Row{"Escape", "close the help, then the window"},
 };

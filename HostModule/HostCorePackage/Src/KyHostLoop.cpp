@@ -7,6 +7,7 @@
 #include "KyHostStage.h"
 #include "KyHostSurface.h"
 
+#include "KyNetworkConnectionObject.h"
 #include "KyScriptEngine.h"
 
 #include "KyMainTaskManager.h"
@@ -24,6 +25,18 @@ constexpr int cNominalInterval = 1000000 / 60;
 /// A window that is covered or minimised may never be drawn: its frames go on all the same after this many
 /// milliseconds.
 constexpr int cLongestWait = 100;
+
+/// For a script, whether or not one of its coroutines waits for it.
+bool isDownloading() {
+    const KyNetworkConnectionObject* const network = KyNetworkConnectionObject::find();
+    return network && network->isDownloading();
+}
+
+/// A download ends with the event loops. Nobody is told: what scripts have drawn stays until the picture is taken.
+void abandonDownload() {
+    if (KyNetworkConnectionObject* const network = KyNetworkConnectionObject::find())
+        network->abandon();
+}
 
 } // namespace
 
@@ -65,6 +78,7 @@ void KyHostLoop::wake() {
         return;
     if (isOver()) {
         mIsOver = true;
+        abandonDownload();
         QCoreApplication::quit();
     } else if (!mIsWaitingForDisplay) {
         startTimerUntilDue();
@@ -99,6 +113,15 @@ void KyHostLoop::runFrame() {
         scheduleNext(mIsWaitingForDisplay);
 }
 
+void KyHostLoop::redraw() {
+    if (!mSurface)
+        return;
+    if (!mSurface->isOpen() && !mStage.isEmpty())
+        mSurface->open();
+    if (mSurface->isOpen() && (mStage.needsDrawing() || mSurface->needsDrawing()))
+        mSurface->draw();
+}
+
 void KyHostLoop::onDrawn() {
     if (!std::exchange(mIsWaitingForDisplay, false) || mIsRunningFrame)
         return;
@@ -124,9 +147,9 @@ bool KyHostLoop::isOver() const {
         return true;
     if (mLimits.nbFrames && mHost.getFrameCount() >= static_cast<unsigned>(*mLimits.nbFrames))
         return true;
-    return mLimits.endsWithCoroutines && KyScriptEngine::get().getNbCoroutines() == 0;
+    return mLimits.endsWithCoroutines && KyScriptEngine::get().getNbCoroutines() == 0 && !isDownloading();
 }
 
 bool KyHostLoop::isPaced() const {
-    return mLimits.isOpenEnded || KyScriptEngine::get().getNbCoroutines() > 0;
+    return mLimits.isOpenEnded || KyScriptEngine::get().getNbCoroutines() > 0 || isDownloading();
 }

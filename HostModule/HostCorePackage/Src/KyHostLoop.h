@@ -22,7 +22,7 @@ public:
     struct Limits {
         /// Frames after which to end.
         std::optional<int> nbFrames;
-        /// End when no coroutine waits.
+        /// End when no coroutine waits and no download of a script is on its way.
         bool endsWithCoroutines = false;
         /// Somebody may give more to do at any time: keep the pace of a display.
         bool isOpenEnded = false;
@@ -37,6 +37,10 @@ public:
     void setLimits(const Limits& limits) { mLimits = limits; }
     /// How what the scripts of a frame printed gets to standard output, where flushing alone does not do.
     void setFlush(std::function<void()> flush) { mFlush = std::move(flush); }
+    /// Draws what has changed, between frames or in one that does not go on.
+    void redraw();
+    /// Whether no frame follows any more.
+    bool hasEnded() const { return mIsOver; }
     /// Ends at once if the host quits, else soon runs a frame.
     void wake();
 

@@ -21,11 +21,11 @@ struct Option {
     bool (*handle)(KyHostOptions& options, std::string_view value);
 };
 
-bool readInteger(std::string_view text, int highest, int& value) {
+bool readInteger(std::string_view text, int lowest, int highest, int& value) {
     int number = 0;
     const char* const end = text.data() + text.size();
     const auto [rest, error] = std::from_chars(text.data(), end, number);
-    if (error != std::errc() || rest != end || number < 1 || number > highest)
+    if (error != std::errc() || rest != end || number < lowest || number > highest)
         return false;
     value = number;
     return true;
@@ -33,7 +33,7 @@ bool readInteger(std::string_view text, int highest, int& value) {
 
 bool readFrames(KyHostOptions& options, std::string_view value) {
     int frames = 0;
-    if (!readInteger(value, std::numeric_limits<int>::max(), frames))
+    if (!readInteger(value, 1, std::numeric_limits<int>::max(), frames))
         return false;
     options.nbFrames = frames;
     return true;
@@ -43,8 +43,8 @@ bool readSize(KyHostOptions& options, std::string_view value) {
     const std::size_t cross = value.find('x');
     if (cross == std::string_view::npos)
         return false;
-    return readInteger(value.substr(0, cross), KyHostOptions::cMaxSize, options.width) &&
-           readInteger(value.substr(cross + 1), KyHostOptions::cMaxSize, options.height);
+    return readInteger(value.substr(0, cross), 1, KyHostOptions::cMaxSize, options.width) &&
+           readInteger(value.substr(cross + 1), 1, KyHostOptions::cMaxSize, options.height);
 }
 
 bool readScreenshot(KyHostOptions& options, std::string_view value) {
@@ -60,6 +60,24 @@ bool addChunk(KyHostOptions& options, std::string_view value) {
 bool readInspected(KyHostOptions& options, std::string_view value) {
     options.inspected = value;
     return !value.empty();
+}
+
+bool addBreakpoint(KyHostOptions& options, std::string_view value) {
+    const std::size_t colon = value.rfind(':');
+    int line = 0;
+    if (colon == std::string_view::npos || colon == 0 ||
+        !readInteger(value.substr(colon + 1), 1, std::numeric_limits<int>::max(), line))
+        return false;
+    options.breakpoints.push_back({std::string(value.substr(0, colon)), line});
+    return true;
+}
+
+bool readPort(KyHostOptions& options, std::string_view value) {
+    int port = 0;
+    if (!readInteger(value, 0, KyHostOptions::cMaxPort, port))
+        return false;
+    options.debugPort = port;
+    return true;
 }
 
 bool addDriver(KyHostOptions& options, std::string_view value) {
@@ -95,6 +113,14 @@ constexpr Option cOptions[] = {
      &set<&KyHostOptions::loadsInstalledDrivers, false>},
     {"--inspect", "", "NAME", "the name of an object", "show and edit the attributes of the object of that name",
      &readInspected},
+    {"--debugger", "", nullptr, nullptr, "open the debugger and stop at the first line that runs",
+     &set<&KyHostOptions::hasDebugger>},
+    {"--break", "", "FILE:LINE", "a script and a line, such as 'door.lua:12'",
+     "open the debugger and stop at that line; repeatable", &addBreakpoint},
+    {"--debug-port", "", "N", "a port from 0 to 65535",
+     "let an editor debug the scripts (DAP) over 127.0.0.1:N; 0 takes a free port", &readPort},
+    {"--debug-wait", "", nullptr, nullptr, "wait for that editor and stop at the first line that runs",
+     &set<&KyHostOptions::waitsForClient>},
     {"--print-results", "", nullptr, nullptr, "print what scripts and chunks return",
      &set<&KyHostOptions::printsResults>},
     {"--traceback", "", nullptr, nullptr, "print where in the script an error came from",
@@ -152,13 +178,29 @@ bool isOption(std::string_view argument) {
     return argument.size() > 1 && argument.front() == '-';
 }
 
+/// What an option cannot do without.
+struct Need {
+    bool isMissing;
+    std::string_view name;
+    const char* text;
+};
+
 bool checkTogether(const KyHostOptions& options, std::string& error) {
-    const char* const wanting = !options.screenshot.empty()  ? "--screenshot"
-                                : !options.inspected.empty() ? "--inspect"
-                                                             : nullptr;
-    if (options.view != KyHostOptions::eNoView || !wanting)
+    constexpr const char* cNeedsView = " needs a view, which '--no-window' takes away";
+    constexpr const char* cNeedsWindow = " needs a window to open; '--debug-port' does without";
+    const bool hasNoView = options.view == KyHostOptions::eNoView;
+    const bool hasNoWindow = options.view != KyHostOptions::eWindow;
+    const Need needs[] = {
+        {hasNoView && !options.screenshot.empty(), "--screenshot", cNeedsView},
+        {hasNoView && !options.inspected.empty(), "--inspect", cNeedsView},
+        {hasNoWindow && options.hasDebugger, "--debugger", cNeedsWindow},
+        {hasNoWindow && !options.breakpoints.empty(), "--break", cNeedsWindow},
+        {options.waitsForClient && !options.debugPort, "--debug-wait", " needs '--debug-port'"},
+    };
+    const Need* const missing = std::ranges::find_if(needs, &Need::isMissing);
+    if (missing == std::end(needs))
         return true;
-    error = "option " + quote(wanting) + " needs a view, which '--no-window' takes away";
+    error = "option " + quote(missing->name) + missing->text;
     return false;
 }
 

@@ -27,7 +27,16 @@ struct KyHostOptions {
         std::string text;
     };
 
+    /// Where scripts are to stop.
+    struct Breakpoint {
+        /// Path or name of the script.
+        std::string script;
+        /// From 1.
+        int line = 0;
+    };
+
     static constexpr int cMaxSize = 16384;
+    static constexpr int cMaxPort = 65535;
 
     Request request = eRun;
     View view = eWindow;
@@ -44,6 +53,11 @@ struct KyHostOptions {
     bool loadsInstalledDrivers = true;
     /// Name of a published object to be shown in an editor; empty for none.
     std::string inspected;
+    bool hasDebugger = false;
+    std::vector<Breakpoint> breakpoints;
+    /// Loopback port for editors that debug the scripts; 0 for any that is free.
+    std::optional<int> debugPort;
+    bool waitsForClient = false;
     bool isInteractive = false;
     bool isWatching = false;
     bool isSandboxed = false;

@@ -4,11 +4,11 @@
 
 #include "KyHostDisplay.h"
 #include "KyHostDrivers.h"
+#include "KyHostNetwork.h"
 #include "KyHostOffscreen.h"
 #include "KyHostPicture.h"
 #include "KyHostWindow.h"
 
-#include "KyQAttributeEditor.h"
 #include "KyQtText.h"
 #include "KyScriptEngine.h"
 
@@ -31,8 +31,6 @@ namespace {
 constexpr int cOffscreenFrames = 120;
 /// The MIB number of UTF-8, in which scripts are written.
 constexpr int cUtf8 = 106;
-constexpr int cInspectorWidth = 420;
-constexpr int cInspectorHeight = 640;
 constexpr int cListingFrames = 10;
 constexpr unsigned long cFrameMilliseconds = 16;
 
@@ -140,11 +138,15 @@ KyHostProgram::KyHostProgram(const KyHostOptions& options)
     : mOptions(options)
     , mErrors(options.printsTracebacks)
     , mStage(options.width, options.height)
-    , mScripts(options, mErrors, mHost, mStage, mSettings) {}
+    , mScripts(options, mErrors, mHost, mStage, mSettings) {
+    mReloadTimer.setSingleShot(true);
+    QObject::connect(&mReloadTimer, &QTimer::timeout, [this] { runAgain(); });
+}
 
 /// What scripts and scene hold on the device goes while its context is there.
 KyHostProgram::~KyHostProgram() {
     mInspector.reset();
+    mDebugger.reset();
     mPrompt.reset();
     mErrors.setAround({});
     if (mSurface)
@@ -153,12 +155,19 @@ KyHostProgram::~KyHostProgram() {
 }
 
 int KyHostProgram::execute() {
+    KyHostNetwork::load(KyHostNetwork::getDefaultPath());
     if (!openSurface())
         return eFailure;
+    mLoop = std::make_unique<KyHostLoop>(mHost, mStage, mSurface.get(), KyHostLoop::Limits());
+    if (!openDebugger())
+        return eBadUsage;
+    if (!mOptions.inspected.empty())
+        mInspector = std::make_unique<KyHostInspector>(mOptions.inspected);
     bool succeeded = mScripts.run();
     openWhatIsShown();
-    succeeded = openInspector() && succeeded;
+    checkInspector();
     runLoop();
+    succeeded = (!mInspector || mInspector->hasFound()) && succeeded;
     succeeded = savePicture() && succeeded;
     return succeeded && mErrors.getNbScriptErrors() == 0 ? eSuccess : eFailure;
 }
@@ -176,8 +185,10 @@ bool KyHostProgram::openSurface() {
 
 void KyHostProgram::openWindow(std::string& error) {
     auto window = KyHostWindow::create(mStage, mOptions.width, mOptions.height, error);
-    if (window)
+    if (window) {
         window->setSettings(mSettings);
+        window->setDebuggerOpener([this] { mDebugger->openWindow(); });
+    }
     mSurface = std::move(window);
 }
 
@@ -189,24 +200,29 @@ void KyHostProgram::openWhatIsShown() {
         mSurface->open();
 }
 
-bool KyHostProgram::openInspector() {
-    if (mOptions.inspected.empty())
+bool KyHostProgram::openDebugger() {
+    KyHostDebugger::Listeners listeners;
+    listeners.waiting = [this] { mLoop->redraw(); };
+    // Scripts may end what has something on the device.
+    listeners.continued = [this] {
+        if (mSurface)
+            mSurface->makeCurrent();
+    };
+    listeners.isEnding = [this] { return mHost.isQuitting() || mLoop->hasEnded(); };
+    mDebugger = std::make_unique<KyHostDebugger>(mOptions, std::move(listeners));
+    std::string error;
+    if (mDebugger->open(error))
         return true;
-    KyObject* const object = KyScriptEngine::get().getInstance(mOptions.inspected);
-    if (!object) {
-        KyHostErrors::write("there is no object of the name '" + mOptions.inspected + "' to inspect");
-        return false;
-    }
-    mInspector = std::make_unique<KyQAttributeEditor>();
-    mInspector->setWindowTitle(QString::fromStdString(mOptions.inspected));
-    mInspector->setObject(object);
-    mInspector->resize(cInspectorWidth, cInspectorHeight);
-    mInspector->show();
-    return true;
+    KyHostErrors::write(error);
+    return false;
+}
+
+void KyHostProgram::checkInspector() const {
+    if (mInspector && !mInspector->hasFound())
+        KyHostErrors::write("there is no object of the name '" + mOptions.inspected + "' to inspect yet");
 }
 
 void KyHostProgram::runLoop() {
-    mLoop = std::make_unique<KyHostLoop>(mHost, mStage, mSurface.get(), KyHostLoop::Limits());
     if (mOptions.isWatching)
         watchFiles();
     if (mOptions.isInteractive)
@@ -226,14 +242,23 @@ KyHostLoop::Limits KyHostProgram::getLimits() const {
     return limits;
 }
 
+/// A script that stands still has to go on to its end before its state may go.
+void KyHostProgram::runAgain() {
+    if (mDebugger->isStopped()) {
+        mDebugger->letGo();
+        mReloadTimer.start(0);
+        return;
+    }
+    mDebugger->follow();
+    // What the scene before has on the device goes with it.
+    if (mSurface)
+        mSurface->makeCurrent();
+    mScripts.runAgain();
+    mLoop->wake();
+}
+
 void KyHostProgram::watchFiles() {
-    mWatch = std::make_unique<KyHostFileWatch>([this](const std::string&) {
-        // What the scene before has on the device goes with it.
-        if (mSurface)
-            mSurface->makeCurrent();
-        mScripts.runAgain();
-        mLoop->wake();
-    });
+    mWatch = std::make_unique<KyHostFileWatch>([this](const std::string&) { runAgain(); });
     for (const KyHostOptions::Item& item : mOptions.items)
         if (item.kind == KyHostOptions::Item::eFile)
             mWatch->addFile(item.text);

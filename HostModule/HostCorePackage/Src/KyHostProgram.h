@@ -3,9 +3,11 @@
 #pragma once
 
 #include "KyHost.h"
+#include "KyHostDebugger.h"
 #include "KyHostDrawing.h"
 #include "KyHostErrors.h"
 #include "KyHostFileWatch.h"
+#include "KyHostInspector.h"
 #include "KyHostLoop.h"
 #include "KyHostOptions.h"
 #include "KyHostPrompt.h"
@@ -16,11 +18,11 @@
 
 #include "KyObjectReference.h"
 
+#include <QTimer>
+
 #include <memory>
 #include <optional>
 #include <string>
-
-class KyQAttributeEditor;
 
 /// One run of the program, from the command line to the exit code. Everything of it lives between the initialisation
 /// and the finalisation of the modules.
@@ -44,8 +46,11 @@ private:
     void watchFiles();
     void runLoop();
     void openWhatIsShown();
-    /// False, and said, when there is no object of the name that is to be inspected.
-    bool openInspector();
+    /// False, and said, when the port that editors use cannot be had.
+    bool openDebugger();
+    /// Says it when there is no object of the name that is to be inspected.
+    void checkInspector() const;
+    void runAgain();
     bool savePicture();
     void onPromptEnded();
     KyHostLoop::Limits getLimits() const;
@@ -64,7 +69,9 @@ private:
     /// The window of a 2D scene where that is all there is to see, else null.
     KyObjectReference mDrawingView;
     const std::unique_ptr<QObject> mDrawingKeys = KyHostDrawing::makeKeys();
+    std::unique_ptr<KyHostDebugger> mDebugger;
     /// Null unless an object is inspected.
-    std::unique_ptr<KyQAttributeEditor> mInspector;
+    std::unique_ptr<KyHostInspector> mInspector;
+    QTimer mReloadTimer;
     bool mHasPromptEnded = false;
 };

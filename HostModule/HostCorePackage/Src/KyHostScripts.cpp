@@ -12,6 +12,7 @@
 #include "KyDeviceManagerObject.h"
 #include "KyLuaBinder.h"
 #include "KyLuaSandbox.h"
+#include "KyNetworkConnectionObject.h"
 #include "KyQtLuaBinding.h"
 #include "KyScriptEngine.h"
 
@@ -112,8 +113,13 @@ bool KyHostScripts::isDrawing(const std::string& path) {
     return getExtension(path) == "svg";
 }
 
+bool KyHostScripts::isScript(const KyHostOptions::Item& item) {
+    return item.kind == KyHostOptions::Item::eFile && !isModel(item.text) && !isDrawing(item.text);
+}
+
 void KyHostScripts::resetState() {
     KyDeviceManagerObject::get()->releaseAllDevices();
+    KyNetworkConnectionObject::get()->abandon();
     KyScriptEngine::get().resetLuaState();
     KyLuaBinder::bind();
     KyQtLuaBinding::bind();
@@ -134,6 +140,9 @@ void KyHostScripts::prepareState() {
     engine.bindInstance(&mStage.getTrackball(), "trackball");
     engine.bindInstance(&mStage.getShaper(), "shaper");
     engine.bindInstance(KyDeviceManagerObject::get(), "devices");
+    // It writes files.
+    if (!mOptions.isSandboxed)
+        engine.bindInstance(KyNetworkConnectionObject::get(), "network");
     engine.bindInstance(&mHost, "host");
 }
 
@@ -156,7 +165,7 @@ bool KyHostScripts::runItem(const KyHostOptions::Item& item) {
         return addModel(item.text);
     if (isDrawing(item.text))
         return addDrawing(item.text);
-    // Forms lie beside their script, whatever the current folder is when they are asked for.
+    // Forms lie beside their script, whatever the current folder is; those that it asks for later, beside the last one.
     KyQtLuaBinding::setDataPath(QFileInfo(QString::fromLocal8Bit(item.text.c_str())).absolutePath().toStdString());
     if (KyScriptEngine::get().executeScript(item.text))
         return true;
@@ -198,15 +207,14 @@ void KyHostScripts::bindDrawing() {
 
 bool KyHostScripts::hasScripts() const {
     return std::ranges::any_of(mOptions.items, [](const KyHostOptions::Item& item) {
-        return item.kind == KyHostOptions::Item::eChunk || !(isModel(item.text) || isDrawing(item.text));
+        return item.kind == KyHostOptions::Item::eChunk || isScript(item);
     });
 }
 
 bool KyHostScripts::checkSyntax() {
     for (const KyHostOptions::Item& item : mOptions.items) {
         std::string error;
-        const bool isScript = item.kind == KyHostOptions::Item::eFile && !isModel(item.text) && !isDrawing(item.text);
-        if (isScript && !KyScriptEngine::get().checkScriptSyntax(item.text, error)) {
+        if (isScript(item) && !KyScriptEngine::get().checkScriptSyntax(item.text, error)) {
             KyScriptEngine::output(error);
             hintAtFormat(item.text);
             return false;

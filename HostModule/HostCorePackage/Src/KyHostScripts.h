@@ -34,6 +34,8 @@ public:
     /// A file that is shown and not run, by its extension.
     static bool isModel(const std::string& path);
     static bool isDrawing(const std::string& path);
+    /// A file that is run.
+    static bool isScript(const KyHostOptions::Item& item);
 
 private:
     /// What scripts hold goes.

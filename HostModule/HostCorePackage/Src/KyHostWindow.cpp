@@ -8,6 +8,8 @@
 #include "KyHostPicture.h"
 #include "KyHostStage.h"
 
+#include "KyNetworkConnection.h"
+#include "KyQProxySettingsEditor.h"
 #include "KyQSettingsDialog.h"
 
 #include "KyImage.h"
@@ -89,6 +91,7 @@ bool KyHostWindow::savePicture(const std::string& path, std::string& error) {
 void KyHostWindow::setSettings(KyHostSettings& settings) {
     mNavigationPage = std::make_unique<KyHostNavigationPage>(
         settings, [this, &settings] { settings.applyChangesTo(mStage.getTrackball()); });
+    mProxyPage = std::make_unique<KyQProxySettingsEditor>(KyNetworkConnection::get());
 }
 
 void KyHostWindow::openSettings() {
@@ -99,6 +102,11 @@ void KyHostWindow::openSettings() {
     mSettingsDialog->show();
     mSettingsDialog->raise();
     mSettingsDialog->activateWindow();
+}
+
+void KyHostWindow::openDebugger() {
+    if (mDebuggerOpener)
+        mDebuggerOpener();
 }
 
 void KyHostWindow::toggleHelp() {

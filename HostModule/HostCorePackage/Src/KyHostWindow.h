@@ -8,12 +8,14 @@
 
 #include "KySignal.h"
 
+#include <functional>
 #include <memory>
 
 class KyHostHelp;
 class KyHostNavigationPage;
 class KyHostSettings;
 class KyHostStage;
+class KyQProxySettingsEditor;
 class KyQSettingsDialog;
 
 /// The program's window: shows what the stage shows, and does what the keys of KyHostKeys stand for. Ended by its
@@ -39,6 +41,9 @@ public:
     void setSettings(KyHostSettings& settings);
     /// The dialog of all registered pages; nothing without settings.
     void openSettings();
+    /// What openDebugger() does; nothing at first.
+    void setDebuggerOpener(std::function<void()> opener) { mDebuggerOpener = std::move(opener); }
+    void openDebugger();
     void toggleHelp();
     /// Writes kyhost-DATE-TIME.png into the current folder and prints its name, or why it could not.
     void writePicture();
@@ -60,5 +65,7 @@ private:
     std::unique_ptr<KyHostHelp> mHelp;
     /// The dialog shows the page, which it gives back when it ends.
     std::unique_ptr<KyHostNavigationPage> mNavigationPage;
+    std::unique_ptr<KyQProxySettingsEditor> mProxyPage;
     std::unique_ptr<KyQSettingsDialog> mSettingsDialog;
+    std::function<void()> mDebuggerOpener;
 };

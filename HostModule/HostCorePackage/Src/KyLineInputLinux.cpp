@@ -269,10 +269,10 @@ void KyLineInput::Native::takeLines() {
 }
 
 void KyLineInput::Native::takeLine(const std::string& line) {
-    if (handlers.line(line))
-        return;
-    hasEnded = true;
+    // A line may process events; those that follow wait for it.
     notifier.setEnabled(false);
+    hasEnded = !handlers.line(line) || hasEnded;
+    notifier.setEnabled(!hasEnded);
 }
 
 void KyLineInput::Native::end() {

@@ -29,11 +29,10 @@ void expectRefused(const Arguments& arguments, const std::string& name) {
 } // namespace
 
 TEST(KyHostOptionsTest, SwitchesSetTheirOwnMemberOnly) {
-    const std::pair<const char*, bool KyHostOptions::*> cases[] = {{"-i", &KyHostOptions::isInteractive},
-                                                                   {"--watch", &KyHostOptions::isWatching},
-                                                                   {"--sandbox", &KyHostOptions::isSandboxed},
-                                                                   {"--print-results", &KyHostOptions::printsResults},
-                                                                   {"--traceback", &KyHostOptions::printsTracebacks}};
+    const std::pair<const char*, bool KyHostOptions::*> cases[] = {
+        {"-i", &KyHostOptions::isInteractive},       {"--watch", &KyHostOptions::isWatching},
+        {"--sandbox", &KyHostOptions::isSandboxed},  {"--print-results", &KyHostOptions::printsResults},
+        {"--debugger", &KyHostOptions::hasDebugger}, {"--traceback", &KyHostOptions::printsTracebacks}};
     for (const auto& [option, member] : cases)
         for (const auto& [other, asked] : cases)
             EXPECT_EQ(member == asked, parse({option}).*asked) << option << other;
@@ -63,6 +62,27 @@ TEST(KyHostOptionsTest, ArgumentsStandBehindTheOptionOrAnEqualsSignAndHaveTheirR
         expectRefused({"--size", size}, "--size");
     for (const char* frames : {"", "0", "-1", "1.5", "2147483648", "7 ", "0x10"})
         expectRefused({"--frames", frames}, "--frames");
+}
+
+TEST(KyHostOptionsTest, TheDebuggerHasLinesAPortAndNeeds) {
+    const KyHostOptions options =
+        parse({"--break", "c:/a b.lua:12", "--break=x:1", "--debug-port", "0", "--debug-wait"});
+    std::string breakpoints;
+    for (const KyHostOptions::Breakpoint& breakpoint : options.breakpoints)
+        breakpoints += breakpoint.script + " at " + std::to_string(breakpoint.line) + ' ';
+    EXPECT_EQ("c:/a b.lua at 12 x at 1 ", breakpoints);
+    EXPECT_EQ(0, options.debugPort);
+    EXPECT_TRUE(options.waitsForClient);
+    EXPECT_EQ(65535, parse({"--no-window", "--debug-port=65535"}).debugPort);
+    for (const char* place : {"", "a.lua", ":3", "a.lua:", "a.lua:0", "a.lua:-1", "a.lua:1x"})
+        expectRefused({"--break", place}, "--break");
+    for (const char* port : {"", "-1", "65536", "80 ", "http"})
+        expectRefused({"--debug-port", port}, "--debug-port");
+    expectRefused({"--debug-wait"}, "--debug-port");
+    for (const char* view : {"--offscreen", "--no-window"}) {
+        expectRefused({view, "--debugger"}, "--debugger");
+        expectRefused({"--break", "a:1", view}, "--break");
+    }
 }
 
 TEST(KyHostOptionsTest, AWrongCommandLineIsNamed) {

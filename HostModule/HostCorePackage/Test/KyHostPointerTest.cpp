@@ -116,3 +116,18 @@ TEST_F(KyHostPointerTest, KeysShowTheHelpWriteAPictureAndEndTheProgram) {
     EXPECT_TRUE(mProcess.waitForFinished(cPatience));
     EXPECT_EQ(0, mProcess.exitCode());
 }
+
+TEST_F(KyHostPointerTest, TheViewLivesWhileTheDebuggerHoldsTheScriptAndEndsBoth) {
+    ASSERT_TRUE(act(key("F9")));
+    const KyHostResult found = runPointer({"search", "--sync", "--onlyvisible", "--name", "^Debugger - kyhost$"});
+    const QString debugger = QString::fromStdString(found.output).section('\n', 0, 0);
+    ASSERT_TRUE(act({"windowfocus", debugger, "key", "F6"}));
+    ASSERT_TRUE(waitFor("break\n"));
+    ASSERT_TRUE(act(key("F12")));
+    ASSERT_TRUE(waitFor("wrote kyhost-"));
+    EXPECT_FALSE(contains(mSeen, "resume\n"));
+    ASSERT_TRUE(act(key("Escape")));
+    EXPECT_TRUE(waitFor("resume\n"));
+    ASSERT_TRUE(mProcess.waitForFinished(cPatience));
+    EXPECT_EQ(0, mProcess.exitCode());
+}

@@ -3,6 +3,9 @@
 #include "KyHostProcess.h"
 
 #include <QDir>
+#include <QTcpServer>
+#include <QTcpSocket>
+#include <QThread>
 
 namespace {
 
@@ -130,4 +133,39 @@ TEST_F(KyHostProgramTest, DevicesAreListedWithTheDriversThatAreLoaded) {
     write("no.so", "no module");
     expect({1, "", "kyhost: cannot load the driver 'no.so': "}, {"--driver", "no.so", "-e", "print(1)"});
     expect({2, "", "kyhost: cannot find 'missing.so'"}, {"--driver", "missing.so"});
+}
+
+TEST_F(KyHostProgramTest, APortForEditorsIsToldAndOneThatIsTakenEndsTheProgramBeforeItsScripts) {
+    expect({0, "1\n", "kyhost: debugger listens on 127.0.0.1:"}, {"--debug-port", "0", "-e", "print(1)"});
+    QTcpServer server;
+    ASSERT_TRUE(server.listen(QHostAddress::LocalHost));
+    const QString port = QString::number(server.serverPort());
+    expect({2, "", "kyhost: cannot listen on port " + port.toStdString() + ": "},
+           {"--debug-port", port, "-e", "print(1)"});
+}
+
+TEST_F(KyHostTalkTest, ScriptsWaitForTheEditorWhenTheyAreToldToAndRunOnWithoutIt) {
+    talk({"--no-window", "--debug-port=0", "--debug-wait", "-e", "print('first') print('last')"});
+    ASSERT_TRUE(waitFor("127.0.0.1:"));
+    ASSERT_TRUE(waitFor("\n"));
+    const auto port = static_cast<quint16>(std::stoi(mSeen.substr(mSeen.rfind(':') + 1)));
+    QTcpSocket editor;
+    for (const char* requests : {"GET / HTTP/1.1\r\n\r\n", "initialize", "initialize attach configurationDone"}) {
+        editor.abort();
+        QThread::msleep(100);
+        editor.connectToHost("127.0.0.1", port);
+        ASSERT_TRUE(editor.waitForConnected());
+        for (const QByteArray& request : QByteArray(requests).split(' ')) {
+            const QByteArray body = "{\"seq\":1,\"type\":\"request\",\"command\":\"" + request + "\"}";
+            editor.write(request == "GET" ? QByteArray(requests)
+                                          : "Content-Length: " + QByteArray::number(body.size()) + "\r\n\r\n" + body);
+        }
+        ASSERT_TRUE(editor.waitForReadyRead());
+    }
+    ASSERT_TRUE(waitFor("break\n"));
+    EXPECT_FALSE(contains(mSeen, "first"));
+    editor.abort();
+    EXPECT_TRUE(waitFor("resume\nfirst\nlast\n"));
+    ASSERT_TRUE(mProcess.waitForFinished(cPatience));
+    EXPECT_EQ(0, mProcess.exitCode());
 }

@@ -3,13 +3,18 @@
 #include "KyHostSession.h"
 
 #include "KyHostNavigationPage.h"
+#include "KyHostNetwork.h"
 #include "KyHostSettings.h"
 
+#include "KyNetworkConnection.h"
+#include "KyQProxySettingsEditor.h"
+#include "KyQSettingsDialog.h"
 #include "KySettings.h"
 
 #include <QApplication>
 #include <QCheckBox>
 #include <QDoubleSpinBox>
+#include <QLineEdit>
 #include <QTemporaryDir>
 
 namespace {
@@ -56,6 +61,29 @@ TEST_F(KyHostSettingsTest, WhatNobodyTouchedStays) {
     EXPECT_EQ(7.0, trackball.getPanSpeed());
     EXPECT_EQ(3.0, trackball.getZoomSpeed());
     EXPECT_EQ("", settings.getSettings()->getAttribute("View/Navigation", "panSpeed"));
+}
+
+TEST_F(KyHostSettingsTest, TheProxyAndTheOtherSettingsSurviveEachOther) {
+    const QString networkPath = mFolder.filePath("new/network.xml");
+    KyNetworkConnection& connection = KyNetworkConnection::get();
+    KyHostNetwork::load(networkPath);
+    KyHostSettings settings(mPath);
+    const KyHostNavigationPage navigation(settings, nullptr);
+    const KyQProxySettingsEditor proxy(connection);
+    KyQSettingsDialog dialog;
+    dialog.show();
+    const auto enter = [&](const QString& host, double speed) {
+        proxy.findChild<QCheckBox*>("useSystemConfiguration")->setChecked(false);
+        proxy.findChild<QLineEdit*>("host")->setText(host);
+        navigation.findChild<QDoubleSpinBox*>("zoomSpeed")->setValue(speed);
+        EXPECT_TRUE(dialog.apply());
+    };
+    enter("one.example", 2.0);
+    enter("two.example", 3.0);
+    connection.setHttpProxyHost("");
+    KyHostNetwork::load(networkPath);
+    EXPECT_EQ("two.example", connection.getHttpProxyHost());
+    EXPECT_EQ(3.0, KyHostSettings(mPath).getSpeed(2));
 }
 
 TEST_F(KyHostSettingsTest, AProblemIsToldUntilItIsSaved) {

@@ -7,9 +7,13 @@
 #include "KyURL.h"
 
 #include <QDir>
+#include <QTcpServer>
+#include <QTcpSocket>
 #include <QThread>
 
+#include <atomic>
 #include <set>
+#include <thread>
 #include <tuple>
 
 namespace {
@@ -84,14 +88,60 @@ TEST_F(KyHostViewTest, ThePictureShowsWhatTheScriptMadeInTheLastFrame) {
 
 TEST_F(KyHostViewTest, ExamplesDrawMoreThanABackground) {
     mEnvironment.insert("QT_QPA_PLATFORM", "nonsense"); // Off screen, any choice does.
-    for (const char* name : {"hello.lua", "objects.lua", "values.lua", "coroutines.lua", "model.lua", "viewer.lua",
-                             "gear.obj", "hud.lua", "plant.lua", "plant.svg", "panel.lua", "dashboard.lua", "wall.lua",
-                             "showcase.lua", "devices.lua", "fly.lua", "form.lua"}) {
+    for (const char* name :
+         {"hello.lua", "objects.lua", "values.lua", "coroutines.lua", "model.lua", "viewer.lua", "gear.obj", "hud.lua",
+          "download.lua", "plant.lua", "plant.svg", "panel.lua", "dashboard.lua", "wall.lua", "showcase.lua",
+          "devices.lua", "fly.lua", "form.lua", "settings.lua"}) {
         SCOPED_TRACE(name);
         const KyHolder<KyImage> picture =
             take({"--frames", "3", "--size", "320x180", QString(KY_TEST_DATA_DIR "/../../../examples/") + name});
         ASSERT_TRUE(picture);
         EXPECT_GT(countColors(*picture), 150u);
+    }
+}
+
+TEST_F(KyHostViewTest, ADownloadIsShownAsFarAsItIs) {
+    mEnvironment.insert("no_proxy", "127.0.0.1");
+    for (const int percent : {30, 60}) {
+        std::atomic<quint16> port = 0;
+        std::atomic<bool> hasEnded = false;
+        const std::jthread serving([&] {
+            QTcpServer server;
+            server.listen(QHostAddress::LocalHost);
+            port = server.serverPort();
+            if (!server.waitForNewConnection(cPatience))
+                return;
+            QTcpSocket* const socket = server.nextPendingConnection();
+            socket->waitForReadyRead(cPatience);
+            socket->write("HTTP/1.1 200 OK\r\nContent-Length: 1000\r\n\r\n" + QByteArray(10, 'x'));
+            socket->waitForBytesWritten();
+            // Qt tells of progress ten times a second at most.
+            QThread::msleep(150);
+            socket->write(QByteArray(10 * percent - 10, 'x'));
+            socket->waitForBytesWritten();
+            while (!hasEnded)
+                QThread::msleep(10);
+        });
+        while (port == 0)
+            QThread::msleep(1);
+        const QString chunk = QString("url, directory = 'http://127.0.0.1:%1/a', '.'").arg(port.load());
+        const auto picture = take({"--frames", "60", "-e", chunk, KY_TEST_DATA_DIR "/../../../examples/download.lua"});
+        hasEnded = true;
+        ASSERT_TRUE(picture);
+        // The bar is the only thing of its colour: a row through it tells how long it is.
+        int longest = 0;
+        for (int y = 0; y < picture->getHeight(); ++y) {
+            int length = 0;
+            for (int x = 0; x < picture->getWidth(); ++x) {
+                const KyColor color = picture->getPixel(x, y);
+                length += color.blue > 0.9f && color.red < 0.4f ? 1 : 0;
+            }
+            longest = std::max(longest, length);
+        }
+        // The view is fitted: the panel is 720 units wide, the bar at most 640.
+        const double full = 640.0 / 720.0 * picture->getWidth();
+        EXPECT_GT(longest, 0.75 * full * percent / 100) << percent;
+        EXPECT_LT(longest, 1.05 * full * percent / 100) << percent;
     }
 }
 

@@ -1,0 +1,180 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#include "KyHostDebugger.h"
+
+#include "KyHostDebuggerWindow.h"
+#include "KyHostErrors.h"
+#include "KyHostScripts.h"
+
+#include "KyDebugAdapter.h"
+#include "KyScriptDebugger.h"
+#include "KyScriptEngine.h"
+
+#include <lua.hpp>
+
+#include <QCoreApplication>
+#include <QEventLoop>
+#include <QFileInfo>
+
+#include <chrono>
+#include <map>
+#include <vector>
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr int cPulse = 20;
+constexpr int cInstructionsBetweenLooks = 1000;
+
+Clock::time_point gDeadline;
+
+void endWhenLate(lua_State* state, lua_Debug*) {
+    if (Clock::now() <= gDeadline)
+        return;
+    luaL_where(state, 0);
+    lua_pushliteral(state, "the script did not come to its end");
+    lua_concat(state, 2);
+    lua_error(state);
+}
+
+/// The thread that stands still may be a coroutine.
+void limitScripts(KyScriptEngine& engine) {
+    gDeadline = Clock::now() + std::chrono::milliseconds(KyHostDebugger::cPatience);
+    for (lua_State* const thread : {engine.editLuaState(), engine.editDebugger().editStoppedThread()})
+        if (thread)
+            lua_sethook(thread, &endWhenLate, LUA_MASKCOUNT, cInstructionsBetweenLooks);
+}
+
+} // namespace
+
+KyHostDebugger::KyHostDebugger(const KyHostOptions& options, Listeners listeners)
+    : mOptions(options)
+    , mListeners(std::move(listeners)) {
+    mPulse.setInterval(cPulse);
+    KyScriptEngine& engine = KyScriptEngine::get();
+    engine.setLuaDebugger(this);
+    engine.editDebugger().stoppedSignal.connect(this, &KyHostDebugger::onStopped);
+    engine.editDebugger().continuedSignal.connect(this, &KyHostDebugger::onContinued);
+}
+
+KyHostDebugger::~KyHostDebugger() {
+    mWindow.reset();
+    mAdapter.reset();
+    KyScriptEngine& engine = KyScriptEngine::get();
+    engine.removeHook();
+    engine.setLuaDebugger(nullptr);
+}
+
+bool KyHostDebugger::open(std::string& error) {
+    if (mOptions.debugPort && !openPort(error))
+        return false;
+    if (mOptions.hasDebugger || !mOptions.breakpoints.empty()) {
+        setBreakpoints();
+        openWindow();
+        // Somebody who gave no breakpoints has to see the scripts before they are over.
+        if (mOptions.breakpoints.empty())
+            KyScriptEngine::get().editDebugger().pause();
+    }
+    if (mOptions.waitsForClient)
+        waitForClient();
+    return true;
+}
+
+bool KyHostDebugger::openPort(std::string& error) {
+    mAdapter = std::make_unique<KyDebugAdapter>(KyScriptEngine::get());
+    QObject::connect(mAdapter.get(), &KyDebugAdapter::clientDisconnected, [this] { onWatcherLeft(); });
+    if (!mAdapter->listen(static_cast<quint16>(*mOptions.debugPort))) {
+        error = "cannot listen on port " + std::to_string(*mOptions.debugPort) + ": " +
+                mAdapter->getErrorText().toStdString();
+        return false;
+    }
+    KyHostErrors::write("debugger listens on 127.0.0.1:" + std::to_string(mAdapter->getPort()));
+    return true;
+}
+
+/// A connection that says nothing, or goes again, is none to wait for.
+void KyHostDebugger::waitForClient() {
+    QEventLoop loop;
+    QObject::connect(mAdapter.get(), &KyDebugAdapter::clientReady, &loop, [this, &loop](bool isDebugging) {
+        follow();
+        if (isDebugging)
+            KyScriptEngine::get().editDebugger().pause();
+        loop.quit();
+    });
+    loop.exec();
+}
+
+/// What is no file from here is any file of that name.
+void KyHostDebugger::setBreakpoints() {
+    std::map<std::string, std::vector<KyScriptBreakpoint>> byScript;
+    for (const KyHostOptions::Breakpoint& breakpoint : mOptions.breakpoints)
+        byScript[breakpoint.script].push_back({breakpoint.line, {}});
+    KyScriptDebugger& debugger = KyScriptEngine::get().editDebugger();
+    for (const auto& [script, breakpoints] : byScript) {
+        if (QFileInfo::exists(QString::fromLocal8Bit(script.c_str())))
+            debugger.setFileBreakpoints(script, breakpoints);
+        else
+            debugger.setBreakpoints(KyScriptDebugger::makeChunkName(script), breakpoints);
+    }
+}
+
+void KyHostDebugger::openWindow() {
+    if (!mWindow) {
+        mWindow = std::make_unique<KyHostDebuggerWindow>([this] { onWatcherLeft(); });
+        for (const KyHostOptions::Item& item : mOptions.items)
+            if (KyHostScripts::isScript(item))
+                mWindow->addScript(item.text);
+    }
+    mWindow->show();
+    mWindow->raise();
+    mWindow->activateWindow();
+    follow();
+}
+
+bool KyHostDebugger::isWanted() const {
+    return (mWindow && mWindow->isVisible()) || (mAdapter && mAdapter->hasClient());
+}
+
+void KyHostDebugger::follow() {
+    if (isWanted())
+        KyScriptEngine::get().setHook();
+    else
+        KyScriptEngine::get().removeHook();
+}
+
+/// Nobody else would let the script go on.
+void KyHostDebugger::onWatcherLeft() {
+    follow();
+    if (!isWanted())
+        KyScriptEngine::get().resume();
+}
+
+bool KyHostDebugger::isStopped() const {
+    return KyScriptEngine::get().isStopped();
+}
+
+void KyHostDebugger::letGo() {
+    KyScriptEngine& engine = KyScriptEngine::get();
+    engine.removeHook();
+    if (!engine.isStopped())
+        return;
+    limitScripts(engine);
+    engine.resume();
+}
+
+void KyHostDebugger::onStopped() {
+    mPulse.start();
+}
+
+void KyHostDebugger::onContinued() {
+    mPulse.stop();
+    mListeners.continued();
+}
+
+void KyHostDebugger::wait() {
+    mListeners.waiting();
+    if (mListeners.isEnding())
+        return letGo();
+    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+}

@@ -1,0 +1,67 @@
+// SPDX-FileCopyrightText: 2026 The KyApplication authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "KySignal.h"
+
+#include <QCoreApplication>
+#include <QWidget>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+class KyHostSourceView;
+class KyQLuaDebuggerEditor;
+class KyScriptDebugger;
+class QAction;
+class QComboBox;
+class QLabel;
+class QToolBar;
+
+/// The scripts with their breakpoints and the line that is next, beside what the debugger knows of them
+/// (KyQLuaDebuggerEditor), and further steps.
+///
+/// Keys: F5 runs on, F10 steps over calls, F11 into them, Shift+F11 out of a function; F6 stops what runs; F9 sets and
+/// takes a breakpoint at the line of the cursor.
+class KyHostDebuggerWindow : public QWidget, public KyHasSlots {
+    Q_DECLARE_TR_FUNCTIONS(KyHostDebuggerWindow)
+
+public:
+    /// Called after it has been closed.
+    explicit KyHostDebuggerWindow(std::function<void()> closed);
+
+    /// Lists a file. Files in which a script stops are listed by themselves.
+    void addScript(const std::string& path);
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+
+private:
+    struct Script {
+        std::string chunkName;
+        QString path;
+    };
+
+    void layOut();
+    void addKey(const QKeySequence& key, void (KyHostDebuggerWindow::*act)());
+    QAction* addStep(QToolBar& bar, const QString& text, const QKeySequence& key, void (KyScriptDebugger::*step)());
+    void resume();
+    void stepInto();
+    void toggleCursorLine();
+    void toggleBreakpoint(int line);
+    void showScript();
+    void showBreakpoints();
+    void showState();
+    void onStopped();
+    /// Of the stop's chunk, in the list; -1 when it is in no file.
+    int findStoppedScript();
+
+    std::function<void()> mClosed;
+    std::vector<Script> mScripts;
+    QComboBox* mNames;
+    KyHostSourceView* mSource;
+    KyQLuaDebuggerEditor* mEditor;
+    QLabel* mState;
+};
