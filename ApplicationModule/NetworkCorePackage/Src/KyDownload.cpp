@@ -20,9 +20,10 @@ constexpr int cFirstErrorStatus = 400;
 constexpr int cStatusesWithoutContent[] = {204, 205, 206, 304};
 
 /// 0 is that of what is not HTTP.
-bool hasContent(int status) {
-    return status == 0 || (status >= cFirstStatusWithContent &&
-                           std::ranges::find(cStatusesWithoutContent, status) == std::end(cStatusesWithoutContent));
+bool hasContent(int status, bool isHttp) {
+    return (status == 0 && !isHttp) ||
+           (status >= cFirstStatusWithContent &&
+            std::ranges::find(cStatusesWithoutContent, status) == std::end(cStatusesWithoutContent));
 }
 
 /// What follows would be a header of its own.
@@ -138,7 +139,9 @@ KyDownload::Result KyDownload::judge() {
     const bool isStored = mStop == Stop::eNone && (!isGood || mFile.overwrite()) && mFile.close();
     if (!isStored)
         return fail(QNetworkReply::OperationCanceledError, mFile.getErrorText());
-    if (const int status = mExchange->getStatus(); !hasContent(status))
+    const int status = mExchange->getStatus();
+    const bool hasAnswer = status != 0 || error == QNetworkReply::NoError;
+    if (hasAnswer && !hasContent(status, isHttp(mUrl)))
         return fail(QNetworkReply::UnknownContentError,
                     tr("The server answered without the whole content (status %1).").arg(status));
     if (error != QNetworkReply::NoError)
@@ -183,6 +186,6 @@ KyDownload::Body KyDownload::classifyBody() const {
     // What was there before is worth more than the page of an error.
     const int status = mExchange->getStatus();
     const bool isKept = status >= cFirstErrorStatus && mFile.isForeign();
-    const bool isWanted = hasContent(status) && !isKept && !isFollowed(mExchange->getRedirect());
+    const bool isWanted = hasContent(status, isHttp(mUrl)) && !isKept && !isFollowed(mExchange->getRedirect());
     return isWanted ? Body::eWanted : Body::eUnwanted;
 }

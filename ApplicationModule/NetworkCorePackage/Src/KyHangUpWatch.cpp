@@ -4,30 +4,29 @@
 
 #include "KyHttpExchange_p.h"
 
-#include <algorithm>
-
 namespace {
 
-/// Milliseconds; beside whole seconds, after which servers like to go on: their end is not to be taken for ours.
-constexpr int cSilence = 1730;
+/// Milliseconds; no round number, after which servers like to go on: their end is not to be taken for ours.
+constexpr int cSilence = 430;
 /// Milliseconds that Qt's thread is given to answer.
-constexpr int cAnswer = 100;
-constexpr int cLongestSilence = 600000;
+constexpr int cAnswer = 50;
 
 } // namespace
 
 KyHangUpWatch::KyHangUpWatch(QNetworkReply& reply)
     : mReply(reply) {
     mSilence.setSingleShot(true);
-    QObject::connect(&reply, &QNetworkReply::metaDataChanged, &mSilence, [this] { start(); });
     QObject::connect(&reply, &QNetworkReply::readyRead, &mSilence, [this] { start(); });
     QObject::connect(&reply, &QNetworkReply::finished, &mSilence, [this] { onFinished(); });
     QObject::connect(&mSilence, &QTimer::timeout, &mSilence, [this] { look(); });
 }
 
+/// Qt misses only what comes behind a full buffer. Each signal's bytes are taken at once.
 void KyHangUpWatch::start() {
     mLooked.invalidate();
-    if (mReply.readBufferSize() > 0 && KyHttpExchange::isChunked(mReply))
+    mNbReceived += mReply.bytesAvailable();
+    const qint64 size = mReply.readBufferSize();
+    if (size > 0 && mNbReceived >= size && KyHttpExchange::isChunked(mReply))
         mSilence.start(cSilence);
 }
 
@@ -35,7 +34,6 @@ void KyHangUpWatch::start() {
 void KyHangUpWatch::look() {
     mLooked.start();
     mReply.setReadBufferSize(mReply.readBufferSize());
-    mSilence.start(std::min(2 * mSilence.interval(), cLongestSilence));
 }
 
 void KyHangUpWatch::onFinished() {

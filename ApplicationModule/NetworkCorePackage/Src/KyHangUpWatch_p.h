@@ -27,5 +27,6 @@ private:
     QNetworkReply& mReply;
     QTimer mSilence;
     QElapsedTimer mLooked;
+    qint64 mNbReceived = 0;
     bool mIsHungUp = false;
 };

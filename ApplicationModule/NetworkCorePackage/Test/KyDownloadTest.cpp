@@ -157,7 +157,8 @@ TEST_F(KyDownloadTest, NothingIsWrittenThroughLinksAndPipes) {
 
 TEST_F(KyDownloadTest, OnlyAWholeResourceReplacesAFile) {
     const QByteArray good = "HTTP/1.1 200 OK\r\nContent-Length: 4\r\n\r\nbody";
-    const QByteArray answers[] = {"101 Switching\r\nUpgrade: x\r\nConnection: upgrade\r\n\r\nxx",
+    const QByteArray answers[] = {"0 Odd\r\nContent-Length: 4\r\n\r\nbody",
+                                  "101 Switching\r\nUpgrade: x\r\nConnection: upgrade\r\n\r\nxx",
                                   "102 Processing\r\n\r\n" + good,
                                   "204 No Content\r\n\r\n",
                                   "205 Reset\r\nContent-Length: 0\r\n\r\n",

@@ -50,14 +50,24 @@ public:
     }
 
 private:
+    struct Cell {
+        const char* attribute;
+        int lowest;
+        int highest;
+    };
+    static constexpr Cell cCells[] = {{"row", 0, cMaxQtRows},
+                                      {"column", 0, cMaxQtColumns},
+                                      {"rowspan", 1, cMaxQtRows},
+                                      {"colspan", 1, cMaxQtColumns}};
+
     void readToken() {
         const auto token = mReader.readNext();
         if (token == QXmlStreamReader::StartElement)
             startElement();
         else if (token == QXmlStreamReader::EndElement)
-            --mDepth;
-        else if (token == QXmlStreamReader::Characters && mIsCount)
-            checkNumber(mReader.text(), 0);
+            endElement();
+        else if (token == QXmlStreamReader::Characters && mLimit > 0)
+            checkNumber(mReader.text(), 0, mLimit);
     }
 
     void startElement() {
@@ -65,29 +75,35 @@ private:
             mError = translate(QT_TRANSLATE_NOOP("KyQtLuaBinding", "the form is nested too deeply"));
         const QXmlStreamAttributes attributes = mReader.attributes();
         if (mReader.name() == QLatin1String("property"))
-            mIsCount = kyIsQtCount(attributes.value(QLatin1String("name")).toString());
+            mLimit = kyGetQtLimit(attributes.value(QLatin1String("name")).toString());
         if (mReader.name() != QLatin1String("item"))
             return;
         for (const QXmlStreamAttribute& attribute : attributes) {
-            if (attribute.name() == QLatin1String("row") || attribute.name() == QLatin1String("column"))
-                checkNumber(attribute.value(), 0);
-            else if (attribute.name() == QLatin1String("rowspan") || attribute.name() == QLatin1String("colspan"))
-                checkNumber(attribute.value(), 1);
+            for (const Cell& cell : cCells)
+                if (attribute.name() == QLatin1String(cell.attribute))
+                    checkNumber(attribute.value(), cell.lowest, cell.highest);
         }
     }
 
+    void endElement() {
+        --mDepth;
+        if (mReader.name() == QLatin1String("property"))
+            mLimit = 0;
+    }
+
     /// The loader takes what is no number as 0.
-    void checkNumber(const QStringRef& text, int lowest) {
+    void checkNumber(const QStringRef& text, int lowest, int highest) {
         bool isNumber = false;
         const qlonglong number = text.trimmed().toLongLong(&isNumber);
-        if (isNumber && (number < lowest || number > cMaxQtCount))
+        if (isNumber && (number < lowest || number > highest))
             mError = translate(QT_TRANSLATE_NOOP("KyQtLuaBinding", "%1 rows or columns are out of range")).arg(number);
     }
 
     QXmlStreamReader mReader;
     QString mError;
     int mDepth = 0;
-    bool mIsCount = false;
+    /// Of the number that is being read.
+    int mLimit = 0;
 };
 
 /// Stands on the C++ stack while a form is loaded: catches the warnings of its thread, the loader's only way to tell of

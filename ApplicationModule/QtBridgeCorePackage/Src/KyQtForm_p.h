@@ -6,12 +6,15 @@
 
 class QWidget;
 
-/// Highest number of rows or columns that scripts and forms may ask for: the toolkit makes them all at once.
-inline constexpr int cMaxQtCount = 1024;
+/// Highest numbers of rows and columns that scripts and forms may ask for: the toolkit makes them all at once.
+inline constexpr int cMaxQtRows = 100000;
+inline constexpr int cMaxQtColumns = 1024;
 
-/// Whether the property is such a number.
-inline bool kyIsQtCount(const QString& property) {
-    return property == QLatin1String("columnCount") || property == QLatin1String("rowCount");
+/// The highest number that the property may have; 0 for one that is no such number.
+inline int kyGetQtLimit(const QString& property) {
+    if (property == QLatin1String("columnCount"))
+        return cMaxQtColumns;
+    return property == QLatin1String("rowCount") ? cMaxQtRows : 0;
 }
 
 /// Builds the widgets of a form file, which is relative to the directory like the images in it. What is wrong goes to

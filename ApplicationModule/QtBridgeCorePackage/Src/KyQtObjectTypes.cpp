@@ -48,7 +48,9 @@ bool setProperty(QObject& object, const QString& name, const argument& value) {
     value.push(state);
     const luabind::detail::stack_pop pop(state, 1);
     const QVariant variant = luaToQVariant(state, lua_gettop(state));
-    if (kyIsQtCount(name) && variant.toDouble() > cMaxQtCount)
+    const int limit = kyGetQtLimit(name);
+    const bool isOfClass = object.metaObject()->indexOfProperty(name.toUtf8().constData()) >= 0;
+    if (limit > 0 && isOfClass && variant.toDouble() > limit)
         throw KyScriptError(name.toStdString() + " out of range");
     if (!variant.isValid() && !lua_isnil(state, -1)) {
         kyReportQt(QT_TRANSLATE_NOOP("KyQtLuaBinding", "QObject::setProperty : unknown type of value "),

@@ -47,7 +47,7 @@ std::optional<KyQtTreeItem> toHandle(QTreeWidgetItem* item) {
 }
 
 int checkColumn(double column) {
-    return kyCheckLuaIndex(column, cMaxQtCount, "column");
+    return kyCheckLuaIndex(column, cMaxQtColumns, "column");
 }
 
 std::optional<KyQtTreeItem> getChild(const KyQtTreeItem& item, int index) {

@@ -47,6 +47,16 @@ TEST_F(KyQtFormTest, AFormIsBuiltBelowItsParent) {
     expectRuns("top:findChild('picture'):setPixmap('forms/p.png') top:findChild('picture'):setPixmap(QIcon())");
 }
 
+TEST_F(KyQtFormTest, NumbersThatAreNoCountsAndLongTablesAreLoaded) {
+    write("a.ui", makeForm("<widget class='QTableWidget' name='t'><property name='rowCount'><number>2000</number>"
+                           "</property><property name='columnCount'><number>2</number></property>"
+                           "<attribute name='horizontalHeaderMinimumSectionSize'><number>-1</number></attribute>"
+                           "<attribute name='verticalHeaderDefaultSectionSize'><number>1200</number></attribute>"
+                           "<item row='1999' column='1'/></widget>"));
+    expectRuns("form = loadUi('a.ui', nil) form:setProperty('rowCount', 5000)");
+    EXPECT_EQ(eval("form:findChild('t'):property('rowCount')"), "2000");
+}
+
 TEST_F(KyQtFormTest, BrokenFormsAreReported) {
     const QByteArray good = makeForm(R"(<widget class="Nonsense" name="x"/><widget class="QLabel" name="l"/>)");
     QByteArray deep;
