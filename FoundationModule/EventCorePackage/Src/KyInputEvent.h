@@ -47,6 +47,8 @@ public:
         eNbTypes = 14
     };
 
+    /// @{
+    /// Bits of the state word: buttons, wheel, modifiers.
     static constexpr std::uint32_t cLeftButton = 1;
     static constexpr std::uint32_t cRightButton = 2;
     static constexpr std::uint32_t cMiddleButton = 4;
@@ -57,23 +59,34 @@ public:
     static constexpr std::uint32_t cShift = 0x20000000u;
     static constexpr std::uint32_t cControl = 0x40000000u;
     static constexpr std::uint32_t cAlt = 0x80000000u;
+    /// @}
 
     /// The toolkit's event, valid while this one is handled; null when there is none. Not owned.
     void* getNativeEvent() const { return mValues.nativeEvent; }
     void setNativeEvent(void* event) { mValues.nativeEvent = event; }
 
+    /// eNbTypes for an event that stands for none.
     Type getType() const { return mValues.type; }
     /// True for an event as it is constructed.
     bool isEmpty() const { return mValues.type == eNbTypes; }
+    /// True for the types of a touch sequence.
     bool isTouch() const { return mValues.type >= eTouchBegan && mValues.type <= eTouchEnded; }
+    /// Sets the type; the rest stays.
     void setType(Type type) { mValues.type = type; }
+    /// @{
+    /// Buttons and modifiers held down, the bits above.
     std::uint32_t getState() const { return mValues.state; }
     void setState(std::uint32_t state) { mValues.state = state; }
+    /// @}
     /// The button or key that the event is about; 0 when it is about none.
     std::uint32_t getButton() const { return mValues.button; }
     void setButton(std::uint32_t button) { mValues.button = button; }
+    /// @{
+    /// Pixels of the canvas, origin at the top left.
     int getX() const { return mValues.x; }
     int getY() const { return mValues.y; }
+    /// @}
+    /// Pixels of the canvas, origin at the top left.
     void setPosition(int x, int y) {
         mValues.x = x;
         mValues.y = y;
@@ -81,8 +94,11 @@ public:
     /// Eighths of a degree, 120 a notch, or pixels where the device tells no angle; away from the user is positive.
     int getWheelDelta() const { return mValues.wheelDelta; }
     void setWheelDelta(int delta) { mValues.wheelDelta = delta; }
+    /// @{
+    /// False for a wheel that turns sideways.
     bool isWheelVertical() const { return mValues.flags & cWheelVertical; }
     void setWheelVertical(bool vertical) { setFlag(cWheelVertical, vertical); }
+    /// @}
     /// What an event handler found out; settable on a constant event, because handlers get one.
     bool getInternalEventReturn() const { return mValues.flags & cInternalReturn; }
     void setInternalEventReturn(bool handled) const { setFlag(cInternalReturn, handled); }
@@ -94,8 +110,11 @@ public:
     bool repeatsTouch() const { return mValues.flags & cRepeatsTouch; }
     void setRepeatsTouch(bool repeats) { setFlag(cRepeatsTouch, repeats); }
 
+    /// @{
+    /// Fingers of a touch event; empty for others.
     const std::vector<KyTouchPoint>& getTouchPoints() const { return mTouchPoints; }
     std::vector<KyTouchPoint>& editTouchPoints() { return mTouchPoints; }
+    /// @}
     /// 0 pan, 1 pinch, 2 tap, 3 tilt; -1 when no gesture was recognised.
     int getGestureKind() const { return mValues.gestureKind; }
     void setGestureKind(int kind) { mValues.gestureKind = kind; }

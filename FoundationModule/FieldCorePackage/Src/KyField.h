@@ -37,6 +37,7 @@ public:
     /// Holds the value under its canonical type, see KyFieldValue.
     template <class T>
     requires(!std::is_same_v<std::decay_t<T>, KyField>) KyField(T&& value) { store(std::forward<T>(value)); }
+    /// Kind and value become those of the other field.
     KyField& operator=(const KyField& other) {
         if (this != &other)
             *this = KyField(other);
@@ -56,12 +57,17 @@ public:
     /// An enumerated value: `kind` must be that of a type registered by KyFieldManager::registerEnumFieldType.
     static KyField makeEnumerated(KyFieldKind kind, std::int32_t value);
 
+    /// cFieldKindInvalid when it holds nothing.
     KyFieldKind getKind() const { return mKind; }
     /// False for no value and for a value that could not be converted (KyInvalidField).
     bool isValid() const { return mKind != cFieldKindInvalid && getFieldType().isValue(); }
+    /// True when it holds nothing.
     bool isEmpty() const { return mKind == cFieldKindInvalid; }
+    /// The type of the value held; that of KyInvalidField when there is none.
     const KyFieldType& getFieldType() const { return KyFieldManager::getFieldType(mKind); }
+    /// As getFieldType().getTypeInfo().
     const std::type_info& getTypeInfo() const { return getFieldType().getTypeInfo(); }
+    /// Another name of getTypeInfo.
     const std::type_info& getRTTIType() const { return getTypeInfo(); }
     /// The dynamic type of the object held, null when none is held.
     const KyType* getKyType() const;
@@ -108,10 +114,13 @@ public:
     bool canConvertToInt() const;
     /// Numbers as they convert, texts parsed; 0 when that fails.
     int toInt() const;
+    /// @{
+    /// As toInt.
     std::int64_t toInt64() const;
     std::uint64_t toUInt64() const;
     double toDouble() const;
     bool toBool() const { return toInt64() != 0; }
+    /// @}
     /// Text form, numbers with `precision` significant digits: vectors with blanks, lists with ";".
     std::string toString(int precision = 6) const;
     /// Parses into the field's own type; a field without type becomes a text. False, unchanged, on bad text.
@@ -119,14 +128,19 @@ public:
     /// The object held, null when none is held or it is gone.
     KyObject* toKyObject() const;
 
+    /// True for texts.
     bool isText() const { return mKind == cFieldKindOf<std::string>; }
+    /// True for numbers and booleans.
     bool isNumber() const;
+    /// As toString().
     std::string getText() const { return toString(); }
+    /// As toInt64().
     std::int64_t getInteger() const { return toInt64(); }
 
     /// Same kind and same value.
     bool operator==(const KyField& other) const;
 
+    /// Makes the field empty.
     void clear() noexcept {
         if (mKind & cFieldKindManaged)
             destroyManaged();

@@ -18,18 +18,29 @@ class KyField;
 /// What a field does with a value whose type it knows by number only. `storage` is the field's own memory; `value` is
 /// the value itself, wherever it stands.
 struct KyFieldOperations {
+    /// The value's C++ type.
     const std::type_info* typeInfo = nullptr;
+    /// Makes a copy of the value in fresh storage.
     void (*copy)(void* storage, const void* value) = nullptr;
+    /// Moves a value into fresh storage and ends the old one.
     void (*move)(void* storage, void* fromStorage) noexcept = nullptr;
+    /// Ends the value in the storage.
     void (*destroy)(void* storage) noexcept = nullptr;
+    /// Makes the type's default in fresh storage.
     void (*makeDefault)(void* storage) = nullptr;
+    /// The value that the storage holds.
     const void* (*address)(const void* storage) = nullptr;
+    /// Whether two values of the type are the same.
     bool (*equal)(const void* value, const void* other) = nullptr;
+    /// The text form, numbers with that many significant digits.
     std::string (*format)(const void* value, int precision) = nullptr;
+    /// From the text form; false, and the value unchanged, for a text that is none.
     bool (*parse)(std::string_view text, void* value) = nullptr;
     /// Lists only.
     std::size_t (*size)(const void* value) = nullptr;
+    /// Lists only: the element of that index, which must be below the size.
     KyField (*element)(const void* value, std::size_t index) = nullptr;
+    /// Lists only: false when the element does not convert.
     bool (*append)(void* value, const KyField& element) = nullptr;
 };
 

@@ -11,6 +11,7 @@
 /// Named fields in the order in which they were set: a copyable value, for parameters that travel together.
 class KyFieldSet {
 public:
+    /// Name and value.
     using Entry = std::pair<std::string, KyField>;
 
     /// Replaces the value of that name or adds it at the end.
@@ -22,6 +23,7 @@ public:
     }
     /// Null when there is none.
     const KyField* get(std::string_view name) const { return const_cast<KyFieldSet*>(this)->find(name); }
+    /// In the order of their first setting.
     const std::vector<Entry>& getEntries() const { return mEntries; }
 
 private:

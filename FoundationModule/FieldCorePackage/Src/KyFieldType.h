@@ -15,20 +15,27 @@
 /// Records live as long as the process.
 class KYFOUNDATION_EXPORT KyFieldType {
 public:
+    /// The registered name, or that of the C++ type where none was given.
     const std::string& getName() const { return mName; }
+    /// The number that fields of this type carry.
     KyFieldKind getKind() const { return mKind; }
+    /// The C++ type.
     const std::type_info& getTypeInfo() const { return *mOperations.typeInfo; }
     /// False for "no value" and for KyInvalidField.
     bool isValue() const { return mIsValue; }
 
+    /// True for a type of named values 0 to n - 1.
     bool isEnumerated() const { return mIsEnumerated; }
+    /// 0 for types that are not enumerated.
     unsigned getNbValueNames() const { return static_cast<unsigned>(mValueNames.size()); }
     /// Name of an enumerated value, empty when out of range.
     const std::string& getValueName(unsigned value) const;
     /// Number of the name, -1 when there is none.
     int findValue(std::string_view name) const;
 
+    /// True when the value has elements.
     bool isList() const { return mOperations.size != nullptr; }
+    /// What a field does with a value of this type.
     const KyFieldOperations& getOperations() const { return mOperations; }
 
 private:
@@ -45,12 +52,14 @@ private:
 
 /// The field type of a value that could not be converted.
 struct KyInvalidField {
+    /// All are the same.
     bool operator==(const KyInvalidField&) const { return true; }
 };
 
 /// The registry of field types. Types are never removed: registering a name again gives the existing type.
 class KYFOUNDATION_EXPORT KyFieldManager {
 public:
+    /// The one registry of the process.
     static KyFieldManager& get();
 
     /// Registers T under a name; the existing type when the name or T is there already. The first name given holds, and
@@ -62,10 +71,12 @@ public:
     /// Registers an enumerated type: values 0 to count - 1. The same name again replaces the value names.
     const KyFieldType& registerEnumFieldType(const char* name, unsigned count, const char* const* names);
 
+    /// Those registered, fixed ones included.
     unsigned getNbFieldTypes() const;
     /// Null when there is no type of that name.
     const KyFieldType* findFieldType(std::string_view name) const;
     const KyFieldType* findFieldType(const std::type_info& type) const;
+    /// The type of that kind; that of KyInvalidField for a kind that is none.
     static const KyFieldType& getFieldType(KyFieldKind kind);
 
     /// The kind that holds a T; a type nobody registered is entered under its run-time name.

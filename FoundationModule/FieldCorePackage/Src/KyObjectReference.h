@@ -38,6 +38,7 @@ public:
         : mLiveness(object ? object->getLiveness() : nullptr) {
         hold();
     }
+    /// Refers to the object of a record; null refers to none.
     explicit KyObjectReference(KyLiveness* liveness)
         : mLiveness(liveness) {
         hold();
@@ -48,6 +49,7 @@ public:
     }
     KyObjectReference(KyObjectReference&& other) noexcept
         : mLiveness(std::exchange(other.mLiveness, nullptr)) {}
+    /// Refers to what the other one refers to.
     KyObjectReference& operator=(KyObjectReference other) noexcept {
         std::swap(mLiveness, other.mLiveness);
         return *this;
@@ -56,8 +58,11 @@ public:
 
     /// The object, null when it is gone or none was given.
     KyObject* get() const { return mLiveness ? mLiveness->object : nullptr; }
+    /// The record; null for a null reference.
     KyLiveness* getLiveness() const { return mLiveness; }
+    /// False when the object is gone or none was given.
     explicit operator bool() const { return get() != nullptr; }
+    /// The same living object, or both without one.
     bool operator==(const KyObjectReference& other) const { return get() == other.get(); }
 
     /// Gives one reference to the record back, deleting it with the last. For holders that keep the raw pointer.

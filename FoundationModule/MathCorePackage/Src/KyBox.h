@@ -13,6 +13,7 @@
 template <class T>
 class KyBox {
 public:
+    /// The box's own axes.
     enum Axis : int { eX, eY, eZ, eNbAxes };
 
     /// A number of KyBoundState.
@@ -28,26 +29,35 @@ public:
 
     /// The state's number, one of KyBoundState; a number outside counts as finite.
     int getType() const { return isNull() || isInfinite() ? state : static_cast<int>(KyBoundState::eFinite); }
+    /// @{
+    /// The state; a null box holds nothing, an infinite one everything.
     bool isNull() const { return state == KyBoundState::eNull; }
     bool isEmpty() const { return isNull(); }
     bool isFinite() const { return !isNull() && !isInfinite(); }
     bool isInfinite() const { return state == KyBoundState::eInfinite; }
+    /// @}
     /// Finite, without any extent.
     bool isPoint() const { return isFinite() && mSize.isNull(); }
 
+    /// The middle; (0, 0, 0) when null or infinite.
     KyVec3<T> getCenter() const { return mCenter; }
+    /// From the box's local frame to the world.
     KyQuat<T> getOrientation() const { return mOrientation; }
     /// Direction of one of the box's own axes, in the world.
     KyVec3<T> getAxis(Axis axis) const;
     /// Infinity along every axis when infinite.
     KyVec3<T> getSize() const;
+    /// Along the own x axis.
     T getWidth() const { return getSize().x; }
+    /// Along the own y axis.
     T getHeight() const { return getSize().y; }
+    /// Along the own z axis.
     T getLength() const { return getSize().z; }
     /// Half the diagonal; 0 when null, infinity when infinite.
     double getRadius() const { return KyVec3<double>(getSize()).length() / 2.0; }
     /// Of the whole surface.
     T getArea() const { return getLocalVolume().getArea(); }
+    /// Product of the three sizes.
     T getVolume() const { return getLocalVolume().getVolume(); }
     /// The outline of the axis-aligned bound seen along z, in the same state.
     KyRect<T> getRect() const { return getBoundingVolume().getRect(); }
@@ -56,9 +66,11 @@ public:
     /// Corner i lies on the positive side of x, y, z for the bits 1, 2, 4 of i.
     std::array<KyVec3<T>, 8> getCorners() const;
 
+    /// Points of the surface are inside.
     bool contains(const KyVec3<T>& point) const;
     /// Every point of `other`; true for a null one.
     bool contains(const KyBox& other) const;
+    /// Whether there is a common point.
     bool intersects(const KyBox& other) const;
     /// Stores a box in this orientation that encloses the common part (exact for equal orientations); false, leaving
     /// `common`, when there is none.
@@ -66,16 +78,20 @@ public:
 
     /// From the world to the box's local frame.
     KyVec3<T> worldToLocal(const KyVec3<T>& point) const { return mOrientation.getInverse().rotate(point - mCenter); }
+    /// From the box's local frame to the world.
     KyVec3<T> localToWorld(const KyVec3<T>& point) const { return mOrientation.rotate(point) + mCenter; }
     /// From this box's local frame to that of `other`.
     KyVec3<T> frameToFrame(const KyBox& other, const KyVec3<T>& point) const {
         return other.worldToLocal(localToWorld(point));
     }
 
+    /// Makes the box hold nothing.
     void setNull() { *this = KyBox(); }
     /// Keeps centre, orientation and size; those of a box that was null or infinite are 0.
     void setFinite() { state = KyBoundState::eFinite; }
+    /// Makes the box hold everything.
     void setInfinite();
+    /// Axis-aligned, without extent.
     void setPoint(const KyVec3<T>& point) { setMinMax(point, point); }
     /// Null and infinite become a point.
     void setCenter(const KyVec3<T>& center);
@@ -83,9 +99,12 @@ public:
     void setOrientation(const KyQuat<T>& orientation);
     /// Sizes are taken without sign; null and infinite become finite around (0, 0, 0).
     void setSize(const KyVec3<T>& size);
+    /// @{
+    /// As setSize, along one of the own axes.
     void setWidth(T width) { setSize(KyVec3<T>(width, mSize.y, mSize.z)); }
     void setHeight(T height) { setSize(KyVec3<T>(mSize.x, height, mSize.z)); }
     void setLength(T length) { setSize(KyVec3<T>(mSize.x, mSize.y, length)); }
+    /// @}
     /// Axis-aligned, from two opposite corners in any order.
     void setMinMax(const KyVec3<T>& first, const KyVec3<T>& second);
 
@@ -96,6 +115,7 @@ public:
     /// Grows, in its own orientation, until it contains both; null is neutral, infinite wins.
     void merge(const KyBox& other);
 
+    /// The same state, and when finite the same centre, orientation and size.
     bool operator==(const KyBox& other) const {
         return getType() == other.getType() && mCenter == other.mCenter && mOrientation == other.mOrientation &&
                mSize == other.mSize;

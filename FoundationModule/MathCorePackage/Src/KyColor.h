@@ -16,6 +16,7 @@
 ///     KyColor(KyColor::eOrange).getHtmlName();   // "#ffa500"
 class KYFOUNDATION_EXPORT KyColor {
 public:
+    /// Colours of HTML that have a name.
     enum Name : int {
         eAqua,
         eBlack,
@@ -37,9 +38,13 @@ public:
         eNbNames
     };
 
+    /// @{
+    /// 0 to 1; values beyond are kept.
     float red = 0.0f;
     float green = 0.0f;
     float blue = 0.0f;
+    /// @}
+    /// 0 is transparent, 1 is opaque.
     float alpha = 1.0f;
 
     /// Opaque black.

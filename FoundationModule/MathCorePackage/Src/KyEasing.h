@@ -10,6 +10,7 @@
 ///     KyEasing::compute(KyEasing::QuadIn, 0.5);   // 0.25
 class KYFOUNDATION_EXPORT KyEasing {
 public:
+    /// The curves.
     enum Kind : int {
         BackIn,
         BackOut,

@@ -9,12 +9,17 @@
 template <class T>
 class KyIntersectionPoint {
 public:
+    /// Where the ray begins.
     KyVec3<T> origin;
+    /// Where it meets the surface.
     KyVec3<T> position;
+    /// Of the surface there.
     KyVec3<T> normal;
+    /// From the origin to the position.
     T distance = T{0};
 
     KyIntersectionPoint() = default;
+    /// Converts the components.
     template <class U>
     constexpr explicit KyIntersectionPoint(const KyIntersectionPoint<U>& other)
         : origin(other.origin)
@@ -22,6 +27,7 @@ public:
         , normal(other.normal)
         , distance(static_cast<T>(other.distance)) {}
 
+    /// The same numbers.
     bool operator==(const KyIntersectionPoint&) const = default;
 
     /// Origin, position, normal, distance.

@@ -26,8 +26,11 @@ public:
     static KyMat4 fromRows(const std::array<T, 16>& numbers);
     /// From 16 numbers in the order of `data()`.
     static KyMat4 fromColumns(const std::array<T, 16>& numbers);
+    /// Moves by the vector.
     static KyMat4 fromTranslation(const KyVec3<T>& translation);
+    /// Turns by the quaternion.
     static KyMat4 fromRotation(const KyQuat<T>& rotation) { return rotation.getMatrix(); }
+    /// Multiplies along the axes.
     static KyMat4 fromScale(const KyVec3<T>& scale);
     /// Projection to OpenGL's cube; 0 < aperture < pi (radians, vertical), aspect = width / height > 0,
     /// 0 < near < far distance. The identity for any other values.
@@ -44,6 +47,7 @@ public:
     T get(int row, int column) const { return isInside(row, column) ? at(row, column) : T{0}; }
     /// The upper three numbers of column 0 ... 3; the null vector outside.
     KyVec3<T> getColumn(int column) const;
+    /// Of all 16 numbers; 0 for a singular matrix.
     T determinant() const;
     /// The identity for a singular matrix.
     KyMat4 getInverse() const;
@@ -60,7 +64,9 @@ public:
     /// Sets the upper three numbers of column 0 ... 3; nothing happens outside.
     void setColumn(int column, const KyVec3<T>& vector);
 
+    /// Becomes the matrix that changes nothing.
     void identity() { *this = KyMat4(); }
+    /// Swaps rows and columns.
     void transpose();
     /// False, unchanged, for a singular matrix.
     bool invert();
@@ -70,6 +76,7 @@ public:
     /// A direction: rotated and scaled only.
     KyVec3<T> transformVector(const KyVec3<T>& vector) const;
 
+    /// The product acts as `other` first, then as this matrix.
     KyMat4 operator*(const KyMat4& other) const;
     /// As `transformPoint`.
     KyVec3<T> operator*(const KyVec3<T>& point) const { return transformPoint(point); }

@@ -15,7 +15,9 @@ public:
     /// Type of the numbers in rays and meeting points: double for integers.
     using Real = KyScalar::Real<T>;
 
+    /// Across the plane; of any length but 0.
     KyVec3<T> normal{T{0}, T{0}, T{1}};
+    /// In lengths of the normal, from the origin.
     T distance = T{0};
 
     /// The plane z = 0.

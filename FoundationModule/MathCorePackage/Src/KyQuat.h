@@ -15,9 +15,13 @@
 template <class T>
 class KyQuat {
 public:
+    /// @{
+    /// The axis times the sine of half the angle.
     T x = T{0};
     T y = T{0};
     T z = T{0};
+    /// @}
+    /// The cosine of half the angle.
     T w = T{1};
 
     /// The identity.
@@ -36,6 +40,7 @@ public:
         , z(static_cast<T>(other.z))
         , w(static_cast<T>(other.w)) {}
 
+    /// Radians, right-handed, about an axis of any length.
     static KyQuat fromAxisAngle(const KyVec3<T>& axis, T angle) { return KyQuat(axis, angle); }
     /// As `setEulerAngles`.
     static KyQuat fromEuler(const KyVec3<T>& angles);
@@ -46,17 +51,20 @@ public:
     T angle() const;
     /// Length 1; (0, 0, 1) when nothing is rotated.
     KyVec3<T> axis() const;
+    /// As getLength, in T.
     T length() const { return static_cast<T>(getLength()); }
     /// The opposite rotation; the identity for the null quaternion.
     KyQuat getInverse() const;
     /// Where the -z axis points to: the looking direction of a camera.
     KyVec3<T> frontDirection() const { return rotate(KyVec3<T>(T{0}, T{0}, T{-1})); }
+    /// The vector turned; its length stays for a quaternion of length 1.
     KyVec3<T> rotate(const KyVec3<T>& vector) const;
     /// The rotation matrix; declared here, defined in KyMat4.h.
     KyMat4<T> getMatrix() const;
     /// The angles (a, b, c) of `setEulerAngles`: a and c in -pi ... pi, b in -pi/2 ... pi/2.
     /// A pure rotation about z gives (0, 0, c); where a and c turn about the same axis, c is 0.
     KyVec3<T> getEulerAngles() const;
+    /// As getEulerAngles.
     KyVec3<T> toEuler() const { return getEulerAngles(); }
     /// Spherical interpolation along the shorter way: this rotation at 0, `other` at 1, of length 1.
     KyQuat slerp(const KyQuat& other, T factor) const;
@@ -73,6 +81,7 @@ public:
     /// Makes the length 1; false, unchanged, for a null or not finite quaternion.
     bool normalize();
 
+    /// The same rotation, all components negated.
     KyQuat operator-() const { return KyQuat(-x, -y, -z, -w); }
     /// Component by component.
     KyQuat operator+(const KyQuat& other) const { return KyQuat(x + other.x, y + other.y, z + other.z, w + other.w); }

@@ -10,18 +10,23 @@
 template <class T>
 class KyRay {
 public:
+    /// Where it begins.
     KyVec3<T> origin;
+    /// Where it goes; of any length.
     KyVec3<T> direction;
 
     KyRay() = default;
+    /// The direction is taken as it is.
     constexpr KyRay(const KyVec3<T>& originValue, const KyVec3<T>& directionValue)
         : origin(originValue)
         , direction(directionValue) {}
+    /// Converts the components.
     template <class U>
     constexpr explicit KyRay(const KyRay<U>& other)
         : origin(other.origin)
         , direction(other.direction) {}
 
+    /// The point that lies that many lengths of the direction from the origin.
     KyVec3<T> getPoint(T distance) const { return origin + direction * distance; }
     bool operator==(const KyRay&) const = default;
 

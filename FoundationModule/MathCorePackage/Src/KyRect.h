@@ -17,8 +17,11 @@
 template <class T>
 class KyRect {
 public:
+    /// One corner: that of the least x and y when width and height are not negative.
     KyVec2<T> origin;
+    /// Along x.
     T width = T{};
+    /// Along y.
     T height = T{};
     /// A number of KyBoundState; a null one with any number other than 0 is finite.
     int state = KyBoundState::eNull;
@@ -47,39 +50,54 @@ public:
             return state;
         return KyBoundState::eFinite;
     }
+    /// @{
+    /// The state; a null rectangle holds nothing, an infinite one everything.
     bool isNull() const { return getType() == KyBoundState::eNull; }
     bool isFinite() const { return getType() == KyBoundState::eFinite; }
     bool isInfinite() const { return getType() == KyBoundState::eInfinite; }
+    /// @}
     /// Finite, without width and height.
     bool isPoint() const { return isFinite() && width == T{} && height == T{}; }
 
+    /// Width and height, as getWidth and getHeight give them.
     KyVec2<T> getSize() const { return KyVec2<T>(getWidth(), getHeight()); }
     /// The limit of T when infinite.
     T getWidth() const { return isInfinite() ? KyScalar::limit<T>() : width; }
+    /// See getWidth.
     T getHeight() const { return isInfinite() ? KyScalar::limit<T>() : height; }
     /// The smaller of both ends on each axis.
     KyVec2<T> getMin() const;
+    /// The larger of both ends on each axis.
     KyVec2<T> getMax() const;
+    /// The middle of origin and size, whatever the state.
     KyVec2<T> getCenter() const { return origin + KyVec2<T>(width, height) / T{2}; }
     /// Half the diagonal; 0 when null, infinity when infinite.
     double getRadius() const;
     /// Without sign; the limit of T when infinite or too large.
     T getArea() const;
+    /// Points of the border are inside.
     bool contains(const KyVec2<T>& point) const;
+    /// Whether there is a common point.
     bool intersects(const KyRect& other) const;
     /// Stores the common part, which may be a line or a point; false, leaving `common`, when there is none.
     bool getIntersects(const KyRect& other, KyRect& common) const;
 
+    /// Makes the rectangle hold nothing.
     void setNull() { *this = KyRect(); }
     /// Keeps the numbers; (0, 0, 0, 0) becomes the point (0, 0).
     void setFinite() { state = KyBoundState::eFinite; }
+    /// Makes the rectangle hold everything.
     void setInfinite();
+    /// Without width and height.
     void setPoint(const KyVec2<T>& point);
     /// Makes an infinite rectangle finite, as every setter of a size or position does.
     void setOrigin(const KyVec2<T>& value);
+    /// @{
+    /// The origin stays.
     void setSize(const KyVec2<T>& size);
     void setWidth(T value) { setSize(KyVec2<T>(value, height)); }
     void setHeight(T value) { setSize(KyVec2<T>(width, value)); }
+    /// @}
     /// From two opposite corners, in any order.
     void setMinMax(const KyVec2<T>& first, const KyVec2<T>& second);
 
@@ -90,6 +108,7 @@ public:
     /// Grows to the smallest rectangle that contains both; null is neutral, infinite wins.
     void merge(const KyRect& other);
 
+    /// The same state and the same numbers.
     bool operator==(const KyRect& other) const {
         return getType() == other.getType() && origin == other.origin && width == other.width && height == other.height;
     }

@@ -17,7 +17,9 @@
 template <class T>
 class KyVec2 {
 public:
+    /// The first component.
     T x = T{};
+    /// The second component.
     T y = T{};
 
     /// The null vector.
@@ -35,7 +37,9 @@ public:
     constexpr T operator[](int index) const { return index == 0 ? x : y; }
     constexpr T& operator[](int index) { return index == 0 ? x : y; }
 
+    /// The Euclidean length, without overflow between.
     double length() const { return KyScalar::length(static_cast<double>(x), static_cast<double>(y)); }
+    /// The scalar product, computed in double.
     double dot(const KyVec2& other) const {
         return static_cast<double>(x) * static_cast<double>(other.x) +
                static_cast<double>(y) * static_cast<double>(other.y);
@@ -60,11 +64,16 @@ public:
         return true;
     }
 
+    /// @{
+    /// In T's own arithmetic, as the operators below.
     constexpr KyVec2& operator+=(const KyVec2& other) { return *this = *this + other; }
     constexpr KyVec2& operator-=(const KyVec2& other) { return *this = *this - other; }
     constexpr KyVec2& operator*=(T factor) { return *this = *this * factor; }
     constexpr KyVec2& operator/=(T divisor) { return *this = *this / divisor; }
+    /// @}
 
+    /// @{
+    /// Component by component, in T's own arithmetic.
     constexpr KyVec2 operator-() const { return KyVec2(KyScalar::negate(x), KyScalar::negate(y)); }
     constexpr KyVec2 operator+(const KyVec2& other) const {
         return KyVec2(KyScalar::add(x, other.x), KyScalar::add(y, other.y));
@@ -75,6 +84,7 @@ public:
     constexpr KyVec2 operator*(T factor) const {
         return KyVec2(KyScalar::multiply(x, factor), KyScalar::multiply(y, factor));
     }
+    /// @}
     /// Component by component.
     constexpr KyVec2 operator*(const KyVec2& other) const {
         return KyVec2(KyScalar::multiply(x, other.x), KyScalar::multiply(y, other.y));

@@ -17,8 +17,11 @@
 template <class T>
 class KyVec3 {
 public:
+    /// Along the first axis: to the right, where nothing else is said.
     T x = T{};
+    /// Along the second axis: upwards.
     T y = T{};
+    /// Along the third axis: backwards, to the viewer.
     T z = T{};
 
     /// The null vector.
@@ -38,9 +41,11 @@ public:
     constexpr T operator[](int index) const { return index == 0 ? x : (index == 1 ? y : z); }
     constexpr T& operator[](int index) { return index == 0 ? x : (index == 1 ? y : z); }
 
+    /// The Euclidean length, without overflow between.
     double length() const {
         return KyScalar::length(static_cast<double>(x), static_cast<double>(y), static_cast<double>(z));
     }
+    /// The scalar product, computed in double.
     double dot(const KyVec3& other) const {
         return static_cast<double>(x) * static_cast<double>(other.x) +
                static_cast<double>(y) * static_cast<double>(other.y) +
@@ -70,11 +75,16 @@ public:
         return true;
     }
 
+    /// @{
+    /// In T's own arithmetic, as the operators below.
     constexpr KyVec3& operator+=(const KyVec3& other) { return *this = *this + other; }
     constexpr KyVec3& operator-=(const KyVec3& other) { return *this = *this - other; }
     constexpr KyVec3& operator*=(T factor) { return *this = *this * factor; }
     constexpr KyVec3& operator/=(T divisor) { return *this = *this / divisor; }
+    /// @}
 
+    /// @{
+    /// Component by component, in T's own arithmetic.
     constexpr KyVec3 operator-() const { return KyVec3(KyScalar::negate(x), KyScalar::negate(y), KyScalar::negate(z)); }
     constexpr KyVec3 operator+(const KyVec3& other) const {
         return KyVec3(KyScalar::add(x, other.x), KyScalar::add(y, other.y), KyScalar::add(z, other.z));
@@ -85,6 +95,7 @@ public:
     constexpr KyVec3 operator*(T factor) const {
         return KyVec3(KyScalar::multiply(x, factor), KyScalar::multiply(y, factor), KyScalar::multiply(z, factor));
     }
+    /// @}
     /// Component by component.
     constexpr KyVec3 operator*(const KyVec3& other) const {
         return KyVec3(KyScalar::multiply(x, other.x), KyScalar::multiply(y, other.y), KyScalar::multiply(z, other.z));

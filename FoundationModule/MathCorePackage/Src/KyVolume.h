@@ -35,20 +35,29 @@ public:
 
     /// The state's number, one of KyBoundState; a number outside counts as finite.
     int getType() const { return isNull() || isInfinite() ? state : static_cast<int>(KyBoundState::eFinite); }
+    /// @{
+    /// The state; a null volume holds nothing, an infinite one everything.
     bool isNull() const { return state == KyBoundState::eNull; }
     bool isEmpty() const { return isNull(); }
     bool isFinite() const { return !isNull() && !isInfinite(); }
     bool isInfinite() const { return state == KyBoundState::eInfinite; }
+    /// @}
     /// Finite, without any extent.
     bool isPoint() const { return isFinite() && mMin == mMax; }
 
     /// Limits of T when infinite, null vectors when null.
     KyVec3<T> getMin() const;
+    /// The upper corner; see getMin.
     KyVec3<T> getMax() const;
+    /// The middle.
     KyVec3<T> getCenter() const;
+    /// The three extents.
     KyVec3<T> getSize() const;
+    /// Along x.
     T getWidth() const { return getSize().x; }
+    /// Along y.
     T getHeight() const { return getSize().y; }
+    /// Along z.
     T getLength() const { return getSize().z; }
     /// Half the diagonal; 0 when null, infinity when infinite.
     double getRadius() const;
@@ -63,25 +72,33 @@ public:
     /// The bound of this volume moved by `matrix`; null and infinite stay.
     KyVolume getTransformed(const KyMat4<T>& matrix) const requires std::floating_point<T>;
 
+    /// Points of the surface are inside.
     bool contains(const KyVec3<T>& point) const;
     /// Every point of `other`; true for a null one.
     bool contains(const KyVolume& other) const;
+    /// Whether there is a common point.
     bool intersects(const KyVolume& other) const;
     /// Stores the common part, which may be flat; false, leaving `common`, when there is none.
     bool getIntersects(const KyVolume& other, KyVolume& common) const;
 
+    /// Makes the volume hold nothing.
     void setNull() { *this = KyVolume(); }
     /// Keeps the corners, which are (0, 0, 0) for a volume that was null or infinite.
     void setFinite() { state = KyBoundState::eFinite; }
+    /// Makes the volume hold everything.
     void setInfinite();
+    /// Without extent.
     void setPoint(const KyVec3<T>& point) { setMinMax(point, point); }
     /// Moves the volume; null and infinite become a point.
     void setCenter(const KyVec3<T>& center);
     /// The centre stays. Sizes are taken without sign; null and infinite become finite around (0, 0, 0).
     void setSize(const KyVec3<T>& size);
+    /// @{
+    /// As setSize, along one axis.
     void setWidth(T width) { setExtent(0, width); }
     void setHeight(T height) { setExtent(1, height); }
     void setLength(T length) { setExtent(2, length); }
+    /// @}
     /// From two opposite corners, in any order.
     void setMinMax(const KyVec3<T>& first, const KyVec3<T>& second);
 
@@ -91,8 +108,10 @@ public:
     void scale(T factor);
     /// Grows to the smallest volume that contains both; null is neutral, infinite wins.
     void merge(const KyVolume& other);
+    /// Grows to hold the point.
     void mergePoint(const KyVec3<T>& point) { merge(KyVolume(point, point)); }
 
+    /// The same state, and when finite the same corners.
     bool operator==(const KyVolume& other) const {
         return getType() == other.getType() && (!isFinite() || (mMin == other.mMin && mMax == other.mMax));
     }

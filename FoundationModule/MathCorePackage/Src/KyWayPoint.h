@@ -8,8 +8,11 @@
 template <class T>
 class KyWayPoint {
 public:
+    /// Where the path passes.
     KyVec3<T> position;
+    /// When it does, in seconds.
     T time = T{0};
+    /// Units a second, used by cubic interpolation alone.
     KyVec3<T> cubicVelocity;
 
     KyWayPoint() = default;

@@ -4,6 +4,14 @@
 
 KyAttributeInterface::~KyAttributeInterface() = default;
 
+const KyFieldType* KyAttributeInterface::getEnumeration() const {
+    return nullptr;
+}
+
+const KyType* KyAttributeInterface::getObjectType() const {
+    return nullptr;
+}
+
 const std::string& KyAttributeInterface::getMetadata(std::string_view key) const {
     static const std::string none;
     const auto found = mMetadata.find(key);

@@ -10,13 +10,16 @@
 #include <string_view>
 
 class KyObject;
+class KyType;
 
 /// One attribute of an object type (or of one dynamic object): a single value or a container of values, read and
 /// written as fields. Owned by the type record.
 class KYFOUNDATION_EXPORT KyAttributeInterface {
 public:
+    /// Whether it has one value, a list of values, or is read by its own class alone.
     enum Kind { eSingle, eContainer, eOther, eNbKinds };
 
+    /// What derived classes know of themselves; the name is the attribute's for good.
     KyAttributeInterface(std::string name, Kind kind, KyFieldKind valueKind)
         : mName(std::move(name))
         , mKind(kind)
@@ -25,10 +28,17 @@ public:
     KyAttributeInterface& operator=(const KyAttributeInterface&) = delete;
     virtual ~KyAttributeInterface();
 
+    /// As editors and scripts name it.
     const std::string& getName() const { return mName; }
+    /// What getValue and setValue work on.
     Kind getKind() const { return mKind; }
     /// Kind of the value, or of a container's elements.
     KyFieldKind getValueKind() const { return mValueKind; }
+    /// Of an enumerated value, whose kind is Int: its field type. Null for others, and until that is registered.
+    virtual const KyFieldType* getEnumeration() const;
+    /// The class of the objects that it holds; null for values.
+    virtual const KyType* getObjectType() const;
+    /// True when there is no way to set it.
     virtual bool isReadOnly() const = 0;
     /// Free text such as "category" or "unit"; empty when absent.
     const std::string& getMetadata(std::string_view key) const;
@@ -43,6 +53,7 @@ public:
     virtual bool getNbValues(const KyObject& object, unsigned& count) const;
     /// Containers: inserts before `index` (count appends).
     virtual bool addValue(KyObject& object, unsigned index, const KyField& value) const;
+    /// Containers only: takes the element out; false when out of range or not offered.
     virtual bool removeValue(KyObject& object, unsigned index) const;
 
 private:

@@ -10,6 +10,8 @@
 #include <tuple>
 #include <utility>
 
+/// @cond
+
 /// Parameter types, result and class of a callable.
 template <class F>
 struct KyCallableTraits : KyCallableTraits<decltype(&F::operator())> {
@@ -36,6 +38,8 @@ struct KyCallableTraits<R (C::*)(A...) noexcept> : KyCallableTraits<R (C::*)(A..
 template <class R, class C, class... A>
 struct KyCallableTraits<R (C::*)(A...) const noexcept> : KyCallableTraits<R (C::*)(A...)> {};
 
+/// @endcond
+
 /// What a callable gives when it is called as a method of T, or alone with T void.
 template <class T, class Callable, class... A>
 struct KyCallResult {
@@ -46,14 +50,42 @@ struct KyCallResult<void, Callable, A...> {
     using type = std::invoke_result_t<const Callable&, A...>;
 };
 
+/// What a parameter of type Arg takes.
+template <class Arg>
+KyParameter kyMakeParameter() {
+    using Argument = KyFieldArgument<Arg>;
+    KyParameter parameter;
+    parameter.kind = Argument::getKind();
+    parameter.isAny = Argument::cIsAny;
+    if constexpr (Argument::cIsObject)
+        parameter.objectType = &Argument::Target::getType;
+    return parameter;
+}
+
+/// What a callable with that result gives, see kyToField.
+template <class Result>
+KyParameter kyMakeResult() {
+    using Plain = std::remove_cvref_t<Result>;
+    if constexpr (std::is_void_v<Result>)
+        return KyParameter();
+    else if constexpr (KyFieldDetail::cIsPointerList<Plain>) {
+        KyParameter list = kyMakeParameter<typename Plain::value_type>();
+        list.kind = KyFieldManager::getKind<std::vector<KyField>>();
+        return list;
+    } else
+        return kyMakeParameter<Result>();
+}
+
 /// A KyFunction over any callable. With a class T the callable is a method: a member function of T or a callable whose
 /// first parameter is a T&; with T void it takes its arguments only.
 template <class T, class Callable, class... A>
 class KyBoundFunction final : public KyFunction {
 public:
+    /// The callable is copied.
     KyBoundFunction(std::string name, Role role, Callable callable)
-        : KyFunction(std::move(name), role, {makeParameter<A>()...})
+        : KyFunction(std::move(name), role, {kyMakeParameter<A>()...})
         , mCallable(std::move(callable)) {
+        mResult = kyMakeResult<Result>();
         if constexpr (cHasNumberCall)
             mNumberCall = &callWithNumbers;
     }
@@ -65,17 +97,6 @@ public:
     }
 
 private:
-    template <class Arg>
-    static KyParameter makeParameter() {
-        using Argument = KyFieldArgument<Arg>;
-        KyParameter parameter;
-        parameter.kind = Argument::getKind();
-        parameter.isAny = Argument::cIsAny;
-        if constexpr (Argument::cIsObject)
-            parameter.objectType = &Argument::Target::getType;
-        return parameter;
-    }
-
     using Result = typename KyCallResult<T, Callable, A...>::type;
 
     // Wider integers would lose digits, booleans their type.

@@ -36,9 +36,11 @@ public:
     /// part of the identity. Null when the name is empty, the value is of no type, or name and category exist already.
     const KyAttributeInterface* addAttribute(const std::string& name, const KyField& value,
                                              const std::string& metadata = {});
+    /// False when there is none.
     bool removeAttribute(std::string_view name, std::string_view category = {});
     /// Null when there is none.
     const KyAttributeInterface* findAttribute(std::string_view name, std::string_view category) const;
+    /// Removes all attributes of that category.
     void clearCategory(std::string_view category);
 
 protected:

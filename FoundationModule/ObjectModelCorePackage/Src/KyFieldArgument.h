@@ -6,6 +6,7 @@
 #include "KyField.h"
 
 #include <functional>
+#include <list>
 #include <string>
 #include <type_traits>
 #include <vector>
@@ -76,17 +77,25 @@ private:
     }
 };
 
+namespace KyFieldDetail {
+
+template <class T>
+inline constexpr bool cIsPointerList = false;
+template <class T>
+inline constexpr bool cIsPointerList<std::vector<T*>> = true;
+template <class T>
+inline constexpr bool cIsPointerList<std::list<T*>> = true;
+
+} // namespace KyFieldDetail
+
 /// A C++ result as a field. Objects become weak references, lists of objects a list of fields.
 template <class R>
 KyField kyToField(R&& value) {
     using Plain = std::remove_cvref_t<R>;
     if constexpr (KyObjectClass<Plain>) {
         return KyField(&value);
-    } else if constexpr (KyIsFieldList<Plain>::value) {
-        if constexpr (std::is_pointer_v<typename Plain::value_type>)
-            return KyField(std::vector<KyField>(value.begin(), value.end()));
-        else
-            return KyField(std::forward<R>(value));
+    } else if constexpr (KyFieldDetail::cIsPointerList<Plain>) {
+        return KyField(std::vector<KyField>(value.begin(), value.end()));
     } else {
         return KyField(std::forward<R>(value));
     }

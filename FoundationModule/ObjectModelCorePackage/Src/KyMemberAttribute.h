@@ -31,6 +31,16 @@ T& self(const KyObject& object) {
     return static_cast<T&>(const_cast<KyObject&>(object));
 }
 
+/// The class of the objects that a value of that type is, null when it is none.
+template <class Value>
+const KyType* getObjectType() {
+    using Argument = KyFieldArgument<Value>;
+    if constexpr (Argument::cIsObject)
+        return Argument::Target::getType();
+    else
+        return nullptr;
+}
+
 template <class T, class Callable>
 struct LastArgument {
     using Arguments = typename KyCallableTraits<Callable>::Arguments;
@@ -44,13 +54,16 @@ struct LastArgument {
 template <class T, class Getter, class Setter>
 class KyMemberAttribute final : public KyAttributeInterface {
 public:
+    /// What the getter gives.
     using Value = std::remove_cvref_t<std::invoke_result_t<const Getter&, T&>>;
 
+    /// Made by KyTypeBuilder::attribute.
     KyMemberAttribute(std::string name, Getter getter, Setter setter)
         : KyAttributeInterface(std::move(name), eSingle, KyFieldArgument<Value>::getKind())
         , mGetter(getter)
         , mSetter(setter) {}
 
+    const KyType* getObjectType() const override { return KyAttributeDetail::getObjectType<Value>(); }
     bool isReadOnly() const override { return !KyAttributeDetail::cIsGiven<Setter>; }
 
     bool getValue(const KyObject& object, KyField& value, unsigned index) const override {
@@ -86,21 +99,24 @@ private:
 template <class T, class Getter, class Setter>
 class KyEnumAttribute final : public KyAttributeInterface {
 public:
+    /// What the getter gives.
     using Value = std::remove_cvref_t<std::invoke_result_t<const Getter&, T&>>;
 
+    /// Made by KyTypeBuilder; `fieldType` names a registered enumerated type.
     KyEnumAttribute(std::string name, std::string fieldType, Getter getter, Setter setter)
         : KyAttributeInterface(std::move(name), eSingle, cFieldKindOf<std::int32_t>)
         , mFieldType(std::move(fieldType))
         , mGetter(getter)
         , mSetter(setter) {}
 
+    const KyFieldType* getEnumeration() const override { return KyFieldManager::get().findFieldType(mFieldType); }
     bool isReadOnly() const override { return !KyAttributeDetail::cIsGiven<Setter>; }
 
     bool getValue(const KyObject& object, KyField& value, unsigned index) const override {
         if (index != 0)
             return false;
         const auto number = static_cast<std::int32_t>(std::invoke(mGetter, KyAttributeDetail::self<T, Getter>(object)));
-        const KyFieldType* type = KyFieldManager::get().findFieldType(mFieldType);
+        const KyFieldType* type = getEnumeration();
         value = type ? KyField::makeEnumerated(type->getKind(), number) : KyField(number);
         return true;
     }
@@ -122,7 +138,7 @@ public:
 
 private:
     bool readNumber(const KyField& value, std::int32_t& number) const {
-        const KyFieldType* type = KyFieldManager::get().findFieldType(mFieldType);
+        const KyFieldType* type = getEnumeration();
         if (!type)
             return value.to(number);
         if (value.isText())
@@ -142,8 +158,10 @@ private:
 template <class T, class Count, class Get, class Set, class Insert, class Remove>
 class KyContainerAttribute final : public KyAttributeInterface {
 public:
+    /// What the getter gives for an index.
     using Value = std::remove_cvref_t<std::invoke_result_t<const Get&, T&, unsigned>>;
 
+    /// Made by KyTypeBuilder; what is null is not offered.
     KyContainerAttribute(std::string name, Count count, Get get, Set set, Insert insert, Remove remove)
         : KyAttributeInterface(std::move(name), eContainer, KyFieldArgument<Value>::getKind())
         , mCount(count)
@@ -152,6 +170,7 @@ public:
         , mInsert(insert)
         , mRemove(remove) {}
 
+    const KyType* getObjectType() const override { return KyAttributeDetail::getObjectType<Value>(); }
     bool isReadOnly() const override { return !KyAttributeDetail::cIsGiven<Set>; }
 
     bool getNbValues(const KyObject& object, unsigned& count) const override {

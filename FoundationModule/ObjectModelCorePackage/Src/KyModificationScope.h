@@ -13,6 +13,7 @@ class KyObject;
 /// whether the object ended meanwhile. Lives on the stack around the setter.
 class KYFOUNDATION_EXPORT KyModificationScope {
 public:
+    /// The object may end while the scope lives.
     explicit KyModificationScope(KyObject& object);
     ~KyModificationScope();
     KyModificationScope(const KyModificationScope&) = delete;
@@ -21,7 +22,9 @@ public:
     /// Tells the listeners unless the setter has done so or the object is gone.
     void finish(KyObjectModificationType kind, const std::string& attribute, int index);
 
+    /// To be called by whatever tells a change of the object.
     static void onNotified(const KyObject* object);
+    /// To be called when the object ends.
     static void onEnded(const KyObject* object);
 
 private:

@@ -33,6 +33,7 @@ public:
     KyObject();
     /// A copy is a new identity: no listeners, no references, no attributes of its own.
     KyObject(const KyObject& other);
+    /// Copies no identity: listeners, references and own attributes stay those of this object.
     KyObject& operator=(const KyObject& other);
     virtual ~KyObject();
 
@@ -54,10 +55,12 @@ public:
     /// The base has no name: it reads as empty and setting does nothing.
     virtual const std::string& getName() const;
     virtual void setName(const std::string& name);
+    /// True for classes whose name can be set.
     virtual bool hasNameAttribute() const;
 
     /// Attribute of that name, inherited and own ones included; null when there is none. One hash probe.
     const KyAttributeInterface* getAttribute(std::string_view name) const;
+    /// Inherited and own ones.
     unsigned getNbAttributes() const;
     /// Attribute by index, base class first; null when out of range.
     const KyAttributeInterface* getAttribute(unsigned index) const;
@@ -66,6 +69,7 @@ public:
     /// Null when there is no component of that name.
     virtual KyObject* getComponentByName(std::string_view name) const;
 
+    /// Those of the class, and of the base classes when `inherited`.
     virtual unsigned getNbSignals(bool inherited = true) const;
     /// Null when out of range; the base has one signal, "modifiedSignal".
     virtual KySignalBase* editSignal(unsigned index);
@@ -73,10 +77,13 @@ public:
     virtual const std::string& getSignalName(unsigned index) const;
     /// Null when there is no signal of that name.
     KySignalBase* editSignal(std::string_view name);
+    /// How others may use the signal of that index; the base says 2, listen and send, for every one.
     virtual int getSignalAccess(unsigned index) const;
 
     /// Sent with (object, kind, attribute name, index; index -1 where none applies).
     KyModifiedSignal& modifiedSignal();
+    /// @{
+    /// As connect and disconnect of the modification signal.
     template <class Receiver, class Slot>
     void connectModified(Receiver* receiver, Slot slot) {
         modifiedSignal().connect(receiver, slot);
@@ -86,6 +93,7 @@ public:
         if (mIsWatched)
             modifiedSignal().disconnect(receiver, slot);
     }
+    /// @}
     /// Tells listeners that an attribute changed. Setters of C++ classes call it; an attribute set by name tells once,
     /// whether its setter called it or not.
     void notifyModified(KyObjectModificationType kind, const std::string& name, int index = -1);
@@ -103,10 +111,14 @@ protected:
     /// Sends kinds 0 and 1 unless that has been done. Classes that end in ways of their own call it first.
     void notifyEnd();
 
+    /// Attributes that the object carries beside those of its type; null when there is none of that name or index.
     virtual const KyAttributeInterface* getOwnAttribute(std::string_view name) const;
+    /// Attributes that the object carries beside those of its type.
     virtual unsigned getNbOwnAttributes() const;
+    /// Null when out of range.
     virtual const KyAttributeInterface* getOwnAttribute(unsigned index) const;
 
+    /// Set by classes whose objects carry attributes of their own.
     bool mHasOwnAttributes = false;
 
 private:

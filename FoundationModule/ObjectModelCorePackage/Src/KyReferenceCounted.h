@@ -9,13 +9,17 @@
 class KYFOUNDATION_EXPORT KyReferenceCounted {
 public:
     KyReferenceCounted() = default;
+    /// Starts at 0.
     KyReferenceCounted(const KyReferenceCounted&) {}
+    /// The count stays.
     KyReferenceCounted& operator=(const KyReferenceCounted&) { return *this; }
     virtual ~KyReferenceCounted();
 
+    /// Adds one; give it back with removeReference.
     void addReference() const { ++mNbReferences; }
     /// Gives a reference back; with the last one onLastReference() ends the object.
     void removeReference() const;
+    /// References that are held now.
     unsigned getNbReferences() const { return mNbReferences; }
 
 protected:

@@ -25,10 +25,14 @@ struct KySlot {
     /// Bytes of a pointer to member, so that the same slot is found again; all zero for other callables.
     using Key = std::array<std::byte, 32>;
 
+    /// Null for a callable without receiver.
     KyHasSlots* receiver = nullptr;
+    /// Null once the connection has ended.
     KySignalBase* signal = nullptr;
+    /// Which member function it is.
     Key key{};
 
+    /// False once the connection has ended.
     bool isConnected() const { return signal != nullptr; }
 };
 
@@ -36,8 +40,10 @@ struct KySlot {
 class KYFOUNDATION_EXPORT KyConnection {
 public:
     KyConnection() = default;
+    /// Names the connection of that record.
     explicit KyConnection(std::weak_ptr<KySlot> slot)
         : mSlot(std::move(slot)) {}
+    /// False once the connection has ended, and for a handle that never had one.
     bool isConnected() const;
     /// Ends the connection; nothing when it has ended already.
     void disconnect();
@@ -50,10 +56,14 @@ private:
 class KYFOUNDATION_EXPORT KyHasSlots {
 public:
     KyHasSlots() = default;
+    /// @{
+    /// A copy has no connections, and assignment leaves those there are.
     KyHasSlots(const KyHasSlots&) {}
     KyHasSlots& operator=(const KyHasSlots&) { return *this; }
+    /// @}
     virtual ~KyHasSlots();
 
+    /// Ends all connections to this receiver.
     void disconnectAll();
 
 private:
@@ -66,40 +76,52 @@ private:
 /// A named signal without its argument types: what can be found by name or index and listened to with fields.
 class KYFOUNDATION_EXPORT KySignalBase {
 public:
+    /// Takes the arguments as fields.
     using GenericSlot = std::function<void(std::span<const KyField>)>;
 
+    /// The name is what scripts and editors show.
     explicit KySignalBase(std::string name)
         : mName(std::move(name)) {}
     KySignalBase(const KySignalBase&) = delete;
     KySignalBase& operator=(const KySignalBase&) = delete;
     virtual ~KySignalBase();
 
+    /// As scripts and editors show it.
     const std::string& getName() const { return mName; }
+    /// Those alive now.
     unsigned getNbConnections() const;
+    /// Number of arguments of one sending.
     virtual unsigned getNbArguments() const = 0;
     /// Listens with the arguments as fields; arguments that no field holds arrive empty.
     virtual KyConnection connectGeneric(GenericSlot slot, KyHasSlots* receiver = nullptr) = 0;
     /// Drops every connection to the receiver.
     void disconnect(const KyHasSlots* receiver);
+    /// Ends all connections of the signal.
     void disconnectAll();
 
 protected:
     friend class KyConnection;
     friend class KyHasSlots;
 
+    /// In the order of connection.
     using Slots = std::vector<std::shared_ptr<KySlot>>;
 
+    /// Adds the connection on both sides; a null receiver is allowed.
     KyConnection enter(std::shared_ptr<KySlot> slot, KyHasSlots* receiver);
+    /// Ends one connection.
     void drop(KySlot& slot);
+    /// Ends the connections of that member function to the receiver.
     void dropKey(const KyHasSlots* receiver, const KySlot::Key& key);
 
     /// While one lives, slots are only marked as dropped; it knows when the signal ends under it.
     class KYFOUNDATION_EXPORT Emission {
     public:
+        /// Begins a sending of the signal.
         explicit Emission(KySignalBase& signal);
         ~Emission();
         Emission(const Emission&) = delete;
         Emission& operator=(const Emission&) = delete;
+        /// False once the signal ended during the sending.
         bool isSignalAlive() const { return mSignal != nullptr; }
 
     private:
@@ -108,6 +130,7 @@ protected:
         Emission* mOuter;
     };
 
+    /// The connections, those marked as dropped included.
     Slots mSlots;
 
 private:
@@ -130,9 +153,11 @@ private:
 template <class... Args>
 class KySignal : public KySignalBase {
 public:
+    /// What a callable without member function is kept as.
     using Function = std::function<void(Args...)>;
 
     using KySignalBase::disconnect;
+    /// With the signal's name.
     using KySignalBase::KySignalBase;
 
     /// Connects a member function; the receiver's end disconnects it.
@@ -144,11 +169,13 @@ public:
     KyConnection connect(KyHasSlots& receiver, Function function) { return add(&receiver, std::move(function), {}); }
     KyConnection connect(Function function) { return add(nullptr, std::move(function), {}); }
 
+    /// Ends the connections of that member function to the receiver.
     template <class Receiver, class Class, class Result>
     void disconnect(Receiver* receiver, Result (Class::*slot)(Args...)) {
         dropKey(receiver, makeKey(slot));
     }
 
+    /// Runs the slots; the signal may end meanwhile.
     void send(Args... args) {
         if (mSlots.empty())
             return;

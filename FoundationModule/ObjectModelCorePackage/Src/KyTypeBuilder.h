@@ -12,6 +12,30 @@
 #include <type_traits>
 #include <utility>
 
+namespace KySignalDetail {
+
+/// Signals may be sent with pointers to classes that are only declared here, or that are no objects.
+template <class Arg>
+KyParameter makeParameter() {
+    using Target = std::remove_const_t<std::remove_pointer_t<std::remove_cvref_t<Arg>>>;
+    [[maybe_unused]] constexpr bool cIsDescribed = requires {
+        static_cast<const KyType* (*)()>(&Target::getType);
+    };
+    if constexpr (!std::is_class_v<Target> || !std::is_pointer_v<std::remove_cvref_t<Arg>>)
+        return kyMakeParameter<Arg>();
+    else if constexpr (cIsDescribed)
+        return {cFieldKindOf<KyObjectReference>, &Target::getType, false};
+    else
+        return {cFieldKindInvalid, nullptr, true};
+}
+
+template <class... Args>
+std::vector<KyParameter> makeParameters(const KySignal<Args...>*) {
+    return {makeParameter<Args>()...};
+}
+
+} // namespace KySignalDetail
+
 /// Describes class T once, for everybody. Used in T::initializeType; the parent's initializeType comes first.
 ///
 /// ```
@@ -72,18 +96,23 @@ public:
     /// An object that this one holds; `Getter` is a member function that returns its pointer.
     template <auto Getter>
     KyTypeBuilder& component(std::string name) {
-        mType->mComponents.push_back({std::move(name), [](const KyObject& object) -> KyObject* {
-                                          return std::invoke(Getter, static_cast<T&>(const_cast<KyObject&>(object)));
-                                      }});
+        using Held = std::remove_pointer_t<std::decay_t<std::invoke_result_t<decltype(Getter), T&>>>;
+        const auto get = [](const KyObject& object) -> KyObject* {
+            return std::invoke(Getter, static_cast<T&>(const_cast<KyObject&>(object)));
+        };
+        mType->mComponents.push_back({std::move(name), get, &Held::getType});
         return *this;
     }
 
     /// A signal that is a data member or is returned by a member function.
     template <auto Member>
     KyTypeBuilder& signal(std::string name) {
-        mType->mSignals.push_back({std::move(name), [](KyObject& object) -> KySignalBase& {
-                                       return std::invoke(Member, static_cast<T&>(object));
-                                   }});
+        using Signal = std::remove_reference_t<std::invoke_result_t<decltype(Member), T&>>;
+        const auto edit = [](KyObject& object) -> KySignalBase& {
+            return std::invoke(Member, static_cast<T&>(object));
+        };
+        mType->mSignals.push_back(
+            {std::move(name), edit, KySignalDetail::makeParameters(static_cast<const Signal*>(nullptr))});
         return *this;
     }
 
@@ -94,6 +123,7 @@ public:
         return *this;
     }
 
+    /// A function of the class that needs no object.
     template <class Callable>
     KyTypeBuilder& staticMethod(std::string name, Callable callable) {
         mType->mStaticMethods.push_back(kyMakeFunction(std::move(name), callable));
@@ -126,11 +156,13 @@ public:
         return *this;
     }
 
+    /// See KyType::getVersion.
     KyTypeBuilder& version(int number) {
         mType->mVersion = number;
         return *this;
     }
 
+    /// The record, which the registry owns.
     const KyType* build() { return mType; }
 
 private:

@@ -34,6 +34,29 @@ TEST_F(KyTypeTest, InheritsAttributesAndLetsAClassDescribeOneAnew) {
     EXPECT_EQ(Shape::getType()->getAttribute("Size")->getMetadata("unit"), "metre");
 }
 
+TEST_F(KyTypeTest, TellsWhatMembersHoldAndFunctionsGive) {
+    const KyType& shape = *Shape::getType();
+    EXPECT_EQ(shape.getAttribute("Partner")->getObjectType(), &shape);
+    EXPECT_EQ(shape.getAttribute("Size")->getObjectType(), nullptr);
+    EXPECT_EQ(shape.getComponent("Part")->objectType(), KyObject::getType());
+    const std::vector<KyParameter>& sent = shape.getSignals().back().parameters;
+    ASSERT_EQ(sent.size(), 1u);
+    EXPECT_EQ(sent[0].kind, cFieldKindOf<std::int32_t>);
+    const std::vector<KyParameter>& ofRoot = KyObject::getType()->getSignals().front().parameters;
+    ASSERT_EQ(ofRoot.size(), 4u);
+    EXPECT_EQ(ofRoot[0].objectType(), KyObject::getType());
+
+    const auto getResult = [](auto callable) { return kyMakeFunction("f", callable)->getResult(); };
+    EXPECT_EQ(getResult([] {}).kind, cFieldKindInvalid);
+    EXPECT_FALSE(getResult([] {}).isAny);
+    EXPECT_TRUE(getResult([] { return KyField(); }).isAny);
+    EXPECT_EQ(getResult([] { return "text"; }).kind, cFieldKindOf<std::string>);
+    EXPECT_EQ(getResult([]() -> Shape* { return nullptr; }).objectType(), &shape);
+    const KyParameter list = getResult([] { return std::vector<Shape*>(); });
+    EXPECT_EQ(list.objectType(), &shape);
+    EXPECT_TRUE(KyFieldManager::getFieldType(list.kind).isList());
+}
+
 TEST_F(KyTypeTest, RecordsGoInAnyOrderAndComeBack) {
     const KyType* circleRecord = Circle::getType();
     const KyType* shapeRecord = Shape::getType();

@@ -20,6 +20,7 @@ public:
     /// grows with both, here up to half a megabyte.
     static constexpr std::size_t cMaxTextLength = 1024;
 
+    /// What is no expression is reported, and matches nothing.
     explicit KyRegexp(const std::string& expression);
     KyRegexp(const KyRegexp&) = delete;
     KyRegexp& operator=(const KyRegexp&) = delete;

@@ -29,6 +29,7 @@
 /// registered on any.
 class KYFOUNDATION_EXPORT KyResource {
 public:
+    /// What is to be done with the bytes.
     enum Mode : int {
         eRead = 0,
         eWrite = 1,  ///< creates, or empties what is there
@@ -43,6 +44,7 @@ public:
     using Destructor = void (*)(KyResource& resource);
 
     KyResource() = default;
+    /// Opens nothing yet.
     explicit KyResource(const KyURL& url);
     KyResource(const KyResource&) = delete;
     KyResource& operator=(const KyResource&) = delete;
@@ -50,6 +52,7 @@ public:
 
     /// The URL as given; from the first opening on, resolved.
     [[nodiscard]] const KyURL& getURL() const { return mURL; }
+    /// Between a successful opening and the closing.
     [[nodiscard]] bool isOpened() const { return mBuffer != nullptr; }
     /// Owned by the resource's creator, valid until closing; null when not opened.
     [[nodiscard]] std::streambuf* getStreamBuffer() const { return mBuffer; }
@@ -64,6 +67,7 @@ public:
     /// Registers a scheme (lower case, without ":"); a later registration replaces. Null functions
     /// are ignored.
     static void addBufferCreator(const std::string& scheme, Creator creator, Destructor destructor);
+    /// Forgets the scheme; opened buffers stay until they are closed.
     static void removeBufferCreator(const std::string& scheme);
 
     /// An absolute URL for a relative one: beside the calling thread's directory if it has one and
@@ -93,7 +97,9 @@ public:
     /// The directory pushed last, with "/" at the end; empty when the thread has none.
     static KyURL getThreadDirectory(KyThread::ID thread = KyThread::getCurrentThreadID());
 
+    /// True for a local directory that is there.
     static bool existDirectory(const KyURL& url);
+    /// True for a local file that is there.
     static bool existFile(const KyURL& url);
     /// False when it exists already or its parent does not.
     static bool createDirectory(const KyURL& url);

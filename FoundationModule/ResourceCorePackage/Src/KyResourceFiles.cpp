@@ -3,10 +3,12 @@
 #include "KyResource.h"
 
 #include "KyLocalPath_p.h"
+#include "KyLongWork.h"
 #include "KyResourceDirectories_p.h"
 
 #include <fstream>
 #include <utility>
+#include <vector>
 
 namespace fs = std::filesystem;
 
@@ -29,6 +31,37 @@ fs::path getNamedDirectory(const KyURL& url) {
         return {};
     const auto path = KyLocalPath::fromTarget(url).lexically_normal();
     return path.has_filename() || !path.has_relative_path() ? path : path.parent_path();
+}
+
+// What a directory holds, as far as it can be removed; links are not followed.
+void removeContent(const fs::path& directory, KyTracker& tracker) {
+    std::error_code error;
+    std::vector<fs::path> entries;
+    for (fs::directory_iterator entry(directory, error); !error && entry != fs::directory_iterator();
+         entry.increment(error))
+        entries.push_back(entry->path());
+    tracker.setNbSteps(static_cast<unsigned>(entries.size()));
+    for (const fs::path& entry : entries) {
+        if (tracker.isCanceled())
+            return;
+        tracker.beginSubTask();
+        if (isPlainDirectory(entry))
+            removeContent(entry, tracker);
+        if (!tracker.isCanceled())
+            fs::remove(entry, error);
+        tracker.endSubTask();
+    }
+}
+
+// Step by step where somebody watches, who may cancel it; what the steps leave is removed as a whole.
+void removeTree(const fs::path& path) {
+    const std::u8string name = path.filename().u8string();
+    KyLongWork work("Deleting " + std::string(name.begin(), name.end()));
+    if (work.isTold())
+        removeContent(path, work.editTracker());
+    std::error_code error;
+    if (!work.editTracker().isCanceled())
+        fs::remove_all(path, error);
 }
 
 // Both ends of a copy or a renaming, when there is something to move and room for it.
@@ -76,9 +109,8 @@ bool KyResource::deleteDirectory(const KyURL& url) {
     const auto path = getNamedDirectory(url);
     if (path.empty() || !isPlainDirectory(path) || isRoot(path) || KyResourceDirectories::isInUse(path))
         return false;
-    std::error_code error;
-    fs::remove_all(path, error);
-    return !error && !KyLocalPath::exists(path);
+    removeTree(path);
+    return !KyLocalPath::exists(path);
 }
 
 bool KyResource::createFile(const KyURL& url) {

@@ -19,10 +19,14 @@
 class KYFOUNDATION_EXPORT KyResourceInformation {
 public:
     KyResourceInformation() = default;
+    /// Asks the file system at once.
     explicit KyResourceInformation(const KyURL& url);
 
+    /// @{
+    /// Setting it asks the file system again.
     [[nodiscard]] const KyURL& getURL() const { return mURL; }
     void setURL(const KyURL& url);
+    /// @}
     /// The same URL.
     bool operator==(const KyResourceInformation&) const = default;
 
@@ -35,13 +39,18 @@ public:
 
     /// Whether something is there.
     [[nodiscard]] bool isValid() const;
+    /// What the URL names, through links.
     [[nodiscard]] bool isDirectory() const;
+    /// The URL itself is a link.
     [[nodiscard]] bool isSymbolicLink() const;
     /// Hidden by its name on Linux (it begins with "."), by its attribute on Windows.
     [[nodiscard]] bool isHidden() const;
+    /// @{
+    /// For this process.
     [[nodiscard]] bool isReadable() const;
     [[nodiscard]] bool isWritable() const;
     [[nodiscard]] bool isExecutable() const;
+    /// @}
     /// Bytes of a file; 4294967295 for any larger one.
     [[nodiscard]] unsigned getSize32() const;
 

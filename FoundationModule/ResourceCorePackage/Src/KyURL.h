@@ -40,6 +40,7 @@ public:
     /// Reads the text as `fromString` does; empty when it cannot be read.
     explicit KyURL(const std::string& text, int defaultScheme = eURL);
 
+    /// The same parts.
     bool operator==(const KyURL& other) const;
 
     /// Whether nothing is set.
@@ -120,6 +121,7 @@ public:
     /// Replaces everything by a path in UTF-8; an absolute one gets the scheme "file", a relative one
     /// none. False, and empty, for an empty path and one with a zero byte.
     bool fromLocalPath(const std::string& path);
+    /// Makes the URL empty.
     void clear();
 
     /// This URL seen from the base (a directory ends with "/"); unchanged when it is not relative.

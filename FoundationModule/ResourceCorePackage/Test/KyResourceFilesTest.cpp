@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "KyResource.h"
 
+#include "KyProgress.h"
 #include "KyTemporaryDirectory.h"
 
 namespace fs = std::filesystem;
@@ -87,6 +88,34 @@ TEST_F(KyResourceFilesTest, ATreeIsDeletedWithoutFollowingLinks) {
     fs::create_directory_symlink(mRoot / "outside", mRoot / "link");
     EXPECT_TRUE(KyResource::deleteFile(getURL("link")));
     EXPECT_EQ(read("outside/keep"), "x");
+}
+
+TEST_F(KyResourceFilesTest, ADeletionThatTakesLongIsToldAndMayBeCancelled) {
+    KyProgress& progress = KyProgress::get();
+    progress.open();
+    progress.setQuietTime(0);
+    KyHasSlots slots;
+    std::string title;
+    bool cancels = true;
+    progress.changedSignal().connect(slots, [&](const std::string& text, double) {
+        title = text;
+        if (cancels)
+            progress.cancel();
+    });
+    for (int i = 0; i < 200; ++i)
+        write("tree/" + std::to_string(i % 10) + "/" + std::to_string(i), "");
+    if (makeLink(mRoot / "work", mRoot / "tree" / "link"))
+        write("work/keep", "x");
+    EXPECT_FALSE(KyResource::deleteDirectory(getURL("tree")));
+    const auto count = std::distance(fs::recursive_directory_iterator(mRoot / "tree"), {});
+    EXPECT_TRUE(count > 0 && count < 211) << count;
+    EXPECT_EQ(title, "Deleting tree");
+    cancels = false;
+    EXPECT_TRUE(KyResource::deleteDirectory(getURL("tree")));
+    progress.close();
+    progress.setQuietTime(100);
+    EXPECT_FALSE(fs::exists(mRoot / "tree"));
+    EXPECT_TRUE(fs::exists(mRoot / "work"));
 }
 
 TEST_F(KyResourceFilesTest, ChangesAreMadeInTheCurrentDirectoryAndNotInTheThreads) {

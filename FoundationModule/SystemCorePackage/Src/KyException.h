@@ -17,6 +17,7 @@
 ///     }
 class KYFOUNDATION_EXPORT KyException {
 public:
+    /// Gets the text of each report.
     using ReportHandler = void (*)(const std::string& text);
 
     KyException() = delete;

@@ -4,6 +4,7 @@
 
 #include "KyDynamicObject.h"
 #include "KyModuleManager.h"
+#include "KyProgress.h"
 
 void KyFoundationLibrary::registerModule() {
     KyModuleManager::get().registerModule("KyFoundation/KyFoundation", nullptr, 0, &initialize, &finalize);
@@ -12,9 +13,11 @@ void KyFoundationLibrary::registerModule() {
 void KyFoundationLibrary::initialize() {
     KyObject::initializeType();
     KyDynamicObject::initializeType();
+    KyProgress::initializeType();
 }
 
 void KyFoundationLibrary::finalize() {
+    KyProgress::finalizeType();
     KyDynamicObject::finalizeType();
     KyObject::finalizeType();
 }

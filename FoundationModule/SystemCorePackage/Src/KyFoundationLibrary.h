@@ -15,5 +15,6 @@ public:
 
     /// The module's initialiser and finaliser, called by the module manager.
     static void initialize();
+    /// As initialize: for the module manager.
     static void finalize();
 };

@@ -45,11 +45,13 @@
 /// inside an `atexit` handler that is older than the load counts as exit; `_exit` tells nobody.
 class KyLibraryEntry {
 public:
+    /// Why the entry is called.
     enum Reason : unsigned { eProcessDetach = 0, eProcessAttach = 1, eThreadAttach = 2, eThreadDetach = 3, eNbReasons };
 
     /// `handle` is what `KyLoadState::getModuleHandle` gives for an address in the library.
     using Function = bool (*)(std::intptr_t handle, unsigned reason, void* reserved);
 
+    /// Called at loading and unloading.
     constexpr explicit KyLibraryEntry(Function function)
         : mFunction(function) {}
 
@@ -76,6 +78,7 @@ private:
 /// what a destructor writes into its own object.
 class KyExitMark {
 public:
+    /// The flag must outlive the mark.
     constexpr explicit KyExitMark(bool& flag)
         : mFlag(flag) {}
     KyExitMark(const KyExitMark&) = delete;

@@ -20,6 +20,7 @@
 template <class T>
 class KyManager {
 public:
+    /// Whether the manager deletes what is in it.
     explicit KyManager(bool ownsElements)
         : mOwnsElements(ownsElements) {}
     KyManager(const KyManager&) = delete;
@@ -34,7 +35,9 @@ public:
             delete takeLast();
     }
 
+    /// Whether the manager deletes what is in it.
     [[nodiscard]] bool ownsElements() const { return mOwnsElements; }
+    /// Indices count in the order of adding.
     [[nodiscard]] unsigned getNbElements() const { return static_cast<unsigned>(mElements.size()); }
 
     /// Index of the name, -1 when it is absent.

@@ -21,6 +21,7 @@
 ///     KyModuleManager::get().initialize();
 class KYFOUNDATION_EXPORT KyModuleManager {
 public:
+    /// Begins or ends a module.
     using Function = void (*)();
 
     KyModuleManager(const KyModuleManager&) = delete;
@@ -29,7 +30,9 @@ public:
     /// The one manager of the process.
     static KyModuleManager& get();
 
+    /// True after registerModule, before it is forgotten.
     [[nodiscard]] bool isRegistered(std::string_view name) const;
+    /// True between its beginning and its end.
     [[nodiscard]] bool isInitialized(std::string_view name) const;
 
     /// Records a module; the texts are copied, either function may be null. False when the name is

@@ -15,8 +15,11 @@ public:
     /// Gives the lock back; only the thread that holds it may call this.
     void release() { mMutex.unlock(); }
 
+    /// @{
+    /// For std::lock_guard and the like.
     void lock() { acquire(); }
     void unlock() { release(); }
+    /// @}
     /// Takes the lock when it is free; false when it is not.
     bool try_lock() { return mMutex.try_lock(); }
 

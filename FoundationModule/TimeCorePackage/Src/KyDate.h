@@ -27,10 +27,13 @@ public:
     /// Invalid when the year does not fit an int.
     static KyDate fromJulianDay(std::int64_t julianDay);
 
+    /// False for the default, and for what was made from numbers that are no day.
     bool isValid() const { return mMonth != 0; }
     /// Year, month 1 ... 12 and day 1 ... 31; 0 when invalid.
     int getYear() const { return mYear; }
+    /// 1 to 12; 0 when invalid.
     int getMonth() const { return mMonth; }
+    /// 1 to 31; 0 when invalid.
     int getDay() const { return mDay; }
     /// Days since 24 November 4714 BC; `cInvalidJulianDay` when invalid.
     std::int64_t getJulianDay() const;

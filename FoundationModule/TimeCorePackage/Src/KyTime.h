@@ -31,10 +31,13 @@ public:
     void setToNow();
 
     bool operator==(const KyTime&) const = default;
+    /// @{
+    /// By seconds.
     bool operator<(const KyTime& other) const { return mSeconds < other.mSeconds; }
     bool operator<=(const KyTime& other) const { return mSeconds <= other.mSeconds; }
     bool operator>(const KyTime& other) const { return other < *this; }
     bool operator>=(const KyTime& other) const { return other <= *this; }
+    /// @}
     /// Seconds from `other` to this time.
     double operator-(const KyTime& other) const { return mSeconds - other.mSeconds; }
 

@@ -20,6 +20,7 @@ public:
 
     /// Monotonic, from an arbitrary origin.
     static std::int64_t getCurrentUS();
+    /// Milliseconds of a clock that never goes back.
     static std::int64_t getCurrentMS();
 
     /// Begins at 0 and forgets the reference.
