@@ -6,7 +6,7 @@
 #include "KyFilePath_p.h"
 #include "KyToolProcess_p.h"
 
-#include "KyTracker.h"
+#include "KyLongWork.h"
 
 #include <QFile>
 
@@ -46,8 +46,8 @@ bool runTool(const QString& program, const QStringList& arguments, KyTracker& tr
 } // namespace
 
 int KyApplication::extract7z(const QFileInfo& archive, KyTracker* tracker) {
-    KyTracker none;
-    KyTracker& progress = tracker ? *tracker : none;
+    KyLongWork work("Unpacking " + archive.fileName().toStdString(), tracker);
+    KyTracker& progress = work.editTracker();
     const QString program = KyArchiveTool::find();
     const QString path = archive.absoluteFilePath();
     // What the caller's information has stored may be old.

@@ -5,7 +5,7 @@
 #include "KyFileCopier_p.h"
 #include "KySourceFile_p.h"
 
-#include "KyTracker.h"
+#include "KyLongWork.h"
 
 namespace {
 
@@ -89,8 +89,8 @@ bool KyApplication::copyRecursively(const QString& source, const QString& destin
                                     KyTracker* tracker) {
     if (source.isEmpty() || destination.isEmpty())
         return false;
-    KyTracker none;
-    KyTracker& progress = tracker ? *tracker : none;
+    KyLongWork work("Copying " + QFileInfo(source).fileName().toStdString(), tracker);
+    KyTracker& progress = work.editTracker();
     if (progress.isCanceled())
         return false;
     KyFileCopier copier(overwrite, progress);

@@ -6,7 +6,7 @@
 #include "KyFilePath_p.h"
 #include "KyNameFilter_p.h"
 
-#include "KyTracker.h"
+#include "KyLongWork.h"
 
 #include <algorithm>
 
@@ -126,8 +126,8 @@ bool removeDirectory(const QString& path, bool removeSelf, KyTracker& tracker) {
 } // namespace
 
 bool KyApplication::deleteDir(const QString& path, bool removeSelf, KyTracker* tracker) {
-    KyTracker none;
-    KyTracker& progress = tracker ? *tracker : none;
+    KyLongWork work("Deleting " + QFileInfo(path).fileName().toStdString(), tracker);
+    KyTracker& progress = work.editTracker();
     if (progress.isCanceled())
         return false;
     progress.setNbSteps(1);

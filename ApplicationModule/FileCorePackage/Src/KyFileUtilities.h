@@ -18,7 +18,8 @@ class QFile;
 /// Chores with files and directories: copying, deleting and listing trees, temporary files, unpacking, opening.
 ///
 /// Nothing throws and nothing is reported: the result tells. What was done before a failure stays done. Any thread may
-/// call; a call works in the thread that calls it until it is finished.
+/// call; a call works in the thread that calls it until it is finished. Where a tracker can be given and is not, the
+/// work is told by KyProgress, where the person may cancel it.
 ///
 /// ```
 /// KyTracker tracker;

@@ -11,17 +11,22 @@
 /// phase are in the list and are run by somebody else. Children are not owned.
 class KYFOUNDATION_EXPORT KyCompositeTask : public KyTask {
 public:
+    /// Phases are run in the order of their numbers.
     static constexpr int cNbPhases = 3;
+    /// The middle one.
     static constexpr int cDefaultPhase = 1;
+    /// Children of this phase are run by somebody else.
     static constexpr int cUnscheduledPhase = -1;
 
     /// What becomes of a removed child.
     enum RemoveMode { eDetach, eDelete, eNbRemoveModes };
 
+    /// With a name.
     using KyTask::KyTask;
     /// A copy has no children.
     KyCompositeTask(const KyCompositeTask& other)
         : KyTask(other) {}
+    /// Takes over name and switch; the children stay.
     KyCompositeTask& operator=(const KyCompositeTask& other);
     ~KyCompositeTask() override;
 
@@ -30,6 +35,7 @@ public:
     bool insertTask(KyTask* task, int position = -1, int phase = cDefaultPhase);
     /// False when it is no child.
     bool removeTask(KyTask* task, RemoveMode mode = eDetach);
+    /// Of all phases.
     unsigned getNbTasks() const;
     /// By position in the list, whatever the phase; null when out of range.
     const KyTask* getTask(unsigned index) const;

@@ -15,17 +15,22 @@ class KyCompositeTask;
 class KYFOUNDATION_EXPORT KyTask : public KyUpdatable {
 public:
     KyTask() = default;
+    /// The name is for messages and editors.
     explicit KyTask(std::string name)
         : mName(std::move(name)) {}
     /// A copy has the same name and state and no parent.
     KyTask(const KyTask& other)
         : mName(other.mName)
         , mIsEnabled(other.mIsEnabled) {}
+    /// Takes over name and switch; the place in a parent stays.
     KyTask& operator=(const KyTask& other);
     ~KyTask() override;
 
+    /// @{
+    /// For messages and editors.
     void setName(const std::string& name) { mName = name; }
     const std::string& getName() const { return mName; }
+    /// @}
     /// Enabled tasks run. Every call tells setEnabledVirtual, changed or not.
     void setEnabled(bool enabled);
     bool isEnabled() const { return mIsEnabled; }

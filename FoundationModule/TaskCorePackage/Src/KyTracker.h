@@ -22,10 +22,12 @@
 /// ```
 class KYFOUNDATION_EXPORT KyTracker {
 public:
+    /// Gets the progress, 0 to 1.
     using Listener = std::function<void(double)>;
 
     KyTracker();
 
+    /// True after cancel(), in the work's copy too.
     bool isCanceled() const { return mIsCanceled.value; }
     /// From then on progress stays where it is, and the listener is not called any more.
     void cancel() { mIsCanceled.value = true; }
@@ -36,10 +38,14 @@ public:
     void endSubTask();
     /// Number of steps of the current task, at least 1.
     void setNbSteps(unsigned count);
+    /// Completes one of the steps; nothing beyond the last.
     void step();
+    /// Calls the listener though no step is done: the work goes on.
+    void touch() { publish(); }
 
     /// 0 to 1, never going back.
     double getProgress() const { return mProgress; }
+    /// Called whenever the progress grew; an empty one for none.
     void setListener(Listener listener) { mListener = std::move(listener); }
 
 private:

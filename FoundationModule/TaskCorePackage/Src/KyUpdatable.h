@@ -8,5 +8,6 @@
 class KYFOUNDATION_EXPORT KyUpdatable {
 public:
     virtual ~KyUpdatable();
+    /// Brings the object up to date.
     virtual void update() = 0;
 };

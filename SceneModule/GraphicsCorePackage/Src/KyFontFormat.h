@@ -11,6 +11,7 @@
 /// The look of a text: family, size, weight. An object of the model, made with `new` and owned by its maker.
 class KYSCENE_EXPORT KyFontFormat : public KyObject {
 public:
+    /// Upright, italic, or slanted.
     enum Style { eNormal = 0, eItalic = 1, eOblique = 2, eNbStyles };
 
     static const KyType* getType();
@@ -20,6 +21,7 @@ public:
     static void finalizeType();
     const KyType* getObjectType() const override;
 
+    /// Empty for the toolkit's own.
     const std::string& getFamily() const { return mFamily; }
     /// What to look for when the family is missing, as the toolkit numbers it.
     int getStyleHint() const { return mStyleHint; }
@@ -29,9 +31,12 @@ public:
     int getWeight() const { return mWeight; }
     /// A number of Style.
     int getStyle() const { return mStyle; }
+    /// A line below the text.
     bool isUnderline() const { return mIsUnderline; }
+    /// A line through the text.
     bool isStrikeOut() const { return mIsStrikeOut; }
 
+    /// Of no such family the toolkit takes the nearest.
     void setFamily(const std::string& family);
     void setStyleHint(int hint);
     /// Not positive or not finite: ignored.
@@ -40,8 +45,11 @@ public:
     void setWeight(int weight);
     /// Others than those of Style are ignored.
     void setStyle(int style);
+    /// @{
+    /// Off at the start.
     void setUnderline(bool isOn);
     void setStrikeOut(bool isOn);
+    /// @}
 
 private:
     template <class T>

@@ -32,11 +32,16 @@ public:
 
     /// Holds a reference of the texture; null makes one.
     static KyFrameBuffer* create(KyTexture* colour = nullptr) { return new KyFrameBuffer(colour); }
+    /// Holds a reference of the texture; null makes one.
     explicit KyFrameBuffer(KyTexture* colour = nullptr);
     ~KyFrameBuffer() override;
 
+    /// @{
+    /// Pixels; 0 before the first size.
     int getWidth() const { return mWidth; }
     int getHeight() const { return mHeight; }
+    /// @}
+    /// Samples a pixel, 1 without smoothing.
     int getSamples() const { return mSamples; }
     /// With more than one sample the texture holds nothing before resolve().
     KyTexture* getColorTexture() const { return mTexture.get(); }
@@ -44,6 +49,7 @@ public:
     unsigned getHandle() const;
     /// GL name of what pixels are read from: after resolve() they are there.
     unsigned getReadHandle() const;
+    /// True while it stands for somebody else's frame buffer.
     bool isForeign() const { return mForeignHandle != 0; }
 
     /// Stands for a foreign GL frame buffer from now on; 0 goes back to an own one.

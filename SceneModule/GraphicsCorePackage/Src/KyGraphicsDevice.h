@@ -29,7 +29,9 @@ public:
     bool isUsable();
     /// "llvmpipe (LLVM 15.0.6, 256 bits)" and the like; empty when no context was ever current.
     const std::string& getRendererName();
+    /// Who made the GL; empty without a context.
     const std::string& getVendorName();
+    /// As GL tells it; empty without a context.
     const std::string& getVersionText();
     /// Major version times 10 plus the minor one, 45 for 4.5; 0 when unknown.
     int getVersion();

@@ -22,8 +22,11 @@ public:
     static void finalizeType();
     const KyType* getObjectType() const override;
 
+    /// @{
+    /// References held; with the last one the object ends.
     unsigned getNbReferences() const { return mNbReferences; }
     void incrementReference() { ++mNbReferences; }
+    /// @}
     /// Never ends the object; at 0 nothing happens.
     void decrementReference();
     /// Ends the object when nobody holds a reference.
@@ -34,6 +37,7 @@ protected:
     /// The copy is referenced by nobody.
     KyGraphicsObject(const KyGraphicsObject& other)
         : KyObject(other) {}
+    /// GL's names stay with each object.
     KyGraphicsObject& operator=(const KyGraphicsObject&) { return *this; }
 
 private:

@@ -20,6 +20,7 @@
 /// ```
 class KYSCENE_EXPORT KyOffscreenContext : public KyGraphicsDevice {
 public:
+    /// Which GL is asked for.
     enum Profile { eCore, eCompatibility, eNbProfiles };
 
     /// Makes a context and makes it current; null, and the reason in `error`, when the platform offers none. Textures,

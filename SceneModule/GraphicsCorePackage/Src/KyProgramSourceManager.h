@@ -23,6 +23,7 @@ public:
     /// The one manager, never destroyed, with the library's own programs.
     static KyProgramSourceManager& get();
 
+    /// Whether there is a text of that name under exactly that label.
     bool hasSource(const std::string& name, const std::string& label = {}) const;
     /// Empty when there is none under the label nor under the default one.
     const std::string& getSource(const std::string& name, const std::string& label = {}) const;

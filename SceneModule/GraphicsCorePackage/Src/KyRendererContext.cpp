@@ -14,7 +14,35 @@
 #include <epoxy/gl.h>
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
 #include <memory>
+
+namespace {
+
+/// Where viewports may begin at all: drivers cut what is beyond.
+constexpr std::int64_t cMaxOrigin = 32767;
+
+/// Areas may be of any size, also where their edges are no ints. Nothing that can be drawn into is larger than the
+/// largest viewport, so cutting the scissor to that hides nothing.
+void setArea(const KyRect<int>& area, int height) {
+    std::array<GLint, 2> most{};
+    glGetIntegerv(GL_MAX_VIEWPORT_DIMS, most.data());
+    const std::int64_t left = area.origin.x;
+    const std::int64_t bottom = std::int64_t{height} - area.origin.y - area.getHeight();
+    const auto limit = [](std::int64_t value, std::int64_t least, std::int64_t largest) {
+        return static_cast<GLint>(std::clamp(value, least, std::max(least, largest)));
+    };
+    const auto place = [&](std::int64_t at) { return limit(at, -cMaxOrigin - 1, cMaxOrigin); };
+    glViewport(place(left), place(bottom), limit(area.getWidth(), 0, most[0]), limit(area.getHeight(), 0, most[1]));
+    const GLint x = limit(left, 0, most[0]), y = limit(bottom, 0, most[1]);
+    const GLint right = limit(left + std::max(area.getWidth(), 0), 0, most[0]);
+    const GLint top = limit(bottom + std::max(area.getHeight(), 0), 0, most[1]);
+    glEnable(GL_SCISSOR_TEST);
+    glScissor(x, y, right - x, top - y);
+}
+
+} // namespace
 
 bool KyRendererContext::begin() {
     if (mDevice && !KyGraphicsDeviceManager::get().makeCurrent(mDevice))
@@ -37,11 +65,7 @@ bool KyRendererContext::bind(KyFrameBuffer* buffer, const KyRect<int>& area) {
     GLint samples = 0;
     glGetIntegerv(GL_SAMPLES, &samples);
     mTargetSamples = std::max(samples, 1);
-    const int height = target ? target->getHeight() : mHeight;
-    const int bottom = height - area.origin.y - area.getHeight();
-    glViewport(area.origin.x, bottom, std::max(area.getWidth(), 0), std::max(area.getHeight(), 0));
-    glEnable(GL_SCISSOR_TEST);
-    glScissor(area.origin.x, bottom, std::max(area.getWidth(), 0), std::max(area.getHeight(), 0));
+    setArea(area, target ? target->getHeight() : mHeight);
     return true;
 }
 

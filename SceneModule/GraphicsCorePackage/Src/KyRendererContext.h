@@ -26,16 +26,19 @@ public:
     explicit KyRendererContext(KyGraphicsDevice* device = nullptr)
         : mDevice(device) {}
 
+    /// Null when whatever context is current is taken.
     KyGraphicsDevice* getGraphicsDevice() const { return mDevice; }
     /// Null when the window is the target.
     KyFrameBuffer* getTarget() const { return mTarget; }
     /// Pixels of the whole target; set by the canvas.
     int getWidth() const { return mWidth; }
+    /// See getWidth.
     int getHeight() const { return mHeight; }
     /// Samples a pixel of the target as it was bound last, at least 1.
     int getTargetSamples() const { return mTargetSamples; }
 
     void setTarget(KyFrameBuffer* target) { mTarget = target; }
+    /// Set by the canvas.
     void setSize(int width, int height) {
         mWidth = width;
         mHeight = height;

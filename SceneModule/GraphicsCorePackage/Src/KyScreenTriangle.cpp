@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "KyScreenTriangle_p.h"
 
+#include "KyDrawStatistics.h"
+
 #include <epoxy/gl.h>
 
 KyVertexArrayScope::KyVertexArrayScope() {
@@ -21,4 +23,5 @@ void kyDrawScreenTriangle() {
     glDisableVertexAttribArray(0);
     glPolygonMode(GL_FRONT_AND_BACK, GL_FILL);
     glDrawArrays(GL_TRIANGLES, 0, 3);
+    KyDrawStatistics::count(1);
 }

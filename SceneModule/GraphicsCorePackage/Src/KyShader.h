@@ -44,17 +44,23 @@ public:
     /// The same texts and switches.
     KyShader* clone() const override;
 
+    /// @{
+    /// See setVertexProgram.
     const std::string& getVertexProgram() const { return mVertexProgram; }
     const std::string& getFragmentProgram() const { return mFragmentProgram; }
+    /// @}
     /// Depth test and depth write are on at the start.
     bool getState(KyShaderState state) const;
+    /// See setBlendFunction.
     const KyBlendFunction& getBlendFunction() const { return mBlendFunction; }
     /// What the compiler or linker said when the program failed last; empty when it did not.
     const std::string& getErrorText() const { return mErrorText; }
 
     /// GLSL texts, version 150 or what the context takes.
     void setVertexProgram(const std::string& source);
+    /// See setVertexProgram.
     void setFragmentProgram(const std::string& source);
+    /// See getState.
     void setState(KyShaderState state, bool isOn);
     /// Switches blending on.
     void setBlendFunction(const KyBlendFunction& function);

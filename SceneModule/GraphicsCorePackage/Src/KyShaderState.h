@@ -26,8 +26,11 @@ enum class KyBlendEquation { eSubtract = 0, eReverseSubtract = 1, eAdd = 2, eNbB
 /// What is drawn times the source factor, combined with what is there times the destination factor. The default suits
 /// premultiplied pixels: one, one minus source alpha, add.
 struct KyBlendFunction {
+    /// Multiplies what is drawn.
     KyBlendFactor source = KyBlendFactor::eOne;
+    /// Multiplies what is there.
     KyBlendFactor destination = KyBlendFactor::eOneMinusSrcAlpha;
+    /// How both are put together.
     KyBlendEquation equation = KyBlendEquation::eAdd;
 
     bool operator==(const KyBlendFunction&) const = default;

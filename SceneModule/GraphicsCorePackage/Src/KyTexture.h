@@ -26,6 +26,7 @@ class KyImage;
 /// ```
 class KYSCENE_EXPORT KyTexture : public KyGraphicsObject {
 public:
+    /// How colours between pixels are found.
     enum Filter { eNearest = 0, eLinear = 1, eNbFilters };
 
     static const KyType* getType();
@@ -39,20 +40,28 @@ public:
     KyTexture();
     ~KyTexture() override;
 
+    /// @{
+    /// Pixels; 0 before the first size.
     int getWidth() const { return mWidth; }
     int getHeight() const { return mHeight; }
+    /// @}
     /// Width times height times 4.
     std::size_t getByteSize() const;
+    /// @{
+    /// A number of Filter.
     int getMinFilter() const { return mMinFilter; }
     int getMagFilter() const { return mMagFilter; }
+    /// @}
     /// Grows with every touch().
     std::uint64_t getVersion() const { return mVersion; }
     /// GL name: the foreign one, or the own one after it was used; 0 when there is none yet.
     unsigned getHandle() const;
+    /// True while it stands for somebody else's texture.
     bool isForeign() const { return mForeignHandle != 0; }
 
     /// A number of Filter, others are ignored. Both filters are linear at the start.
     void setMinFilter(int filter);
+    /// See setMinFilter.
     void setMagFilter(int filter);
     /// Stands for a foreign GL texture from now on; 0 goes back to pixels of its own.
     void setHandle(unsigned handle);

@@ -48,11 +48,16 @@ public:
     /// A copy of the pixels.
     KyImage* clone() const override;
 
+    /// False for one without pixels.
     bool isValid() const { return !mData.empty(); }
+    /// @{
+    /// Pixels; 0 when not valid.
     int getWidth() const { return mWidth; }
     int getHeight() const { return mHeight; }
+    /// @}
     /// 1, 8, 16, 24 or 32; 0 when not valid.
     int getBitsPerPixel() const { return mBitsPerPixel; }
+    /// Of one row, rounded up to whole bytes; 0 when not valid.
     std::size_t getBytesPerRow() const;
     /// "Mono", "L8", "R5G6B5", "R8G8B8", "R8G8B8A8"; other texts only for foreign 16-bit data; empty when not valid.
     const std::string& getLayoutName() const { return mLayoutName; }

@@ -28,9 +28,11 @@ public:
 
     /// Distances along the view between which things are drawn.
     double getNear() const { return mNear; }
+    /// See setNear.
     double getFar() const { return mFar; }
     /// Radians; 0 or less: none given, pi / 4 is used then.
     double getVerticalAperture() const { return mVerticalAperture; }
+    /// See setOrthographic.
     bool isOrthographic() const { return mIsOrthographic; }
     /// Full height of an orthographic view in world units.
     double getVerticalExtent() const { return mVerticalExtent; }
@@ -40,15 +42,19 @@ public:
     /// Values that are not finite are ignored by all setters. Whatever near and far are, a projection is drawn with
     /// 0 < near < far.
     void setNear(double near);
+    /// See setNear.
     void setFar(double far);
     void setVerticalAperture(double aperture);
+    /// Off, the picture has perspective.
     void setOrthographic(bool isOrthographic);
     /// Positive, else ignored.
     void setVerticalExtent(double extent);
 
     /// Unit vectors of the world frame, without scale.
     KyVec3d getRight() const;
+    /// In the world, length 1.
     KyVec3d getUp() const;
+    /// In the world, length 1: where the camera looks.
     KyVec3d getForward() const;
     /// World to eye coordinates.
     KyMat4d getViewMatrix() const;

@@ -21,12 +21,16 @@ public:
 
     static KyIntersected* create() { return new KyIntersected; }
 
+    /// In world coordinates.
     const KyVec3d& getPoint() const { return mPoint; }
+    /// World units from the eye.
     double getDistance() const { return mDistance; }
     /// False until somebody says that the record holds a hit.
     bool isValid() const { return mIsValid; }
 
+    /// See getPoint.
     void setPoint(const KyVec3d& point) { mPoint = point; }
+    /// See getDistance.
     void setDistance(double distance) { mDistance = distance; }
     void setValid(bool isValid) { mIsValid = isValid; }
 
@@ -40,14 +44,18 @@ private:
 
 /// Makes the records that picking fills, and says how far it looks.
 struct KyIntersectedCreator {
+    /// Makes an empty record of the wanted class.
     using Function = KyIntersected* (*)();
 
+    /// Null makes records of the base class; implicit, so that a function can be passed.
     KyIntersectedCreator(Function function = nullptr)
         : create(function) {}
 
     /// Null stands for KyIntersected::create.
     Function create = nullptr;
+    /// World units from the eye; what is farther is not found.
     double distanceLimit = std::numeric_limits<double>::max();
 
+    /// A new record, which the caller owns.
     KyIntersected* make() const { return create ? create() : KyIntersected::create(); }
 };

@@ -18,6 +18,7 @@
 /// ```
 class KYSCENE_EXPORT KyLight : public KyNode {
 public:
+    /// From everywhere with one direction, or from a point.
     enum Kind { eDirectional = 0, ePoint = 1, eNbKinds };
 
     static const KyType* getType();
@@ -29,6 +30,7 @@ public:
 
     /// A number of Kind; directional at the start.
     int getKind() const { return mKind; }
+    /// Multiplied by the intensity.
     const KyColor& getColor() const { return mColor; }
     /// 1 lights a white surface that faces the light fully.
     double getIntensity() const { return mIntensity; }
@@ -39,9 +41,11 @@ public:
 
     /// Others than those of Kind are ignored.
     void setKind(int kind);
+    /// Components above 1 are brighter than the intensity says.
     void setColor(const KyColor& color);
     /// Negative and not finite values are ignored.
     void setIntensity(double intensity);
+    /// See getRange; negative and not finite values are ignored.
     void setRange(double range);
 
 private:

@@ -36,11 +36,14 @@ public:
     const KyType* getObjectType() const override;
 
     KyMesh();
+    /// Takes the data over.
     explicit KyMesh(KyMeshData data);
     ~KyMesh() override;
     KyMesh* clone() const override;
 
+    /// As it was given.
     const KyMeshData& getData() const { return mData; }
+    /// Of the data.
     unsigned getNbVertices() const { return static_cast<unsigned>(mData.vertices.size()); }
     /// Triangles, lines or points.
     unsigned getNbPrimitives() const;

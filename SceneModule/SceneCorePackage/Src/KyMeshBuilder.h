@@ -11,9 +11,13 @@
 struct KYSCENE_EXPORT KyMeshBuilder {
     KyMeshBuilder() = delete;
 
+    /// Along x, y and z.
     static KyMeshData makeBox(double width, double height, double depth);
+    /// `segments` around, half as many from pole to pole.
     static KyMeshData makeSphere(double radius, int segments);
+    /// Stands on y, closed at both ends.
     static KyMeshData makeCylinder(double radius, double height, int segments);
+    /// Stands on y with its tip up, closed below.
     static KyMeshData makeCone(double radius, double height, int segments);
     /// A ring around y: `radius` to the middle of the tube.
     static KyMeshData makeTorus(double radius, double tubeRadius, int segments);

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "KyMeshDrawing_p.h"
 
+#include "KyDrawStatistics.h"
 #include "KyMesh.h"
 
 #include <epoxy/gl.h>
@@ -60,5 +61,6 @@ bool KyMeshDrawing::draw(const KyMesh& mesh) {
         return false;
     glDrawElements(cPrimitives[static_cast<std::size_t>(data.primitive)], static_cast<GLsizei>(data.indices.size()),
                    GL_UNSIGNED_INT, nullptr);
+    KyDrawStatistics::count(data.indices.size() / kyGetPrimitiveSize(data.primitive));
     return true;
 }

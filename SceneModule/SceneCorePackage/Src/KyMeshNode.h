@@ -40,6 +40,7 @@ public:
 
     /// Null when it shows nothing.
     KyMesh* getMesh() const { return mMesh.get(); }
+    /// See setColor.
     const KyColor& getColor() const { return mColor; }
     /// 0 is a mirror, 1 is dull.
     double getRoughness() const { return mRoughness; }
@@ -74,11 +75,14 @@ public:
 
     /// Each gives the node a mesh of its own, see KyMeshBuilder.
     void makeBox(double width, double height, double depth);
+    /// @{
+    /// As makeBox.
     void makeSphere(double radius, int segments = 48);
     void makeCylinder(double radius, double height, int segments = 48);
     void makeCone(double radius, double height, int segments = 48);
     void makeTorus(double radius, double tubeRadius, int segments = 64);
     void makePlane(double width, double depth);
+    /// @}
     /// A ground of lines in the plane of x and z, `divisions` cells along each side, fading towards its rim.
     void makeGrid(double size, int divisions);
     /// Puts the content of a model file under this node, see KyModelLoader; false, after a report, when it cannot.

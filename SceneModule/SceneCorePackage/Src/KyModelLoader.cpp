@@ -4,19 +4,16 @@
 
 #include "KyDeepStack_p.h"
 #include "KyMeshNode.h"
-#include "KyModelFileCheck_p.h"
+#include "KyModelReader_p.h"
 
 #include "KyException.h"
+#include "KyLongWork.h"
 #include "KyTypeBuilder.h"
 #include "KyURL.h"
 
 #include <fmt/format.h>
 
 #ifdef KY_WITH_ASSIMP
-#include <assimp/BaseImporter.h>
-#include <assimp/Importer.hpp>
-#include <assimp/config.h>
-#include <assimp/postprocess.h>
 #include <assimp/scene.h>
 #endif
 
@@ -24,8 +21,6 @@
 #include <array>
 #include <cctype>
 #include <exception>
-#include <filesystem>
-#include <fstream>
 #include <memory>
 #include <span>
 #include <stdexcept>
@@ -42,6 +37,7 @@ void KyModelLoader::initializeType() {
 }
 
 void KyModelLoader::finalizeType() {
+    KyModelReader::waitForAll();
     KyType::remove(msType);
 }
 
@@ -67,8 +63,6 @@ KyNode* KyModelLoader::load(const KyURL& url) {
 
 namespace {
 
-constexpr std::uintmax_t cMaxFileSize = std::uintmax_t{1} << 31;
-
 /// Names and reasons may hold anything; a report is one readable line.
 std::string makeReadable(std::string text) {
     std::ranges::replace_if(
@@ -82,36 +76,10 @@ std::string dropEnd(std::string reason) {
     return reason;
 }
 
-std::filesystem::path toPath(const std::string& utf8) {
-    return std::filesystem::path(std::u8string(utf8.begin(), utf8.end()));
-}
-
 std::string getLowerExtension(const KyURL& url) {
     std::string extension = url.getExtension();
     std::ranges::transform(extension, extension.begin(), [](unsigned char c) { return std::tolower(c); });
     return extension;
-}
-
-/// The reason why the file is not even tried, empty when it is.
-std::string checkFile(const KyURL& url, const std::string& path) {
-    std::error_code failure;
-    const std::filesystem::file_status status = std::filesystem::status(toPath(path), failure);
-    if (!std::filesystem::exists(status))
-        return "there is no such file";
-    if (std::filesystem::is_directory(status))
-        return "it is a directory";
-    if (!std::filesystem::is_regular_file(status))
-        return "it is no file";
-    const std::string extension = getLowerExtension(url);
-    if (std::ranges::find(KyModelLoader::getExtensions(), extension) == KyModelLoader::getExtensions().end())
-        return fmt::format("its extension \"{}\" is not known", extension);
-    if (std::filesystem::file_size(toPath(path), failure) > cMaxFileSize || failure)
-        return "it is too large";
-    std::ifstream stream(toPath(path), std::ios::binary);
-    if (!stream)
-        return "it cannot be read";
-    const std::string bytes(std::istreambuf_iterator<char>(stream), {});
-    return kyCheckModelFile(extension, bytes);
 }
 
 std::array<float, 3> toFloats(const aiVector3D& v) {
@@ -234,38 +202,54 @@ private:
     bool mIsConsistent = true;
 };
 
-constexpr unsigned cSteps = aiProcess_Triangulate | aiProcess_GenSmoothNormals | aiProcess_JoinIdenticalVertices |
-                            aiProcess_SortByPType | aiProcess_ValidateDataStructure | aiProcess_FindInvalidData |
-                            aiProcess_ImproveCacheLocality;
-
-/// The extension alone tells the format: what was checked as one format is not read as another.
-void keepReaders(Assimp::Importer& importer, const std::string& extension) {
-    for (std::size_t i = importer.GetImporterCount(); i-- > 0;) {
-        const std::string known = fmt::format(" {} ", importer.GetImporterInfo(i)->mFileExtensions);
-        if (known.find(fmt::format(" {} ", extension)) != std::string::npos)
-            continue;
-        const std::unique_ptr<Assimp::BaseImporter> reader(importer.GetImporter(i));
-        importer.UnregisterLoader(reader.get());
-    }
-}
-
-std::unique_ptr<KyNode> import(const std::string& path, const std::string& extension, std::string& reason) {
-    Assimp::Importer importer;
-    keepReaders(importer, extension);
-    importer.SetPropertyFloat(AI_CONFIG_PP_GSN_MAX_SMOOTHING_ANGLE, 45.0f);
-    const aiScene* scene = importer.ReadFile(path, cSteps);
-    if (!scene || !scene->mRootNode || (scene->mFlags & AI_SCENE_FLAGS_INCOMPLETE)) {
-        reason = importer.GetErrorString();
-        return {};
-    }
-    const KyModelConversion conversion(*scene);
+std::unique_ptr<KyNode> makeNodes(const aiScene& scene, std::string& reason) {
+    const KyModelConversion conversion(scene);
     std::unique_ptr<KyNode> node;
     if (conversion.isConsistent())
-        node = conversion.convert(*scene->mRootNode);
+        node = conversion.convert(*scene.mRootNode);
     if (node && node->getBoundingVolume().isFinite())
         return node;
     reason = "it holds no valid geometry";
     return {};
+}
+
+/// All that is done is one step of the task around.
+class OneStep {
+public:
+    explicit OneStep(KyTracker* tracker)
+        : mTracker(tracker) {
+        if (mTracker)
+            mTracker->beginSubTask();
+    }
+    ~OneStep() {
+        if (mTracker)
+            mTracker->endSubTask();
+    }
+    OneStep(const OneStep&) = delete;
+    OneStep& operator=(const OneStep&) = delete;
+
+private:
+    KyTracker* const mTracker;
+};
+
+/// Throws what the conversion throws.
+std::unique_ptr<KyNode> read(const KyURL& url, const std::string& path, KyTracker* tracker, std::string& reason) {
+    const auto reading = std::make_shared<KyModelReader>(path, getLowerExtension(url));
+    const OneStep step(tracker);
+    if (tracker)
+        KyModelReader::readBeside(reading, *tracker);
+    else
+        reading->read();
+    if (tracker && tracker->isCanceled()) {
+        reason = "it was cancelled";
+        return {};
+    }
+    reason = reading->getReason();
+    std::unique_ptr<KyNode> node;
+    // Nodes are made while the caller waits: others of its scene might be changed at the same time.
+    if (const aiScene* const scene = reading->getScene())
+        kyRunOnDeepStack([&] { node = makeNodes(*scene, reason); });
+    return node;
 }
 
 } // namespace
@@ -276,20 +260,20 @@ const std::vector<std::string>& KyModelLoader::getExtensions() {
     return extensions;
 }
 
-KyNode* KyModelLoader::load(const KyURL& url, std::string& error) {
+KyNode* KyModelLoader::load(const KyURL& url, std::string& error, KyTracker* tracker) {
     std::string path, reason;
     std::unique_ptr<KyNode> node;
-    if (!url.getLocalPath(path))
+    if (!url.getLocalPath(path)) {
         reason = "it is no local file";
-    else
-        reason = checkFile(url, path);
-    try {
-        if (reason.empty())
-            kyRunOnDeepStack([&] { node = import(path, getLowerExtension(url), reason); });
-    } catch (const std::exception& exception) {
-        reason = exception.what();
-    } catch (...) {
-        reason = "the reader failed";
+    } else {
+        KyLongWork work(fmt::format("Loading {}", makeReadable(url.getFileName())), tracker);
+        try {
+            node = read(url, path, work.isTold() ? &work.editTracker() : tracker, reason);
+        } catch (const std::exception& exception) {
+            reason = exception.what();
+        } catch (...) {
+            reason = "the reader failed";
+        }
     }
     if (!node) {
         reason = dropEnd(reason);
@@ -308,7 +292,7 @@ const std::vector<std::string>& KyModelLoader::getExtensions() {
     return extensions;
 }
 
-KyNode* KyModelLoader::load(const KyURL& url, std::string& error) {
+KyNode* KyModelLoader::load(const KyURL& url, std::string& error, KyTracker*) {
     error = fmt::format("KyModelLoader::load(): \"{}\" cannot be loaded: this library reads no model files.",
                         url.toString());
     return nullptr;

@@ -10,6 +10,7 @@
 #include <vector>
 
 class KyNode;
+class KyTracker;
 class KyURL;
 
 /// Reads model files into nodes. Files come from anywhere: what is missing, no file, truncated, garbage or too large is
@@ -30,7 +31,9 @@ public:
     /// The extensions that can be read, without dot, lower case; empty when the library is built without a reader.
     static const std::vector<std::string>& getExtensions();
     /// A node with the file's tree of nodes and meshes below it, reference count 0; null, and the reason, when refused.
-    static KyNode* load(const KyURL& url, std::string& error);
+    /// With a tracker, one for the calling thread, the file is read on another one meanwhile, and a cancelled load is
+    /// refused at once. Without one it is long work of KyProgress.
+    static KyNode* load(const KyURL& url, std::string& error, KyTracker* tracker = nullptr);
     /// As above; the reason is reported.
     static KyNode* load(const KyURL& url);
 

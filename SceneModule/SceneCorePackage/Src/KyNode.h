@@ -61,6 +61,7 @@ public:
     KyNode* getParent() const { return mParent; }
     /// The topmost node above, this one when it has no parent.
     KyNode* getRoot();
+    /// Own children, those below them not counted.
     unsigned getNbChildren() const { return static_cast<unsigned>(mChildren.size()); }
     /// Null when out of range.
     KyNode* getChild(unsigned index) const;
@@ -74,28 +75,39 @@ public:
     bool insertChild(unsigned index, KyNode* child);
     /// Gives back the reference, which may end the child. False when it is no child of this node.
     bool removeChild(KyNode* child);
+    /// False when out of range.
     bool removeChildAt(unsigned index);
+    /// Gives back the references of all children.
     void removeAllChildren();
 
     /// Translation, rotation, scale against the parent. Values that are not finite are ignored.
     const KyVec3d& getPosition() const { return mPosition; }
+    /// @{
+    /// See getPosition.
     const KyQuatd& getOrientation() const { return mOrientation; }
     const KyVec3d& getScale() const { return mScale; }
+    /// @}
     void setPosition(const KyVec3d& position);
     /// Made length 1; the null quaternion is ignored.
     void setOrientation(const KyQuatd& orientation);
+    /// Factors along the own axes.
     void setScale(const KyVec3d& scale);
 
     /// The frame against the parent: columns right, up, back, position.
     const KyMat4d& getLocalFrame() const { return mLocalFrame; }
     /// Position, orientation and scale follow; a shear is kept in the frame until one of them is set.
     void setLocalFrame(const KyMat4d& frame);
+    /// The frame against the world: those of all above multiplied.
     const KyMat4d& getWorldFrame() const;
     /// Sets the local frame that gives this world frame under the present parent; ignored when that is singular.
     void setWorldFrame(const KyMat4d& frame);
+    /// @{
+    /// Of the origin of the node's frame.
     KyVec3d getWorldPosition() const { return getWorldFrame().translation(); }
     void setWorldPosition(const KyVec3d& position);
+    /// @}
 
+    /// Adds to the position, in the parent's coordinates.
     void translate(const KyVec3d& offset) { setPosition(mPosition + offset); }
     /// Turns about an axis of its own frame; radians, right-handed.
     void rotate(const KyVec3d& axis, double angle);
@@ -116,6 +128,7 @@ public:
 protected:
     /// Counts the change and tells the listeners.
     void markModified(std::string_view attribute);
+    /// Counts a change, here and above, without telling the listeners.
     void touch();
     /// As intersect, for the own geometry, in the node's coordinates.
     virtual bool intersectOwn(const KyRay<double>& ray, KySurfaceHit& hit) const;

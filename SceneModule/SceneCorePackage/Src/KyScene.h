@@ -30,12 +30,15 @@ public:
 
     /// The background goes from the top colour to the bottom one.
     const KyColor& getBackgroundTop() const { return mBackgroundTop; }
+    /// See getBackgroundTop.
     const KyColor& getBackgroundBottom() const { return mBackgroundBottom; }
     /// Light without direction, from above and from below.
     const KyColor& getSkyColor() const { return mSkyColor; }
+    /// See getSkyColor.
     const KyColor& getGroundColor() const { return mGroundColor; }
     /// The visible lights below, in the order of the tree.
     std::vector<KyLight*> getLights() const;
+    /// Visible ones, as getLights.
     unsigned getNbLights() const { return static_cast<unsigned>(getLights().size()); }
     /// Null when out of range.
     KyLight* getLight(unsigned index) const;
@@ -43,8 +46,10 @@ public:
     /// One colour from top to bottom.
     void setBackground(const KyColor& color);
     void setBackgroundTop(const KyColor& color);
+    /// See setBackgroundTop.
     void setBackgroundBottom(const KyColor& color);
     void setSkyColor(const KyColor& color);
+    /// See setSkyColor.
     void setGroundColor(const KyColor& color);
 
 private:

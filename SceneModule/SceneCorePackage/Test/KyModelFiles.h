@@ -47,7 +47,7 @@ protected:
         ASSERT_TRUE(model) << error;
         EXPECT_EQ(model->getNbReferences(), 0u);
         const KyHolder<KyNode> holder(model);
-        EXPECT_EQ(model->getBoundingVolume().getSize().length(), KyVec3d(2, 3, 0).length()) << name;
+        EXPECT_DOUBLE_EQ(model->getBoundingVolume().getSize().length(), KyVec3d(2, 3, 0).length()) << name;
     }
 
     std::filesystem::path mDirectory;

@@ -4,9 +4,13 @@
 #include "KyModelFiles.h"
 
 #include "KyException.h"
+#include "KyProgress.h"
+#include "KyTracker.h"
 
 #include <cstdint>
+#include <map>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -71,6 +75,19 @@ TEST_F(KyModelLoaderTest, WhatIsNoWholeModelIsRefusedWithATextThatNamesTheFile) 
         expectRefused(name, bytes);
 }
 
+TEST_F(KyModelReading, EveryExtensionHasAReaderOfItsOwn) {
+    const std::map<std::string, std::string> files = {{"obj", cObj},         {"ply", cPly},
+                                                      {"stl", cTextStl},     {"gltf", R"({"asset":{"version":"2.0"}})"},
+                                                      {"dae", "<COLLADA/>"}, {"x", "xof 0303txt 0032"}};
+    for (const std::string& extension : KyModelLoader::getExtensions()) {
+        const std::string bytes = files.contains(extension) ? files.at(extension) : "nothing of the kind\n";
+        std::string error;
+        const KyHolder<KyNode> model(KyModelLoader::load(write("model." + extension, bytes), error));
+        EXPECT_TRUE(model || !error.empty()) << extension;
+        EXPECT_EQ(error.find("No suitable reader"), std::string::npos) << error;
+    }
+}
+
 TEST_F(KyModelLoaderTest, WhatIsNoFileIsRefused) {
     std::string error;
     EXPECT_EQ(KyModelLoader::load(getURL("missing.obj"), error), nullptr);
@@ -87,6 +104,60 @@ TEST_F(KyModelLoaderTest, AMeshNodeReportsAModelThatItCannotLoad) {
     EXPECT_FALSE(node.loadModel(getURL("missing.obj")));
     KyException::setReportHandler(former);
     EXPECT_NE(report.find("missing.obj"), std::string::npos);
+    EXPECT_EQ(node.getNbChildren(), 0u);
+}
+
+/// So large that reading it takes a while: a grid of triangles.
+std::string makeLargeObj() {
+    constexpr int cSide = 200;
+    std::string text;
+    for (int y = 0; y < cSide; ++y)
+        for (int x = 0; x < cSide; ++x)
+            text += "v " + std::to_string(x) + " " + std::to_string(y) + " " + std::to_string(x * y % 7) + "\n";
+    for (int i = 1; i + cSide < cSide * cSide; ++i)
+        text += "f " + std::to_string(i) + " " + std::to_string(i + 1) + " " + std::to_string(i + cSide) + "\n";
+    return text;
+}
+
+TEST_F(KyModelReading, ATrackerIsToldHowFarTheFileIsReadAndMayCancelIt) {
+    const KyURL url = write("large.obj", makeLargeObj());
+    std::string error;
+    std::vector<double> told;
+    KyTracker tracker;
+    tracker.setNbSteps(2);
+    tracker.setListener([&told](double share) { told.push_back(share); });
+    KyHolder<KyNode> model(KyModelLoader::load(url, error, &tracker));
+    ASSERT_TRUE(model) << error;
+    EXPECT_DOUBLE_EQ(told.back(), 0.5) << "the file is one of two steps";
+    EXPECT_GE(told.size(), 3u);
+    EXPECT_LT(told.front(), 0.2);
+    tracker.setListener([&tracker](double) { tracker.cancel(); });
+    model.reset(KyModelLoader::load(url, error, &tracker));
+    EXPECT_FALSE(model);
+    EXPECT_NE(error.find("large.obj\" cannot be loaded: it was cancelled."), std::string::npos) << error;
+    KyModelLoader::finalizeType();
+}
+
+TEST_F(KyModelReading, ACancelledLoadLeavesTheNodeAsItWas) {
+    KyProgress& progress = KyProgress::get();
+    KyHasSlots slots;
+    std::string title;
+    progress.open();
+    progress.setQuietTime(0);
+    progress.changedSignal().connect(slots, [&](const std::string& text, double) {
+        title = text;
+        progress.cancel();
+    });
+    KyMeshNode node;
+    static std::string report;
+    const auto former = KyException::setReportHandler([](const std::string& text) { report = text; });
+    EXPECT_FALSE(node.loadModel(write("large.obj", makeLargeObj())));
+    KyException::setReportHandler(former);
+    progress.close();
+    progress.setQuietTime(100);
+    KyModelLoader::finalizeType();
+    EXPECT_EQ(title, "Loading large.obj");
+    EXPECT_NE(report.find("cancelled"), std::string::npos) << report;
     EXPECT_EQ(node.getNbChildren(), 0u);
 }
 

@@ -39,20 +39,26 @@ public:
     const std::string& getName() const override { return mName; }
     void setName(const std::string& name) override;
     bool hasNameAttribute() const override { return true; }
+    /// A pass that is not enabled neither draws nor takes events.
     bool isEnabled() const { return mIsEnabled; }
+    /// Passes are drawn from the lowest priority to the highest.
     float getPriority() const { return mPriority; }
+    /// Null when the pass takes no events.
     KyPassEventHandler* getEventHandler() const { return mEventHandler.get(); }
+    /// Null when the pass draws into the view's target.
     KyFrameBuffer* getFrameBuffer() const { return mFrameBuffer.get(); }
     /// The area that the pass covers in this view, pixels of the canvas, top left origin; null for a null view.
     virtual KyRect<int> getAreaPixels(const KyGraphicsViewMultiPass* view) const;
     /// The size after the last adaptView.
     int getViewportWidth() const { return mViewportWidth; }
+    /// See getViewportWidth.
     int getViewportHeight() const { return mViewportHeight; }
     /// Another number after every change that makes the picture another one.
     virtual std::uint64_t getRevision() const { return mRevision; }
     /// The point of what it shows under a pixel of the canvas, in world coordinates; false when there is none.
     virtual bool pickPoint(const KyGraphicsViewMultiPass& view, int x, int y, KyVec3<double>& world) const;
 
+    /// See isEnabled.
     void setEnabled(bool isEnabled);
     /// Lower ones come first: -1 before 0. NaN is ignored. The view sorts anew.
     void setPriority(float priority);
@@ -63,13 +69,17 @@ public:
 
     /// Takes over the size of the pass's area in the view; true when it changed.
     virtual bool adaptView(const KyGraphicsViewMultiPass& view);
+    /// Called right before doRender: the place to make what that needs, in targets of its own.
     virtual void preRender(KyRendererContext& context);
+    /// Draws into the pass's area of the view, which is bound as GL's viewport.
     virtual void doRender(KyRendererContext& context, KyGraphicsViewMultiPass& view);
+    /// Called right after doRender.
     virtual void postRender(KyRendererContext& context);
 
 protected:
     /// Says that the picture would be another one now.
     void touch() { ++mRevision; }
+    /// Counts the change and tells the listeners.
     void markModified(std::string_view attribute);
 
 private:

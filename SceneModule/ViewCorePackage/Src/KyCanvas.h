@@ -27,6 +27,7 @@
 /// ```
 class KYSCENE_EXPORT KyCanvas : public KyObject, public KyReferenceCounted {
 public:
+    /// Sent with the view that was taken out.
     using ViewRemovedSignal = KySignal<KyGraphicsViewMultiPass*>;
 
     static const KyType* getType();
@@ -41,8 +42,12 @@ public:
     KyCanvas(const KyCanvas&) = delete;
     KyCanvas& operator=(const KyCanvas&) = delete;
 
+    /// @{
+    /// Pixels; 0 before the first size.
     int getWidth() const { return mWidth; }
     int getHeight() const { return mHeight; }
+    /// @}
+    /// Views that stand directly in the canvas.
     unsigned getNbViews() const { return static_cast<unsigned>(mViews.size()); }
     /// Null when out of range.
     KyGraphicsViewMultiPass* getView(unsigned index) const;
@@ -52,6 +57,7 @@ public:
     virtual void transformStereoPoint(int& x, int& y) const;
     /// Whether anything that would be drawn changed since the last frame; true before the first.
     bool needsRedraw() const { return getRevision() != mRenderedRevision; }
+    /// Another number after every change that makes the picture another one.
     std::uint64_t getRevision() const;
 
     /// Device pixels, at least 0.

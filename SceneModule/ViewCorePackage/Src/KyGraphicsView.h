@@ -46,6 +46,7 @@ public:
     const KyRect<double>& getArea() const { return mArea; }
     /// In pixels of the canvas; null outside a canvas.
     KyRect<int> getAbsoluteArea() const;
+    /// Whether the pixel of the canvas lies in the view's area.
     bool containsPixel(int x, int y) const;
 
     void setEnabled(bool isEnabled);
@@ -56,12 +57,15 @@ public:
     virtual bool handleEvent(const KyInputEvent& event);
     /// The world point of what is shown under a pixel; false, and `world` unchanged, when there is none.
     virtual bool pickPoint(int x, int y, KyVec3<double>& world) const;
+    /// Draws the view; the canvas calls it for views that are enabled.
     virtual void render(KyRendererContext& context);
     /// Another number after every change that makes the picture another one.
     virtual std::uint64_t getRevision() const { return mRevision; }
 
 protected:
+    /// Says that the picture would be another one now.
     void touch() { ++mRevision; }
+    /// Counts the change and tells the listeners.
     void markModified(std::string_view attribute);
 
 private:

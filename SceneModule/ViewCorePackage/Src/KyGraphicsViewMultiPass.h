@@ -39,19 +39,24 @@ public:
     KyRect<int> getAreaPixels() const { return getAbsoluteArea(); }
     /// The pass whose picture the others can use; null when there is none.
     KyBaseGraphicsPass* getMainPass() const { return mMainPass; }
+    /// The main pass included.
     unsigned getNbPasses() const { return static_cast<unsigned>(mPasses.size()); }
     /// In the order in which they came; null when out of range.
     KyBaseGraphicsPass* getPass(unsigned index) const;
+    /// Child views.
     unsigned getNbViews() const { return static_cast<unsigned>(mViews.size()); }
     /// A child view, the rearmost first; null when out of range.
     KyGraphicsViewMultiPass* getView(unsigned index) const;
+    /// See setClearOrder.
     int getClearOrder() const { return mClearOrder; }
+    /// See setClearColor.
     const KyColor& getClearColor() const { return mClearColor; }
 
     /// Replaces the main pass; null removes it.
     void setMainPass(KyBaseGraphicsPass* pass);
     /// False for null and a pass that is here already.
     bool addPass(KyBaseGraphicsPass* pass);
+    /// Gives the reference back. False when it is not here.
     bool removePass(KyBaseGraphicsPass* pass);
     /// Puts a view above this one, before the position among its children, -1 is the end. It leaves its former place.
     /// False for null, this view and those that it stands in.
@@ -60,6 +65,7 @@ public:
     bool remove(KyGraphicsViewMultiPass* view);
     /// A number of ClearOrder, others are ignored; colour and depth at the start.
     void setClearOrder(int order);
+    /// Used when the clear order clears the colour.
     void setClearColor(const KyColor& color);
 
     bool handleEvent(const KyInputEvent& event) override;

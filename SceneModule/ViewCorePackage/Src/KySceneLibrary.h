@@ -15,5 +15,6 @@ public:
 
     /// The module's initialiser and finaliser, called by the module manager: the type records of the library.
     static void initialize();
+    /// Ends what initialize began; nothing when it did not.
     static void finalize();
 };

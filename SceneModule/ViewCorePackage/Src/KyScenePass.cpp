@@ -14,6 +14,7 @@
 #include <epoxy/gl.h>
 
 #include <algorithm>
+#include <cstdint>
 
 const KyType* KyScenePass::msType = nullptr;
 
@@ -23,6 +24,21 @@ namespace {
 bool isInside(const KyRect<int>& area, int x, int y) {
     const double column = static_cast<double>(x) - area.origin.x, row = static_cast<double>(y) - area.origin.y;
     return column >= 0.0 && row >= 0.0 && column < area.getWidth() && row < area.getHeight();
+}
+
+/// More pixels are drawn without smoothing: the buffer would take gigabytes, and hardly anything of such an area is
+/// seen.
+constexpr std::int64_t cMaxSmoothedPixels = std::int64_t{1} << 25;
+
+bool isSmoothable(const KyRect<int>& area) {
+    return std::int64_t{area.getWidth()} * area.getHeight() <= cMaxSmoothedPixels;
+}
+
+/// Whether the graphics card can have a buffer of that size.
+bool fitsBuffer(const KyRect<int>& area) {
+    GLint most = 0;
+    glGetIntegerv(GL_MAX_TEXTURE_SIZE, &most);
+    return area.getWidth() <= most && area.getHeight() <= most;
 }
 
 } // namespace
@@ -152,12 +168,14 @@ void KyScenePass::doRender(KyRendererContext& context, KyGraphicsViewMultiPass& 
     const KyRect<int> area = getAreaPixels(&view);
     if (!mScene || !mCamera || area.getWidth() < 1 || area.getHeight() < 1)
         return;
+    if (getFrameBuffer() && !fitsBuffer(area))
+        return;
     if (KyFrameBuffer* own = getFrameBuffer(); own && !own->isForeign())
         own->setSize(area.getWidth(), area.getHeight());
     const KyRect<int> target = getFrameBuffer() ? KyRect<int>(0, 0, area.getWidth(), area.getHeight()) : area;
     if (!context.bind(getFrameBuffer(), target))
         return;
-    if (mSamples > 1 && context.getTargetSamples() == 1)
+    if (mSamples > 1 && context.getTargetSamples() == 1 && isSmoothable(area) && fitsBuffer(area))
         renderSmoothed(context, target);
     else
         mRenderer->render(*mScene, *mCamera, mIsBackgroundVisible, target.getWidth(), target.getHeight());

@@ -40,8 +40,11 @@ public:
     ~KyScenePass() override;
     KyScenePass* clone() const override;
 
+    /// @{
+    /// See setScene.
     KyScene* getScene() const { return mScene.get(); }
     KyCamera* getCamera() const { return mCamera.get(); }
+    /// @}
     /// Wanted samples a pixel, 4 at the start; 1 or less: edges are not smoothed.
     int getSamples() const { return mSamples; }
     /// Off, what is in the target stays as background.
@@ -60,6 +63,7 @@ public:
 
     /// Each holds a reference; nothing is drawn without both.
     void setScene(KyScene* scene);
+    /// See setScene.
     void setCamera(KyCamera* camera);
     void setSamples(int samples);
     void setBackgroundVisible(bool isVisible);

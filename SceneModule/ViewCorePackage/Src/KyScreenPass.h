@@ -32,6 +32,7 @@ public:
 
     /// Row 0 of the texture is shown at the top instead of at the bottom.
     bool isVerticalFlip() const { return mIsVerticalFlip; }
+    /// See setBackgroundColor.
     const KyColor& getBackgroundColor() const { return mBackgroundColor; }
     /// In stereo each eye shows its half of the texture; without stereo it has no effect.
     bool isSplitStereoTexCoord() const { return mIsSplitStereoTexCoord; }

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "KyDrawingTest.h"
 
+#include "KyDrawStatistics.h"
+#include "KyGpuTimer.h"
 #include "KyLight.h"
 
 #include <epoxy/gl.h>
@@ -143,6 +145,37 @@ TEST_F(KyScenePassTest, AViewDrawsInItsAreaOnlyAndWithoutBackgroundItsClearColou
     }
 }
 
+TEST_F(KyScenePassTest, AreasFarBeyondTheTargetDrawOrRefuseAndTheNextOneShowsAgain) {
+    addBox(KyColor(1, 0, 0));
+    const auto expected = draw();
+    for (const int samples : {4, 1})
+        for (const KyRectd& area :
+             {KyRectd(0, 0, 1e5, 1e5), KyRectd(0, 0, 1e9, 1e9), KyRectd(-1e9, -1e9, 1e9, 1e9),
+              KyRectd(-5e8, -5e8, 1e9, 1e9), KyRectd(1e9, 1e9, 1, 1), KyRectd(0, 0, 1e9, 1e-9), KyRectd(0, -50, 1, 99)})
+            for (const bool isOfView : {true, false}) {
+                mPass->setSamples(samples);
+                mView->setArea(isOfView ? area : KyRectd(0, 0, 1, 1));
+                mPass->setArea(isOfView ? KyRectd(0, 0, 1, 1) : area);
+                EXPECT_TRUE(draw()) << area;
+                EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR)) << area;
+            }
+    mPass->setArea(KyRectd(0, 0, 1, 1));
+    mPass->setSamples(4);
+    EXPECT_LT(draw()->getDifference(*expected), 0.01);
+}
+
+TEST_F(KyScenePassTest, AnAreaPartlyOutsideShowsItsPart) {
+    addBox(KyColor(1, 0, 0));
+    mPass->setSamples(1);
+    for (const double size : {2.0, 20.0}) {
+        // Its centre, where the box is, lies at a fourth of the target from the left and from above.
+        mView->setArea(KyRectd(0.25 - size / 2, 0.25 - size / 2, size, size));
+        const auto image = draw();
+        kyExpectColor(image->getPixel(40, 30), KyColor(1, 0, 0));
+        kyExpectColor(image->getPixel(159, 119), size > 4 ? KyColor(1, 0, 0) : cBackground);
+    }
+}
+
 TEST_F(KyScenePassTest, DrawingLeavesTheStateAsItWas) {
     addBox(KyColor(1, 0, 0));
     GLuint vertexArray = 0;
@@ -257,6 +290,29 @@ TEST_F(KyScenePassTest, APictureThatIsMuchLargerThanItsNodeShowsItsMean) {
     const auto drawn = draw();
     for (int x = 70; x < 90; ++x)
         EXPECT_NEAR(drawn->getPixel(x, 60).red, 0.5f, 0.17f) << x;
+}
+
+TEST_F(KyScenePassTest, DrawCallsAreCountedAndTheDeviceTellsHowLongItTook) {
+    addBox(KyColor(1, 1, 1));
+    addBox(KyColor(1, 0, 0))->setPosition(KyVec3d(0, 0, 100));
+    mPass->setSamples(1);
+    KyGpuTimer timer;
+    EXPECT_LT(timer.getMilliseconds(), 0.0);
+    for (int i = 0; i < 3; ++i) {
+        const KyDrawStatistics before = KyDrawStatistics::get();
+        KyRendererContext context(mContext.get());
+        context.setTarget(mTarget.get());
+        timer.begin();
+        mCanvas->render(context);
+        timer.end();
+        EXPECT_EQ(KyDrawStatistics::get().nbCalls - before.nbCalls, 2u) << "the background, and what is in view";
+        EXPECT_EQ(KyDrawStatistics::get().nbPrimitives - before.nbPrimitives, 1u + 12u);
+    }
+    glFinish();
+    timer.begin();
+    timer.end();
+    EXPECT_GT(timer.getMilliseconds(), 0.0);
+    EXPECT_LT(timer.getMilliseconds(), 10000.0);
 }
 
 } // namespace
