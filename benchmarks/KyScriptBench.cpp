@@ -6,6 +6,7 @@
 
 #include "KyLuaBinder.h"
 #include "KyScriptEngine.h"
+#include "KyScriptSandbox.h"
 
 #include "KyTypeBuilder.h"
 
@@ -14,6 +15,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <limits>
 
 namespace {
 
@@ -230,6 +232,29 @@ KyBenchmarkSides prepareHook() {
     return {hooked, loop, fixture};
 }
 
+/// The same script on both sides, on ours in an engine of its own with a sandbox, which cannot be left again.
+KyBenchmarkSides prepareSandbox() {
+    struct Sandboxed {
+        KyScriptEngine engine;
+        Fixture fixture;
+    };
+    const auto sides = std::make_shared<Sandboxed>();
+    KyScriptLimits limits;
+    limits.instructions = std::numeric_limits<std::uint64_t>::max();
+    limits.seconds = 1e6;
+    KyScriptEngine& engine = sides->engine;
+    const std::string chunk = std::string("function benchSandboxed(...) ") + cHooked + " end";
+    if (engine.bindInstance(sides->fixture.object.get(), "ours") != 1 || !engine.editSandbox().enable(limits) ||
+        !engine.executeChunk(chunk))
+        std::exit(1);
+    const auto ours = [&engine](long count) {
+        std::vector<KyField> results;
+        if (!engine.callLuaFunction("benchSandboxed", {KyField(static_cast<double>(count))}, results))
+            std::exit(1);
+    };
+    return {ours, makeLoop(sides->fixture.state, "benchOpen", cHooked), sides};
+}
+
 /// Coroutines that wait for ever, on both sides in tables keyed by the thread.
 template <int Count>
 KyBenchmarkSides prepareCoroutines() {
@@ -288,6 +313,7 @@ std::vector<KyBenchmark> getScriptBenchmarks() {
         {"pushing an object", "lua_newuserdata + luaL_getmetatable", 0.95, Gate::eInstructions, 20000,
          &prepareLoops<cPushOurs, cPushPeer>},
         {"debug hook, nobody looking", "the same script, no hook", 2.0, Gate::eTime, 20000, &prepareHook},
+        {"strict sandbox", "the same script, none", 2.0, Gate::eTime, 20000, &prepareSandbox},
         {"resuming 10,000 coroutines", "bare lua_resume", 1.3, Gate::eTime, 5, &prepareCoroutines<10000>},
         {"resuming 100 coroutines", "bare lua_resume", 1.6, Gate::eTime, 500, &prepareCoroutines<100>},
     };

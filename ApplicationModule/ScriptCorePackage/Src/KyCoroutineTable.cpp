@@ -5,7 +5,11 @@
 #include "KyLuaThreads_p.h"
 #include "KyScriptDebugger_p.h"
 #include "KyScriptEngine.h"
+#include "KyScriptFile_p.h"
 #include "KyScriptRunner_p.h"
+
+#include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -77,6 +81,7 @@ bool KyCoroutineTable::launch(const std::string& chunk) {
     bool isLoaded = false;
     const bool isMade = runner.run([&](lua_State* state) {
         luaL_checkstack(state, LUA_MINSTACK, "too many values");
+        kyCheckLuaText(state, chunk, chunk.c_str());
         lua_pushlightuserdata(state, this);
         thread = lua_newthread(state);
         kyLuaKeepThread(state, lua_gettop(state));
@@ -110,10 +115,7 @@ void KyCoroutineTable::releaseNewThread(lua_State* state) const {
 /// The thread is on the stack of the runner's state, above `top`.
 bool KyCoroutineTable::start(KyScriptRunner& runner, lua_State* thread, int top) {
     lua_State* const state = runner.getState();
-    lua_setlevel(state, thread);
-    runner.editGuard().enterThread(thread);
-    const int status = lua_resume(thread, 0);
-    runner.editGuard().leaveThread();
+    const int status = runner.resume(thread, 0);
     if (status == 0 || status == LUA_YIELD) {
         lua_settop(thread, 0);
         const bool isKept = status == 0 || !runner.isCurrent() ||
@@ -139,8 +141,8 @@ void KyCoroutineTable::takeFailure(KyScriptRunner& runner, lua_State* thread) {
     std::string traceback;
     kyLuaTraceback(thread, 0, traceback);
     if (!kyLuaPlainText(thread, -1, failure.message))
-        runner.run([&failure, thread](lua_State* state) {
-            lua_checkstack(thread, 1);
+        runner.run([&](lua_State* state) {
+            runner.makeRoom(thread);
             lua_pushvalue(thread, -1);
             lua_xmove(thread, state, 1);
             kyLuaErrorText(state, -1, failure.message);
@@ -160,6 +162,9 @@ void KyCoroutineTable::resumeAll(double elapsedSeconds) {
         runner.report();
         return;
     }
+    const auto left = std::exchange(mLeft, {});
+    if (!left.empty())
+        std::ranges::stable_partition(mThreads, [&left](auto* thread) { return std::ranges::count(left, thread) > 0; });
     mIsResuming = true;
     resumeThreads(runner, elapsedSeconds);
     if (!runner.getEngine())
@@ -190,6 +195,10 @@ void KyCoroutineTable::collectThreads(lua_State* state) {
 void KyCoroutineTable::resumeThreads(KyScriptRunner& runner, double elapsedSeconds) {
     for (std::size_t i = 0; i < mThreads.size(); ++i) {
         lua_State* thread = mThreads[i];
+        if (!runner.beginSlice()) {
+            mLeft.assign(mThreads.begin() + static_cast<std::ptrdiff_t>(i), mThreads.end());
+            return;
+        }
         const Outcome outcome = resumeThread(runner, thread, elapsedSeconds);
         if (!runner.isCurrent())
             return;
@@ -207,15 +216,12 @@ KyCoroutineTable::Outcome KyCoroutineTable::resumeThread(KyScriptRunner& runner,
     const KyLuaThreadState threadState = kyLuaThreadState(thread);
     if (threadState == KyLuaThreadState::eExecuting)
         return Outcome::eWaiting;
-    if (threadState == KyLuaThreadState::eDead || lua_checkstack(thread, 1) == 0) {
+    if (threadState == KyLuaThreadState::eDead || !runner.makeRoom(thread)) {
         runner.editFailure() = {"cannot resume dead coroutine", {}};
         return Outcome::eFailed;
     }
     lua_pushnumber(thread, elapsedSeconds);
-    lua_setlevel(runner.getState(), thread);
-    runner.editGuard().enterThread(thread);
-    const int status = lua_resume(thread, 1);
-    runner.editGuard().leaveThread();
+    const int status = runner.resume(thread, 1);
     if (status != 0 && status != LUA_YIELD)
         takeFailure(runner, thread);
     // An ended thread with something on its stack would look like one that has not begun.
@@ -242,11 +248,11 @@ void KyCoroutineTable::removeEnded(KyScriptRunner& runner) {
         runner.report();
 }
 
-void KyCoroutineTable::setHook(lua_Hook hook, int mask) {
+void KyCoroutineTable::setHook(lua_Hook hook, int mask, int interval) {
     KyScriptRunner runner(mEngine);
     if (!runner.isOpen())
         return;
-    const auto install = [hook, mask](lua_State* state) { kyLuaHookThreads(state, hook, mask); };
+    const auto install = [=](lua_State* state) { kyLuaHookThreads(state, hook, mask, interval); };
     if (!runner.run(install))
         runner.report();
 }

@@ -33,7 +33,7 @@ public:
     /// Resumes each thread once with the time as the result of its yield.
     void resumeAll(double elapsedSeconds);
     /// Installs a debug hook on every thread, null takes it away.
-    void setHook(lua_Hook hook, int mask);
+    void setHook(lua_Hook hook, int mask, int interval);
     /// Takes the thread that launch left on the stack of the main thread away.
     void dropFailedThread(lua_State* mainState);
 
@@ -57,4 +57,6 @@ private:
     /// Kept for their memory.
     std::vector<lua_State*> mThreads;
     std::vector<lua_State*> mEnded;
+    /// What had to wait for the next frame; only compared, they may be gone.
+    std::vector<const lua_State*> mLeft;
 };

@@ -11,10 +11,13 @@ struct KyDoxygenMember {
     std::string kind;
     /// Of the result or value; empty for constructors.
     std::string type;
+    /// As it stands in the class, without arguments.
     std::string name;
     /// "(int index) const"; empty for what takes none.
     std::string arguments;
+    /// The first sentence.
     std::string brief;
+    /// All that follows.
     std::string detailed;
 };
 
@@ -23,8 +26,10 @@ struct KyDoxygenMember {
 struct KyDoxygenClass {
     /// With its namespaces.
     std::string name;
+    /// The first sentence of the class's own comment.
     std::string brief;
     /// Paragraphs and list items on lines of their own.
     std::string detailed;
+    /// In the order of the file.
     std::vector<KyDoxygenMember> members;
 };

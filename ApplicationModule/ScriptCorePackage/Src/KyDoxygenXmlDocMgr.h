@@ -48,8 +48,10 @@ public:
     /// Adds a directory's classes, in place of those of the same names. False, reported and nothing added, when
     /// anything of it cannot be read. See KyDoxygenXmlDocReader.
     bool load(const std::string& directory);
+    /// Forgets all classes.
     void clear();
 
+    /// Classes that were read.
     unsigned getNbClasses() const { return static_cast<unsigned>(mClasses.size()); }
     /// Valid until the next load or clear; null when the type is not documented.
     const KyDoxygenClass* findClass(std::string_view typeName) const;

@@ -27,6 +27,7 @@ class KYAPPLICATION_EXPORT KyDoxygenXmlDocReader : public KyObject {
 public:
     /// Bytes of one file and of all files of a directory.
     static constexpr long long cMaxFileSize = 32LL << 20;
+    /// See cMaxFileSize.
     static constexpr long long cMaxTotalSize = 256LL << 20;
     /// Elements inside each other.
     static constexpr int cMaxDepth = 128;
@@ -47,8 +48,10 @@ public:
     bool readFile(const std::string& path);
     /// The classes and structures named in the directory's "index.xml".
     bool readDirectory(const std::string& directory);
+    /// Forgets all classes.
     void clear() { mClasses.clear(); }
 
+    /// Classes that were read.
     unsigned getNbClasses() const { return static_cast<unsigned>(mClasses.size()); }
     /// Null when out of range.
     const KyDoxygenClass* getClass(unsigned index) const;

@@ -6,6 +6,7 @@
 #include "KyLuaConverters_p.h"
 #include "KyLuaErrorText_p.h"
 #include "KyLuaInstance_p.h"
+#include "KyScriptSandbox_p.h"
 
 #include <cinttypes>
 #include <cstdio>
@@ -185,6 +186,13 @@ const KyLuaAddressMap::Slot* findCached(lua_State* state, const KyLuaClass& luaC
     return object ? slot : nullptr;
 }
 
+void checkWriting(lua_State* state) {
+    const KyLuaInstance* instance = kyLuaToInstance(state, 1);
+    const KyObject* object = instance ? instance->get() : nullptr;
+    if (object && lua_type(state, 2) == LUA_TSTRING)
+        KyScriptSandbox::Private::checkWriting(state, *object, lua_tostring(state, 2));
+}
+
 } // namespace
 
 int kyLuaIndexInstance(lua_State* state) {
@@ -204,6 +212,8 @@ int kyLuaNewIndexInstance(lua_State* state) {
     KyObject* object = nullptr;
     const KyLuaAddressMap::Slot* slot = findCached(state, upvalueClass(state), object);
     const KyAttributeInterface* attribute = slot ? KyLuaAttributeCache::getAttribute(*slot) : nullptr;
+    if (KyScriptSandbox::Private::isAnyEnabled()) [[unlikely]]
+        checkWriting(state);
     if (!attribute)
         return newIndexSlowly(state);
     return kyLuaRun(state, [&](KyLuaErrorText& error) { return writeAttribute(state, *attribute, *object, error); });

@@ -47,9 +47,13 @@ concept KyLuaValue = KyBuiltInFieldValue<T> ||(KyLuaFurtherValues::indexOf<T>() 
 /// ```
 class KYAPPLICATION_EXPORT KyLuaBinder : public KyObject {
 public:
+    /// @{
+    /// See KyStaticLuaMaps.
     using CppToLuaConverter = KyStaticLuaMaps::CppToLua;
     using LuaToCppConverter = KyStaticLuaMaps::LuaToCpp;
+    /// @}
 
+    /// The state is not owned.
     explicit KyLuaBinder(lua_State* state);
     ~KyLuaBinder() override;
 
@@ -60,10 +64,13 @@ public:
     /// Converters, list field types, and bind(). Needs the script engine.
     static void initializeClass();
     static void finalizeClass();
+    /// Makes the table of converters.
     static void staticInitialize();
+    /// Ends the table of converters.
     static void staticFinalize();
     const KyType* getObjectType() const override;
 
+    /// Not owned.
     lua_State* editLuaState() const { return mState; }
 
     /// Any value: nil as an empty field, numbers as double, tables as a list of the values 1 to #table, instances as
@@ -76,6 +83,7 @@ public:
     KyField checkField(int index, const std::type_info& type) const;
     /// The live object of an instance of the type or a derived one, else null.
     KyObject* checkUserType(int index, const KyType& type) const;
+    /// True for a live instance of the type or of a derived one.
     bool isUserType(int index, const KyType& type) const;
     /// Lua's truth: false for nil and false.
     bool checkBoolean(int index) const;
@@ -97,15 +105,21 @@ public:
     /// Pushes a new instance, binding the object's class first when it is not bound; nil when that fails, which is
     /// reported. A counted object gets a reference, which the collector gives back.
     void pushUserType(KyObject& object);
+    /// @{
+    /// Pushes one value.
     void pushBoolean(bool value);
     void pushInteger(int value);
     void pushNumber(double value);
+    /// @}
     /// Null pushes nil.
     void pushString(const char* text);
     /// With its embedded zeros.
     void pushString(const std::string& text);
+    /// Pushes one nil.
     void pushNil();
 
+    /// @{
+    /// Push one value.
     void cpp_to_lua(bool value) { pushBoolean(value); }
     void cpp_to_lua(int value) { pushInteger(value); }
     void cpp_to_lua(unsigned value) { pushNumber(value); }
@@ -113,6 +127,7 @@ public:
     void cpp_to_lua(double value) { pushNumber(value); }
     void cpp_to_lua(const char* text) { pushString(text); }
     void cpp_to_lua(const std::string& text) { pushString(text); }
+    /// @}
     /// The value inside, of any type that crosses otherwise; nil for others and for an empty one.
     void cpp_to_lua(const boost::any& value);
     /// Null pushes nil.
@@ -128,6 +143,7 @@ public:
     void createEnum(const char* name, unsigned count, const KyEnum* values);
     /// Adds constants to the global table of that name, made when there is none.
     void addEnum(const char* name, unsigned count, const KyEnum* values);
+    /// Takes all values off the stack.
     void cleanStack();
 
     /// Whether the whole name is a letter or "_", followed by letters, digits and "_", all of ASCII.
@@ -137,6 +153,7 @@ public:
     static void bind();
     /// See KyStaticLuaMaps. Nothing before initializeClass.
     static void registerCppToLuaConverter(const std::type_info& type, CppToLuaConverter converter);
+    /// See registerCppToLuaConverter.
     static void registerLuaToCppConverter(const std::type_info& type, LuaToCppConverter converter);
     /// Null before initializeClass and after finalizeClass.
     static const KyStaticLuaMaps* getLuaMaps() { return msLuaMaps.get(); }

@@ -6,6 +6,7 @@
 #include "KyLuaCounting_p.h"
 #include "KyLuaErrorText_p.h"
 #include "KyScriptEngine.h"
+#include "KyScriptSandbox_p.h"
 
 #include "KyException.h"
 #include "KyFunction.h"
@@ -105,6 +106,29 @@ void flagAsCounted(lua_State* state, KyLuaClass& luaClass) {
     luaClass.isFlagged = true;
 }
 
+/// These raise errors in a sandbox: nothing may stand on the C++ stack.
+void checkCreation(lua_State* state, const KyType& type) {
+    if (KyScriptSandbox::Private::isAnyEnabled()) [[unlikely]]
+        KyScriptSandbox::Private::checkCreation(state, type);
+}
+
+/// Of the instance on top, if one has been made.
+void noteCreation(lua_State* state) {
+    if (!KyScriptSandbox::Private::isAnyEnabled()) [[likely]]
+        return;
+    const KyLuaInstance* instance = kyLuaToInstance(state, -1);
+    if (KyObject* object = instance ? instance->get() : nullptr)
+        KyScriptSandbox::Private::noteCreation(state, *object);
+}
+
+void checkDestruction(lua_State* state) {
+    if (!KyScriptSandbox::Private::isAnyEnabled()) [[likely]]
+        return;
+    const KyLuaInstance* instance = kyLuaToInstance(state, 1);
+    if (const KyObject* object = instance ? instance->get() : nullptr)
+        KyScriptSandbox::Private::checkDestruction(state, *object);
+}
+
 } // namespace
 
 KyLuaInstance* kyLuaToInstance(lua_State* state, int index, const KyLuaShared& shared, KyLuaClass*& luaClass) {
@@ -161,6 +185,7 @@ int kyLuaCreateInstance(lua_State* state) {
     const KyType* type = upvalueType(state);
     if (!type)
         return luaL_error(state, "defaultInstanceCreator() invalid type");
+    checkCreation(state, *type);
     bool isMade = false;
     const int nbResults = kyLuaRun(state, [&](KyLuaErrorText&) {
         KyField made;
@@ -169,8 +194,10 @@ int kyLuaCreateInstance(lua_State* state) {
             kyLuaPushResult(state, made);
         return isMade ? 1 : 0;
     });
-    if (isMade)
+    if (isMade) {
+        noteCreation(state);
         return nbResults;
+    }
     const KyScriptEngine* engine = kyLuaEngine(state);
     const lua_CFunction fallback = engine ? engine->getInstanceCreatorFallback() : &kyLuaFallbackConstructor;
     if (fallback)
@@ -182,7 +209,8 @@ int kyLuaFallbackConstructor(lua_State* state) {
     const KyType* type = upvalueType(state);
     if (!type)
         return luaL_error(state, "Instance creation invalid type");
-    return kyLuaRun(state, [&](KyLuaErrorText& error) {
+    checkCreation(state, *type);
+    const int nbResults = kyLuaRun(state, [&](KyLuaErrorText& error) {
         const bool hasArguments = lua_gettop(state) > 1;
         KyObject* object = hasArguments ? nullptr : KyObject::create(type->getName());
         if (!object)
@@ -190,6 +218,8 @@ int kyLuaFallbackConstructor(lua_State* state) {
         kyLuaPushInstance(state, KyLuaShared::get(state), *object);
         return 1;
     });
+    noteCreation(state);
+    return nbResults;
 }
 
 int kyLuaFallbackFail(lua_State* state) {
@@ -213,6 +243,7 @@ int kyLuaDestroyInstance(lua_State* state) {
     const KyType* type = upvalueType(state);
     if (!type)
         return luaL_error(state, "Instance destructor invalid type");
+    checkDestruction(state);
     return kyLuaRun(state, [&](KyLuaErrorText&) {
         KyLuaClass* luaClass = nullptr;
         KyLuaInstance* instance = kyLuaToInstance(state, 1, KyLuaShared::get(state), luaClass);
@@ -254,16 +285,21 @@ int kyLuaCollectInstance(lua_State* state) {
 
 int kyLuaCreateObject(lua_State* state) {
     const char* typeName = luaL_checkstring(state, 1);
-    return kyLuaRun(state, [&](KyLuaErrorText&) {
+    if (const KyType* type = KyType::getType(std::string_view(typeName)))
+        checkCreation(state, *type);
+    const int nbResults = kyLuaRun(state, [&](KyLuaErrorText&) {
         if (KyObject* object = KyObject::create(typeName))
             kyLuaPushInstance(state, KyLuaShared::get(state), *object);
         else
             lua_pushnil(state);
         return 1;
     });
+    noteCreation(state);
+    return nbResults;
 }
 
 int kyLuaDeleteObject(lua_State* state) {
+    checkDestruction(state);
     return kyLuaRun(state, [&](KyLuaErrorText&) {
         KyLuaClass* luaClass = nullptr;
         KyLuaInstance* instance = kyLuaToInstance(state, 1, KyLuaShared::get(state), luaClass);

@@ -4,6 +4,7 @@
 
 #include "KyLuaConverters_p.h"
 #include "KyLuaInstance_p.h"
+#include "KyScriptSandbox_p.h"
 
 #include <algorithm>
 #include <array>
@@ -137,13 +138,23 @@ int callMethod(lua_State* state, KyLuaErrorText& error) {
     return kyLuaInvoke(state, record->getOverloads(), object, 2, record->luaClass->type->getName(), error);
 }
 
+/// Before anything stands on the C++ stack: it may raise an error.
+void checkCall(lua_State* state) {
+    if (!KyScriptSandbox::Private::isAnyEnabled()) [[likely]]
+        return;
+    if (const MethodRecord* record = upvalueRecord(state))
+        KyScriptSandbox::Private::checkCall(state, *record->luaClass->type, *record->getOverloads().front());
+}
+
 int callMethodClosure(lua_State* state) {
+    checkCall(state);
     KyLuaErrorText error;
     const int nbResults = callMethod(state, error);
     return nbResults >= 0 ? nbResults : error.raise(state);
 }
 
 int callStaticClosure(lua_State* state) {
+    checkCall(state);
     KyLuaErrorText error;
     const MethodRecord* record = upvalueRecord(state);
     const int nbResults =

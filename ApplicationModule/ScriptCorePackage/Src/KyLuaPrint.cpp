@@ -5,6 +5,7 @@
 #include "KyLuaErrorText_p.h"
 #include "KyScriptDebugger.h"
 #include "KyScriptEngine.h"
+#include "KyScriptSandbox_p.h"
 
 #include <cstdio>
 #include <string>
@@ -47,6 +48,7 @@ int kyLuaPrint(lua_State* state) {
     pushLine(state, nbArguments);
     std::size_t size = 0;
     const char* const text = lua_tolstring(state, -1, &size);
+    KyScriptSandbox::Private::chargeOutput(state, size);
     std::fwrite(text, 1, size, stdout);
     KyScriptEngine* const engine = kyLuaEngine(state);
     if (!engine || engine->editDebugger().printedSignal.getNbConnections() == 0)

@@ -113,9 +113,9 @@ lua_State* kyLuaPushThread(lua_State* state, int number) {
     return nullptr;
 }
 
-void kyLuaHookThreads(lua_State* state, lua_Hook hook, int mask) {
+void kyLuaHookThreads(lua_State* state, lua_Hook hook, int mask, int interval) {
     kyLuaPushThreads(state);
     for (lua_pushnil(state); lua_next(state, -2) != 0; lua_pop(state, 1))
-        lua_sethook(lua_tothread(state, -2), hook, mask, 0);
+        lua_sethook(lua_tothread(state, -2), hook, mask, (mask & LUA_MASKCOUNT) != 0 ? interval : 0);
     lua_pop(state, 1);
 }

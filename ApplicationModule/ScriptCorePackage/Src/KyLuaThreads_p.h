@@ -32,5 +32,6 @@ int kyLuaThreadNumber(lua_State* state, lua_State* thread);
 lua_State* kyLuaPushThread(lua_State* state, int number);
 /// Pushes the table, thread to number, for a walk over it; it is not to be changed meanwhile.
 void kyLuaPushThreads(lua_State* state);
-/// Installs a debug hook on all of them, null takes it away.
-void kyLuaHookThreads(lua_State* state, lua_Hook hook, int mask);
+/// Installs a debug hook on all of them, null takes it away. Count events, if the mask has them, come after so many
+/// instructions.
+void kyLuaHookThreads(lua_State* state, lua_Hook hook, int mask, int interval);

@@ -3,6 +3,7 @@
 #include "KyLuaUtilities_p.h"
 
 #include "KyLuaCall_p.h"
+#include "KyScriptSandbox_p.h"
 
 #include <lua.hpp>
 
@@ -63,6 +64,8 @@ constexpr luaL_Reg cUtilities[] = {
 
 void kySetLuaUtilities(lua_State* state) {
     for (const luaL_Reg& utility : cUtilities) {
+        if (utility.func == &openUrl && KyScriptSandbox::Private::find(state))
+            continue;
         lua_pushstring(state, utility.name);
         lua_pushcfunction(state, utility.func);
         lua_rawset(state, LUA_GLOBALSINDEX);

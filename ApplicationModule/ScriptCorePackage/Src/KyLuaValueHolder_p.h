@@ -166,8 +166,14 @@ struct default_converter<std::optional<T>> : detail::value_converter {
     }
 };
 
-/// Candidates in errors show the class alone.
+/// Candidates in errors show what scripts get.
 template <class T>
-struct detail::type_to_string<std::optional<T>> : detail::type_to_string<T> {};
+struct detail::type_to_string<std::optional<T>> {
+    static void get(lua_State* state) {
+        type_to_string<T>::get(state);
+        lua_pushliteral(state, " or nil");
+        lua_concat(state, 2);
+    }
+};
 
 } // namespace luabind

@@ -14,6 +14,7 @@ class KyScriptEngine;
 /// Resumes the coroutines of its engine once a frame with the time since the last frame. Owned by the engine.
 class KYAPPLICATION_EXPORT KyResumeCoroutinesTask : public KyTask {
 public:
+    /// The engine outlives the task.
     explicit KyResumeCoroutinesTask(KyScriptEngine& engine);
 
     bool execute() override;

@@ -76,8 +76,5 @@ std::string KyScriptDebugger::makeChunkName(const std::string& path) {
 }
 
 std::vector<std::string> KyScriptDebugger::getScripts() const {
-    std::vector<std::string> names;
-    for (const auto& [name, path] : mPrivate->files.getScripts())
-        names.push_back(name);
-    return names;
+    return mPrivate->files.getNames();
 }

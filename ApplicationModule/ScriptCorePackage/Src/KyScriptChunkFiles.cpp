@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 namespace {
 
@@ -42,14 +43,24 @@ void KyScriptChunkFiles::noteScript(const std::string& chunkName, const std::str
     mFiles[chunkName] = {path, makeWhole(toPath(path))};
 }
 
-void KyScriptChunkFiles::noteChunk(const char* chunkName) {
+bool KyScriptChunkFiles::noteChunk(const char* chunkName) {
     if (*chunkName != '@')
-        return;
+        return false;
     const std::filesystem::path absolute = makeAbsolute(toPath(chunkName + 1));
     std::string noted = toText(absolute);
     File& file = mFiles[chunkName];
-    if (file.noted != noted)
-        file = {std::move(noted), makeWhole(absolute)};
+    if (file.noted == noted)
+        return false;
+    const File before = std::exchange(file, File{std::move(noted), makeWhole(absolute)});
+    return (before.noted.empty() || before.path != file.path) && isFile(toPath(file.path));
+}
+
+std::vector<std::string> KyScriptChunkFiles::getNames() const {
+    std::vector<std::string> names;
+    for (const auto& [name, file] : mFiles)
+        if (!file.noted.empty() && isFile(toPath(file.path)))
+            names.push_back(name);
+    return names;
 }
 
 const std::string& KyScriptChunkFiles::findPath(std::string_view chunkName) {

@@ -17,8 +17,11 @@ public:
 
     /// The engine is about to run the file under the chunk name.
     void noteScript(const std::string& chunkName, const std::string& path);
-    /// A main chunk is about to run. What scripts load is named as it is seen from the current directory.
-    void noteChunk(const char* chunkName);
+    /// A main chunk is about to run. What scripts load is named as it is seen from the current directory. True for a
+    /// file that was not noted under that name.
+    bool noteChunk(const char* chunkName);
+    /// Chunk names of the files that were noted, in alphabetical order.
+    std::vector<std::string> getNames() const;
     /// Paths by chunk name, as they were given.
     const Scripts& getScripts() const { return mScripts; }
     /// Empty for a name that is none of a file. A chunk that was not noted is looked for in the current directory, then

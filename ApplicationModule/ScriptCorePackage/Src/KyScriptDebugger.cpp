@@ -335,8 +335,7 @@ bool KyScriptDebugger::Private::evaluateGlobally(const std::string& expression, 
 }
 
 void KyScriptDebugger::interrupt() {
-    if (mPrivate->nbEvaluations > 0)
-        mPrivate->isInterrupted = true;
+    mPrivate->interruptedNumber = mPrivate->evaluationNumber.load();
 }
 
 lua_State* KyScriptDebugger::editStoppedThread() const {

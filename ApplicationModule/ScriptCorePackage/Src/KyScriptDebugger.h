@@ -72,6 +72,7 @@ public:
     /// Stops at the next line that runs; a script that stands still stays so.
     void pause();
 
+    /// True while a script stands still.
     bool isStopped() const;
     /// Default values while nothing stands still.
     const KyScriptStop& getStop() const;
@@ -80,7 +81,9 @@ public:
     std::vector<KyScriptThread> getThreads() const;
     /// Calls of a thread, innermost first; `count` 0 gives all from level `first` on.
     std::vector<KyScriptFrame> getFrames(int thread, int first = 0, int count = 0) const;
+    /// Calls under way in a thread; 0 when there is no such thread.
     int getNbFrames(int thread) const;
+    /// Locals, upvalues and globals of a frame; empty when there is no such frame.
     std::vector<KyScriptScope> getScopes(int thread, int level);
     /// What a scope, table or object holds, from entry `first` on; `count` 0 gives all. Of locals with one name the
     /// innermost.
@@ -111,15 +114,18 @@ public:
     /// The whole path, without links, of the file that setFileBreakpoints finds for a chunk name; empty for a name that
     /// is none of a file.
     std::string findFile(const std::string& chunkName) const;
-    /// Chunk names of all files that executeScript has run, in alphabetical order.
+    /// Chunk names of all files that executeScript has run and, while the hook was installed, scripts have loaded, in
+    /// alphabetical order.
     std::vector<std::string> getScripts() const;
 
     /// Sent when a script has stopped, before the first wait, and when it goes on.
     KySignal<> stoppedSignal{"stoppedSignal"};
+    /// Sent when the script runs on.
     KySignal<> continuedSignal{"continuedSignal"};
     /// Sent when setVariable or evaluate may have changed variables of a script that stands still.
     KySignal<> changedSignal{"changedSignal"};
-    /// Sent before executeScript runs a file, with its chunk name and its whole path.
+    /// Sent before executeScript runs a file, with its chunk name and its whole path; while the hook is installed, also
+    /// when one begins that a script loads for the first time. Slots must not end the engine.
     KySignal<const std::string&, const std::string&> scriptSignal{"scriptSignal"};
     /// What scripts print, with its line end, after it went to the standard output.
     KySignal<const std::string&> printedSignal{"printedSignal"};

@@ -45,6 +45,8 @@ struct KyScriptDebugger::Private {
     Private(KyScriptEngine& owner, KyScriptDebugger& facade);
     ~Private();
 
+    /// Whether a script stands still or a condition is evaluated: what runs meanwhile runs without stopping.
+    static bool isQuiet() { return msDepth > 0; }
     /// That of the engine of the state, null when it ends or has ended.
     static Private* find(lua_State* state);
     static void meet(lua_State* state);
@@ -156,8 +158,11 @@ struct KyScriptDebugger::Private {
     bool isBreakingOnErrors = false;
     std::atomic<bool> isPauseWanted = false;
     std::atomic<Step> wantedStep = Step::eNone;
-    std::atomic<int> nbEvaluations = 0;
-    std::atomic<bool> isInterrupted = false;
+    int nbEvaluations = 0;
+    /// Number of the evaluation under way, the outermost of several; 0 while there is none. An interruption names it,
+    /// so that one that comes late ends no other.
+    std::atomic<int> evaluationNumber = 0;
+    std::atomic<int> interruptedNumber = 0;
 
     Step step = Step::eNone;
     /// Kept alive through the registry while a step lasts.

@@ -14,6 +14,7 @@
 #include "KyScriptFunctions_p.h"
 #include "KyScriptPublications_p.h"
 #include "KyScriptRunner_p.h"
+#include "KyScriptSandbox_p.h"
 
 #include "KyCast.h"
 #include "KyDynamicObject.h"
@@ -63,7 +64,8 @@ KyScriptEngine::KyScriptEngine()
     , mFunctions(std::make_unique<KyScriptFunctions>())
     , mResumeTask(std::make_unique<KyResumeCoroutinesTask>(*this))
     , mCoroutines(std::make_unique<KyCoroutineTable>(*this))
-    , mScriptDebugger(std::make_unique<KyScriptDebugger>(*this)) {
+    , mScriptDebugger(std::make_unique<KyScriptDebugger>(*this))
+    , mSandbox(std::make_unique<KyScriptSandbox>(*this)) {
     resetLuaState();
     KyType::removedSignal().connect(this, &KyScriptEngine::typeRemovedSlot);
     KyMainTaskManager::get().addTask(mResumeTask.get(), cTaskPosition, cTaskPhase);
@@ -180,11 +182,9 @@ void KyScriptEngine::resetLuaState() {
     if (!mState)
         return KyException::create("Internal lua error : not enough memory");
     prepareLuaState();
-    if (!mHasHook)
-        return;
-    const bool isBorrowed = mScriptDebugger->mPrivate->isHookBorrowed;
-    setHook();
-    mScriptDebugger->mPrivate->isHookBorrowed = isBorrowed;
+    mSandbox->mPrivate->adoptState();
+    if (mHasHook || mSandbox->isEnabled())
+        installHook();
 }
 
 void KyScriptEngine::prepareLuaState() {
@@ -296,6 +296,7 @@ bool KyScriptEngine::checkScriptSyntax(const std::string& path, std::string& err
 }
 
 void KyScriptEngine::output(const std::string& message) {
+    const KyScriptOutputScope scope;
     if (msScriptEngine)
         KyScriptDebugger::Private::callHost([&] { msScriptEngine->editDebugger().reportedSignal.send(message); });
     if (!msPrintCallback)

@@ -27,6 +27,7 @@ class KyScriptDebugger;
 class KyScriptFile;
 class KyScriptFunctions;
 class KyScriptPublications;
+class KyScriptSandbox;
 
 /// Owns the Lua 5.1 state of the process: runs script files and chunks, publishes objects of the object model as
 /// globals, calls global Lua functions with fields, and resumes waiting coroutines every frame.
@@ -43,7 +44,9 @@ class KyScriptPublications;
 /// ```
 class KYAPPLICATION_EXPORT KyScriptEngine : public KyObject, public KyHasSlots {
 public:
+    /// A C function of Lua.
     using LuaFunction = int (*)(lua_State*);
+    /// Gets what output() is given.
     using PrintCallback = void (*)(const std::string& message);
 
     /// What bindInstance, bindFunction and unbindInstance return.
@@ -110,11 +113,13 @@ public:
     bool callLuaFunction(int reference);
     /// Loads without running; `error` is Lua's message, unchanged on success.
     bool checkChunkSyntax(const std::string& chunk, std::string& error) const;
+    /// As checkChunkSyntax, for a file.
     bool checkScriptSyntax(const std::string& path, std::string& error) const;
 
     /// Sets a global, whatever its name and the metatable of _G. Integers beyond 2^53 lose digits. Errors go to
     /// output().
     void setLuaVariable(const std::string& name, const KyField& value);
+    /// Sets the global to nil.
     void removeLuaVariable(const std::string& name);
 
     /// Publishes an object, which stays the host's, as a global; it is withdrawn when the object ends or its name is
@@ -135,6 +140,7 @@ public:
     const std::vector<const KyFunction*>* findFunctions(std::string_view name) const;
     /// Makes the type a Lua class, with its parents. False when it is bound already or not everything of it could be.
     bool bindClass(const KyType& type);
+    /// Binds every class of the type registry that is not bound yet.
     void bindAllClasses();
     /// In the present state.
     bool isClassBound(const KyType& type) const;
@@ -143,28 +149,39 @@ public:
     /// Name of the bound class of that C++ type; false, and `name` unchanged, when there is none.
     bool getBoundTypeName(const std::type_info* type, std::string& name) const;
 
+    /// @{
+    /// What makes an object for a script, the default at the start; classes bound with null have nothing that does.
     void setInstanceCreator(LuaFunction creator) { mInstanceCreator = creator; }
     LuaFunction getInstanceCreator() const { return mInstanceCreator; }
+    /// @}
     /// Null leaves the creator to report the failure.
     void setInstanceCreatorFallback(LuaFunction fallback) { mInstanceCreatorFallback = fallback; }
     LuaFunction getInstanceCreatorFallback() const { return mInstanceCreatorFallback; }
+    /// @{
+    /// What ends an object for a script, the default at the start; classes bound with null have nothing that does.
     void setInstanceDestructor(LuaFunction destructor) { mInstanceDestructor = destructor; }
     LuaFunction getInstanceDestructor() const { return mInstanceDestructor; }
+    /// @}
     /// Lua C functions, with the class's type record as first upvalue.
     static int defaultInstanceCreator(lua_State* state);
+    /// @{
+    /// See defaultInstanceCreator.
     static int defaultInstanceDestructor(lua_State* state);
     static int defaultInstanceGarbageCollection(lua_State* state);
     static int fallbackCreatorConstructor(lua_State* state);
     static int fallbackCreatorFail(lua_State* state);
+    /// @}
     /// The object that the best fitting constructor makes from the arguments at index 2 and above; false when none
     /// fits.
     static bool findAndCallConstructor(lua_State* state, const KyType* type, KyField& result);
 
     /// Null sends errors to KyException::create.
     static void setPrintCallback(PrintCallback callback) { msPrintCallback = callback; }
+    /// Sends a line to the print callback, or without one to KyException::create.
     static void output(const std::string& message);
     /// Whether the results of every chunk and script are printed by the scripts' print.
     void setReturnValuesOutput(bool areOutput) { mAreReturnValuesOutput = areOutput; }
+    /// See setReturnValuesOutput.
     bool areReturnValuesOutput() const { return mAreReturnValuesOutput; }
     /// Where the last error of a chunk, a call or a coroutine happened, innermost call first; empty when there was
     /// none.
@@ -183,6 +200,7 @@ public:
 
     /// Installs the debug hook on the state and on every waiting coroutine; it stays through resetLuaState.
     void setHook();
+    /// Takes the debug hook off again.
     void removeHook();
     /// The debug hook. At a breakpoint, and after step(), a script stops at a line: "break" goes to the standard
     /// output, the debugger's wait() is called over and over until resume() or step(), then "resume" follows.
@@ -191,10 +209,13 @@ public:
     void resume() { mResumeFlag = true; }
     /// Stops at the next line. Any thread.
     void step() { mStepFlag = true; }
+    /// Whether a script stops at that line.
     bool needToBreak(const std::string& chunkName, int line) const;
+    /// Forgets all breakpoints of the chunk.
     void clearBreakpoints(const std::string& chunkName);
     /// Files the local variables of the function of the record, or the globals, as attributes of the debug entity.
     void getLocalVariables(lua_State* state, lua_Debug* record);
+    /// See getLocalVariables.
     void getGlobalVariables(lua_State* state, lua_Debug* record);
     /// Not owned; null is allowed at any time.
     void setLuaDebugger(KyLuaDebugger* debugger) { mDebugger = debugger; }
@@ -203,6 +224,8 @@ public:
     KyScriptDebugger& editDebugger() { return *mScriptDebugger; }
     /// Whether a script of this engine stands still.
     bool isStopped() const;
+    /// Bounds what scripts may reach and use up; nothing before KyScriptSandbox::enable.
+    KyScriptSandbox& editSandbox() { return *mSandbox; }
     /// Holds the debugger's parameters as attributes; null while the engine ends. They are brought up to date where
     /// somebody can see them: when a script stops, at every line and call while the entity's modified signal is
     /// connected, and by this call itself, also from inside a script. A run that nobody looked at leaves its last line,
@@ -216,12 +239,14 @@ public:
 
     /// Sent after an object has been published or withdrawn, with its name.
     KySignal<KyObject*, const std::string&> boundSignal{"boundSignal"};
+    /// See boundSignal.
     KySignal<KyObject*, const std::string&> unboundSignal{"unboundSignal"};
 
 private:
     friend class KyScriptDebugger;
     friend class KyScriptPublications;
     friend class KyScriptRunner;
+    friend class KyScriptSandbox;
 
     static void staticInitialize();
     static void staticFinalize();
@@ -229,6 +254,7 @@ private:
 
     void copyFrom(KyScriptEngine* other);
     void prepareLuaState();
+    void installHook();
     void closeNow();
     bool executeFile(const KyScriptFile& file, std::vector<KyField>* results);
     bool hasBreakpoint(std::string_view chunkName, int line) const;
@@ -251,6 +277,7 @@ private:
     bool mHasHook = false;
     std::map<std::string, std::list<int>, std::less<>> mBreakpoints;
     std::unique_ptr<KyScriptDebugger> mScriptDebugger;
+    std::unique_ptr<KyScriptSandbox> mSandbox;
     std::unique_ptr<KyDynamicObject> mDebugEntity;
     KyLuaDebugger* mDebugger = nullptr;
     std::atomic<bool> mResumeFlag = false;

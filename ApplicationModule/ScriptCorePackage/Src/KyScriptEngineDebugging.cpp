@@ -6,6 +6,7 @@
 #include "KyLuaCall_p.h"
 #include "KyLuaVariables_p.h"
 #include "KyScriptDebugger_p.h"
+#include "KyScriptSandbox_p.h"
 
 #include "KyDynamicObject.h"
 
@@ -43,13 +44,20 @@ void removeOthers(KyDynamicObject& entity, const std::string& category, const Ky
 void KyScriptEngine::setHook() {
     mHasHook = true;
     mScriptDebugger->mPrivate->isHookBorrowed = false;
-    mCoroutines->setHook(&KyScriptEngine::hook, LUA_MASKCALL | LUA_MASKLINE);
+    installHook();
 }
 
 void KyScriptEngine::removeHook() {
     mHasHook = false;
     mScriptDebugger->mPrivate->forgetStep();
-    mCoroutines->setHook(nullptr, 0);
+    installHook();
+}
+
+/// One for all that want events.
+void KyScriptEngine::installHook() {
+    const int wanted = mHasHook ? LUA_MASKCALL | LUA_MASKLINE : 0;
+    const int mask = mSandbox->isEnabled() ? wanted | LUA_MASKCOUNT : wanted;
+    mCoroutines->setHook(mask != 0 ? &KyScriptEngine::hook : nullptr, mask, KyLuaMemory::cMaxInterval);
 }
 
 void KyScriptEngine::hook(lua_State* state, lua_Debug* record) {

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "KyScriptFile_p.h"
 
+#include "KyScriptSandbox_p.h"
+
 #include "KyResource.h"
 #include "KyResourceInformation.h"
 #include "KyURL.h"
@@ -15,17 +17,37 @@ namespace {
 
 constexpr std::string_view cByteOrderMark = "\xEF\xBB\xBF";
 
+/// As in files without a mark, a first line "#!..." is for the operating system.
+void dropSystemLine(std::string& text) {
+    if (text.starts_with('#'))
+        text.erase(0, text.find('\n'));
+}
+
+std::ifstream openFile(const std::string& fileName) {
+    const std::u8string name(fileName.begin(), fileName.end());
+    return std::ifstream(std::filesystem::path(name), std::ios::binary);
+}
+
 /// The file's text behind the byte-order mark; false when it has none or cannot be read.
 bool readMarkedFile(const std::string& fileName, std::string& text) {
-    const std::u8string name(fileName.begin(), fileName.end());
-    std::ifstream stream(std::filesystem::path(name), std::ios::binary);
+    std::ifstream stream = openFile(fileName);
     char mark[cByteOrderMark.size()] = {};
     if (!stream.read(mark, sizeof(mark)) || std::string_view(mark, sizeof(mark)) != cByteOrderMark)
         return false;
     text.assign(std::istreambuf_iterator<char>(stream), {});
-    // As in files without a mark, a first line "#!..." is for the operating system.
-    if (text.starts_with('#'))
-        text.erase(0, text.find('\n'));
+    dropSystemLine(text);
+    return true;
+}
+
+/// The file's text, behind the mark if there is one.
+bool readFile(const std::string& fileName, std::string& text) {
+    std::ifstream stream = openFile(fileName);
+    text.assign(std::istreambuf_iterator<char>(stream), {});
+    if (!stream.is_open())
+        return false;
+    if (text.starts_with(cByteOrderMark))
+        text.erase(0, cByteOrderMark.size());
+    dropSystemLine(text);
     return true;
 }
 
@@ -53,9 +75,18 @@ KyScriptFile::~KyScriptFile() {
         KyResource::popCurrentDirectory();
 }
 
+void kyCheckLuaText(lua_State* state, std::string_view text, const char* name) {
+    constexpr int cMaxNameSize = 60;
+    if (KyScriptSandbox::Private::isRefused(state, text))
+        luaL_error(state, "sandbox: %s is bytecode", std::string_view(name).size() < cMaxNameSize ? name : "the text");
+}
+
 bool kyLoadLuaFile(lua_State* state, const std::string& fileName, std::string& buffer) {
-    if (!readMarkedFile(fileName, buffer))
+    const bool isText =
+        KyScriptSandbox::Private::find(state) ? readFile(fileName, buffer) : readMarkedFile(fileName, buffer);
+    if (!isText)
         return luaL_loadfile(state, fileName.c_str()) == 0;
+    kyCheckLuaText(state, buffer, fileName.c_str());
     lua_pushlstring(state, "@", 1);
     lua_pushlstring(state, fileName.data(), fileName.size());
     lua_concat(state, 2);

@@ -5,6 +5,7 @@
 #include "KyThread.h"
 
 #include <string>
+#include <string_view>
 
 #include <lua.hpp>
 
@@ -33,6 +34,9 @@ private:
     bool mHasCurrentDirectory = false;
     bool mHasThreadDirectory = false;
 };
+
+/// Raises an error when the text is bytecode and the state is in a sandbox.
+void kyCheckLuaText(lua_State* state, std::string_view text, const char* name);
 
 /// Loads a file as luaL_loadfile does, also when it begins with a UTF-8 byte-order mark, which Lua refuses. False with
 /// Lua's message on top; `buffer` is room for the text.

@@ -9,6 +9,7 @@
 /// Why a script stands still.
 enum class KyScriptStopReason { eBreakpoint, eStep, ePause, eError, eNbReasons };
 
+/// Where a script stops.
 struct KyScriptBreakpoint {
     /// From 1.
     int line = 0;
@@ -19,6 +20,7 @@ struct KyScriptBreakpoint {
 
 /// Where a script stands still.
 struct KyScriptStop {
+    /// Why it stands still.
     KyScriptStopReason reason = KyScriptStopReason::eBreakpoint;
     /// Number of the thread, see KyScriptThread.
     int thread = 0;
@@ -48,6 +50,7 @@ struct KyScriptThread {
     int id = 0;
     /// "main", or "coroutine" with the place of its outermost function, such as "coroutine door.lua:12".
     std::string name;
+    /// What it is doing.
     KyScriptThreadState state = KyScriptThreadState::eSuspended;
 };
 
@@ -69,9 +72,11 @@ struct KyScriptFrame {
 
 /// A group of variables of a frame: "Locals", "Upvalues", "Globals".
 struct KyScriptScope {
+    /// One of the three words above.
     std::string name;
     /// For KyScriptDebugger::getVariables.
     int reference = 0;
+    /// Variables inside, those of inner tables not counted.
     int nbVariables = 0;
 };
 
@@ -88,5 +93,6 @@ struct KyScriptVariable {
     int reference = 0;
     /// Number of variables inside.
     int nbVariables = 0;
+    /// False where KyScriptDebugger::setVariable refuses.
     bool isWritable = true;
 };

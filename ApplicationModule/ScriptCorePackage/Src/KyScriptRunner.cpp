@@ -7,10 +7,18 @@
 #include "KyScriptDebugger_p.h"
 #include "KyScriptEngine.h"
 #include "KyScriptFile_p.h"
+#include "KyScriptSandbox_p.h"
 
 #include "KyException.h"
 
+#include <atomic>
+#include <utility>
+
 namespace {
+
+/// At host level, in a sandbox.
+constinit thread_local KyScriptRunner* gLoggedRunner = nullptr;
+constinit std::atomic<KyException::ReportHandler> gFormerHandler = nullptr;
 
 /// Raw: scripts may have put metatables on the globals.
 void pushGlobal(lua_State* state, const std::string& name) {
@@ -24,6 +32,7 @@ void raiseUnless(lua_State* state, bool loaded) {
 }
 
 void load(lua_State* state, const KyScriptSource& source) {
+    kyCheckLuaText(state, source.text, source.name.c_str());
     raiseUnless(state, luaL_loadbuffer(state, source.text.data(), source.text.size(), source.name.c_str()) == 0);
 }
 
@@ -51,21 +60,97 @@ KyScriptRunner::KyScriptRunner(KyScriptEngine& engine)
     if (!isOpen())
         return;
     KyScriptDebugger::Private& debugger = *engine.mScriptDebugger->mPrivate;
+    KyScriptSandbox::Private& sandbox = *engine.mSandbox->mPrivate;
     ++debugger.nbRuns;
+    mMemory = sandbox.findMemory(mGuard.getMainState());
     if (!isHostLevel())
         return;
     engine.mCoroutines->dropFailedThread(getState());
     debugger.beginRun();
+    sandbox.beginRun(getState());
+    if (mMemory)
+        beginLog();
 }
 
 KyScriptRunner::~KyScriptRunner() {
+    endLog();
     KyScriptEngine* const engine = getEngine();
     if (!engine || !isOpen())
         return;
     KyScriptDebugger::Private& debugger = *engine->mScriptDebugger->mPrivate;
     --debugger.nbRuns;
-    if (isHostLevel())
-        debugger.endRun(getState());
+    if (!isHostLevel())
+        return;
+    debugger.endRun(getState());
+    engine->mSandbox->mPrivate->endRun(getState());
+}
+
+/// The handler stands only while scripts run, since hosts set their own at any time.
+void KyScriptRunner::beginLog() {
+    mIsLogged = true;
+    mOuter = std::exchange(gLoggedRunner, this);
+    if (const auto former = KyException::setReportHandler(&log); former != &log)
+        gFormerHandler = former;
+}
+
+void KyScriptRunner::endLog() {
+    if (!mIsLogged)
+        return;
+    gLoggedRunner = mOuter;
+    if (mOuter)
+        return;
+    if (const auto present = KyException::setReportHandler(gFormerHandler); present != &log)
+        KyException::setReportHandler(present);
+}
+
+void KyScriptRunner::log(const std::string& text) {
+    const KyException::ReportHandler former = gFormerHandler;
+    // Another thread may report before the first run has noted it; what is reported in here goes to standard error.
+    if (!former)
+        return KyException::create(text);
+    KyScriptEngine* const engine = gLoggedRunner ? gLoggedRunner->getEngine() : nullptr;
+    if (!engine)
+        return former(text);
+    KyScriptSandbox::Private& sandbox = *engine->mSandbox->mPrivate;
+    const std::string message = sandbox.cutMessage(text);
+    if (sandbox.admitOutput(message.size() + 1))
+        former(message);
+}
+
+KyScriptOutputScope::KyScriptOutputScope()
+    : mRunner(std::exchange(gLoggedRunner, nullptr)) {}
+
+KyScriptOutputScope::~KyScriptOutputScope() {
+    gLoggedRunner = mRunner;
+}
+
+bool KyScriptRunner::beginSlice() {
+    KyScriptEngine* const engine = isHostLevel() && mMemory ? getEngine() : nullptr;
+    if (!engine)
+        return true;
+    KyScriptSandbox::Private& sandbox = *engine->mSandbox->mPrivate;
+    if (sandbox.isFrameOver())
+        return false;
+    sandbox.beginSlice(getState());
+    return true;
+}
+
+int KyScriptRunner::resume(lua_State* thread, int nbArguments) {
+    lua_setlevel(getState(), thread);
+    mGuard.enterThread(thread);
+    const int status = mMemory ? mMemory->resume(thread, nbArguments) : lua_resume(thread, nbArguments);
+    mGuard.leaveThread();
+    return status;
+}
+
+bool KyScriptRunner::makeRoom(lua_State* thread) const {
+    return (mMemory ? mMemory->makeRoom(thread, 1) : lua_checkstack(thread, 1)) != 0;
+}
+
+lua_State* KyScriptRunner::pushOwnThread(lua_State* state) {
+    lua_State* const thread = lua_newthread(state);
+    lua_setlevel(state, thread);
+    return thread;
 }
 
 bool KyScriptRunner::isCurrent() const {
@@ -73,15 +158,31 @@ bool KyScriptRunner::isCurrent() const {
     return engine && engine->mState.get() == mGuard.getMainState();
 }
 
+void KyScriptRunner::keepFailure() {
+    KyScriptEngine* const engine = getEngine();
+    if (!engine)
+        return;
+    engine->mSandbox->mPrivate->trim(mFailure);
+    engine->mLastTraceback = mFailure.traceback;
+}
+
+/// The outermost failure of a run is always told.
+bool KyScriptRunner::isReportAdmitted() const {
+    KyScriptEngine* const engine = mMemory && !isHostLevel() ? getEngine() : nullptr;
+    return !engine || engine->mSandbox->mPrivate->admitReport(mFailure.message.size() + 1);
+}
+
 void KyScriptRunner::report() {
-    if (KyScriptEngine* engine = getEngine())
-        engine->mLastTraceback = mFailure.traceback;
-    KyScriptEngine::output(mFailure.message);
+    keepFailure();
+    if (isReportAdmitted())
+        KyScriptEngine::output(mFailure.message);
 }
 
 void KyScriptRunner::reportInternal() {
-    if (KyScriptEngine* engine = getEngine())
-        engine->mLastTraceback = mFailure.traceback;
+    keepFailure();
+    if (!isReportAdmitted())
+        return;
+    const KyScriptOutputScope scope;
     KyException::create("Internal lua error : " + mFailure.message);
 }
 

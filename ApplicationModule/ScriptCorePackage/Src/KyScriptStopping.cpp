@@ -7,6 +7,7 @@
 #include "KyLuaThreads_p.h"
 #include "KyResumeCoroutinesTask.h"
 #include "KyScriptEngine.h"
+#include "KyScriptSandbox_p.h"
 
 #include "KyDynamicObject.h"
 #include "KyException.h"
@@ -86,9 +87,11 @@ void KyScriptDebugger::Private::handleEvent(lua_State* state, lua_Debug* record)
     Private* const self = find(state);
     if (!self)
         return;
-    // Coroutines that a condition left go on counting.
+    // Coroutines that a condition left go on counting, also without a sandbox.
+    if (record->event == LUA_HOOKCALL)
+        return self->handleCall(state, record);
     if (record->event != LUA_HOOKLINE)
-        return record->event == LUA_HOOKCALL ? self->handleCall(state, record) : void();
+        return record->event == LUA_HOOKCOUNT ? self->engine.mSandbox->mPrivate->count(state) : void();
     self->trace.noteLine(record->currentline);
     const bool hasBreakpoint = self->hasLine(record->currentline);
     const bool isWanted = self->engine.mStepFlag || self->step != Step::eNone || self->isPauseWanted;
@@ -100,7 +103,7 @@ void KyScriptDebugger::Private::spend(lua_State* state, const lua_Debug* record)
     const bool isCount = record->event == LUA_HOOKCOUNT;
     if (msIsBounded)
         msBudget = std::max(msBudget - (isCount ? cInstructionsPerCount : 1), 0);
-    if (msIsBounded ? msBudget > 0 : !msEvaluating || !msEvaluating->isInterrupted)
+    if (msIsBounded ? msBudget > 0 : !msEvaluating || msEvaluating->interruptedNumber != msEvaluating->evaluationNumber)
         return;
     // Each further instruction fails as well, so that no pcall holds it.
     if (isCount)
@@ -112,12 +115,14 @@ void KyScriptDebugger::Private::spend(lua_State* state, const lua_Debug* record)
 KyScriptDebugger::Private::Evaluating::Evaluating(Private& debugger)
     : self(debugger)
     , outer(std::exchange(msEvaluating, &debugger)) {
+    static int number = 0;
     if (self.nbEvaluations++ == 0)
-        self.isInterrupted = false;
+        self.evaluationNumber = ++number;
 }
 
 KyScriptDebugger::Private::Evaluating::~Evaluating() {
-    --self.nbEvaluations;
+    if (--self.nbEvaluations == 0)
+        self.evaluationNumber = 0;
     msEvaluating = outer;
 }
 
@@ -155,10 +160,11 @@ void KyScriptDebugger::Private::handleCall(lua_State* state, lua_Debug* record) 
             trace.noteNativeCall(name);
         else
             trace.noteCall(record->what, record->source, name);
-        if (!function && *record->what == 'm')
-            files.noteChunk(record->source);
+        const bool isNewFile = !function && *record->what == 'm' && files.noteChunk(record->source);
         if (isWatched())
             showCalls();
+        if (isNewFile)
+            debugger.scriptSignal.send(record->source, files.findPath(record->source));
     });
 }
 
@@ -295,6 +301,7 @@ void KyScriptDebugger::Private::handleError(lua_State* state, lua_State* thread,
 
 void KyScriptDebugger::Private::stopAt(lua_State* state, lua_State* thread, int level, const KyScriptStop& where) {
     const auto handle = engine.mHandle;
+    const auto begin = KyScriptSandbox::Private::Clock::now();
     const Depth depth;
     const KyLuaRunning running(state);
     beginStop(state, thread, level, where);
@@ -308,6 +315,7 @@ void KyScriptDebugger::Private::stopAt(lua_State* state, lua_State* thread, int 
     endStop();
     if (!*handle)
         return;
+    engine.mSandbox->mPrivate->extend(KyScriptSandbox::Private::Clock::now() - begin);
     callHost([this] { debugger.continuedSignal.send(); });
 }
 

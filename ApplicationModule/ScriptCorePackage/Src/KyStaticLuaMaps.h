@@ -24,18 +24,24 @@ public:
     /// Gives an invalid field for a value that is not its own; must leave the stack as it was.
     using LuaToCpp = KyField (*)(KyLuaBinder& binder, int index);
 
+    /// Both ways for one type; either may be missing.
     struct Converters {
+        /// Null when there is none.
         CppToLua cppToLua = nullptr;
+        /// Null when there is none.
         LuaToCpp luaToCpp = nullptr;
     };
 
     /// A later registration replaces an earlier one; null takes it away.
     void registerCppToLua(const std::type_info& type, CppToLua converter);
+    /// See registerCppToLua.
     void registerLuaToCpp(const std::type_info& type, LuaToCpp converter);
 
     /// Null when there is none.
     CppToLua findCppToLua(const std::type_info& type) const;
+    /// See findCppToLua.
     LuaToCpp findLuaToCpp(const std::type_info& type) const;
+    /// Both ways for a kind of field: those registered, or else none. Fast, for every call of a script.
     const Converters& find(KyFieldKind kind) const {
         const std::size_t index = kyFieldKindIndex(kind);
         return index < mByKind.size() && mByKind[index].isKnown ? mByKind[index].converters : findSlowly(kind);
