@@ -181,15 +181,16 @@ void KyDebugAdapter::Private::beginSession(int number) {
         engine.setLuaDebugger(&waiter);
     session = std::make_shared<KyDebugAdapterSession>(
         engine, [this](const QJsonObject& message) { send(message); },
-        [this] { return server && server->isPauseComing(); });
+        [this] { return server && server->isStopComing(); });
     facade.clientConnected();
 }
 
 void KyDebugAdapter::Private::endSession() {
     if (!session)
         return;
-    server->setPausing(false);
-    std::exchange(session, nullptr)->end();
+    server->setStopping(false);
+    const KyLuaDebugger* const host = engine.getLuaDebugger();
+    std::exchange(session, nullptr)->end(host && host != &waiter);
     server->postEnd(client);
     if (engine.getLuaDebugger() == &waiter)
         engine.setLuaDebugger(nullptr);
@@ -242,7 +243,7 @@ void KyDebugAdapter::Private::tellReady() {
 /// A pause that comes while a script stands still must not stop it again later.
 void KyDebugAdapter::Private::onStopOrContinue() {
     if (server && reference)
-        server->setPausing(session && session->isAttached() && !engine.editDebugger().isStopped());
+        server->setStopping(session && session->isAttached() && !engine.editDebugger().isStopped());
 }
 
 void KyDebugAdapter::Private::send(QJsonObject message) {

@@ -32,6 +32,7 @@ class KYAPPLICATION_EXPORT KyDebugAdapter : public QObject {
     Q_OBJECT
 
 public:
+    /// The engine outlives the adapter; the parent owns it.
     explicit KyDebugAdapter(KyScriptEngine& engine, QObject* parent = nullptr);
     /// As close().
     ~KyDebugAdapter() override;
@@ -45,6 +46,7 @@ public:
     QString getErrorText() const;
     /// Lets the client go and gives the port back, at once. Nothing when it does not listen.
     void close();
+    /// True while a debugger is connected.
     bool hasClient() const;
 
 Q_SIGNALS:

@@ -92,7 +92,7 @@ KyDebugAdapterSession::Answer KyDebugAdapterSession::launch(const QJsonObject& a
 }
 
 KyDebugAdapterSession::Answer KyDebugAdapterSession::disconnect(const QJsonObject&) {
-    mAfterwards = [this] { end(); };
+    mAfterwards = [this] { mHasEnded = true; };
     return {};
 }
 
@@ -293,6 +293,7 @@ KyDebugAdapterSession::Answer KyDebugAdapterSession::move(const QJsonObject& arg
     if (!hasThread(arguments.value("threadId").toInt()))
         return fail(cNoThread);
     mIsGoingOn = true;
+    mHasAskedForStop = how != &KyScriptDebugger::resume;
     (debugger().*how)();
     return {body, {}};
 }
@@ -316,8 +317,10 @@ KyDebugAdapterSession::Answer KyDebugAdapterSession::stepOut(const QJsonObject& 
 KyDebugAdapterSession::Answer KyDebugAdapterSession::pause(const QJsonObject&) {
     if (!mIsAttached)
         return fail("the session is not attached");
-    if (!debugger().isStopped() || mIsGoingOn)
-        debugger().pause();
+    if (debugger().isStopped() && !mIsGoingOn)
+        return {};
+    mHasAskedForStop = true;
+    debugger().pause();
     return {};
 }
 

@@ -17,9 +17,8 @@ constexpr qint64 cMaxUnhandled = 4 * 1024 * 1024;
 constexpr qint64 cMaxUnsent = 64 * 1024 * 1024;
 constexpr int cNbPending = 8;
 /// Milliseconds.
-constexpr int cPatience = 50;
+constexpr int cPulse = 25;
 constexpr int cFarewell = 300;
-constexpr std::chrono::seconds cGlancePatience{2};
 /// With those that are being let go.
 constexpr int cMaxSockets = 16;
 
@@ -28,7 +27,7 @@ constexpr int cMaxSockets = 16;
 KyDebugAdapterServer::KyDebugAdapterServer(std::function<void()> pause, std::function<void()> interrupt)
     : mPause(std::move(pause))
     , mInterrupt(std::move(interrupt)) {
-    mHurry.setInterval(cPatience);
+    mHurry.setInterval(cPulse);
     connect(&mHurry, &QTimer::timeout, this, &KyDebugAdapterServer::hurry);
     mServer.setMaxPendingConnections(cNbPending);
     connect(&mServer, &QTcpServer::newConnection, this, &KyDebugAdapterServer::meet);
@@ -74,6 +73,8 @@ void KyDebugAdapterServer::meet() {
 void KyDebugAdapterServer::serve(QTcpSocket* socket) {
     mSocket = socket;
     mReader = {};
+    mFarewell = {};
+    mNbWritten = 0;
     ++mClient;
     socket->setReadBufferSize(cReadSize);
     socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
@@ -110,67 +111,74 @@ void KyDebugAdapterServer::tell(const std::string& body) {
     if (text.isEmpty() && !document.isObject())
         text = QStringLiteral("the message is no object");
     mNbUnhandled += static_cast<qint64>(body.size());
-    note(getUrgency(document.object()));
+    const Patience::Urgency urgency = getUrgency(document.object());
+    if (urgency == Patience::eFarewell)
+        mFarewell = document.object();
+    note(urgency);
     received(mClient, document.object(), text, static_cast<int>(body.size()));
 }
 
-KyDebugAdapterServer::Urgency KyDebugAdapterServer::getUrgency(const QJsonObject& message) {
+KyDebugAdapterPatience::Urgency KyDebugAdapterServer::getUrgency(const QJsonObject& message) {
     static constexpr struct {
         const char* command;
         const char* context;
-        Urgency urgency;
+        Patience::Urgency urgency;
     } cRows[] = {
-        {"pause", nullptr, ePause},
-        {"disconnect", nullptr, eFarewell},
-        {"evaluate", "watch", eGlance},
-        {"evaluate", "hover", eGlance},
+        {"pause", nullptr, Patience::ePause},
+        {"disconnect", nullptr, Patience::eFarewell},
+        {"evaluate", "watch", Patience::eGlance},
+        {"evaluate", "hover", Patience::eGlance},
     };
     const QJsonValue command = message.value("command");
     const QJsonValue context = message.value("arguments").toObject().value("context");
     const auto* const found = std::ranges::find_if(cRows, [&](const auto& row) {
         return command == QLatin1String(row.command) && (!row.context || context == QLatin1String(row.context));
     });
-    return found == std::end(cRows) ? eNbUrgencies : found->urgency;
+    return found == std::end(cRows) ? Patience::eNbUrgencies : found->urgency;
 }
 
-void KyDebugAdapterServer::note(Urgency urgency) {
-    if (urgency == eNbUrgencies)
-        return;
-    ++mNbWaiting[urgency];
-    if (!mHurry.isActive())
+void KyDebugAdapterServer::note(Patience::Urgency urgency) {
+    mPatience.note(urgency, Patience::Clock::now());
+    if (urgency != Patience::eNbUrgencies && !mHurry.isActive())
         mHurry.start();
 }
 
 // A script that keeps the other thread busy keeps it from reading the request.
 void KyDebugAdapterServer::hurry() {
-    if (std::ranges::all_of(mNbWaiting, [](const std::atomic<int>& count) { return count <= 0; }))
+    if (!mPatience.isWaiting())
         return mHurry.stop();
-    if (mNbWaiting[ePause] > 0 && mIsPausing)
-        mPause();
-    if (mNbWaiting[ePause] > 0 || mNbWaiting[eFarewell] > 0 || Clock::now() > mDeadline.load())
-        mInterrupt();
+    bool isOverdue = false;
+    mPatience.act(Patience::Clock::now(), [&](const Patience::Lateness& late) {
+        if (late.isStopDue)
+            mPause();
+        if (late.isInterruptionDue)
+            mInterrupt();
+        isOverdue = late.isFarewellOverdue;
+    });
+    if (isOverdue && mSocket && !mFarewell.isEmpty())
+        takeLeave();
+}
+
+void KyDebugAdapterServer::takeLeave() {
+    QJsonObject response = kyDebugResponse(mFarewell, {}, {});
+    response["seq"] = mNbWritten + 1;
+    mSocket->write(kyFrameDebugMessage(response));
+    drop();
 }
 
 void KyDebugAdapterServer::noteTaken(const QJsonObject& message) {
-    const Urgency urgency = getUrgency(message);
-    if (urgency == eGlance)
-        mDeadline = Clock::now() + cGlancePatience;
-    else if (urgency != eNbUrgencies)
-        --mNbWaiting[urgency];
+    mPatience.noteTaken(getUrgency(message), Patience::Clock::now());
 }
 
 void KyDebugAdapterServer::noteHandled(const QJsonObject& message, int size) {
     mNbUnhandled -= size;
-    if (getUrgency(message) == eGlance) {
-        mDeadline = Clock::time_point::max();
-        --mNbWaiting[eGlance];
-    }
+    mPatience.noteHandled(getUrgency(message));
     QMetaObject::invokeMethod(this, &KyDebugAdapterServer::read, Qt::QueuedConnection);
 }
 
 void KyDebugAdapterServer::drop() {
     if (QTcpSocket* socket = release()) {
-        note(eFarewell);
+        note(Patience::eFarewell);
         dismiss(socket, QString::fromStdString(mReader.getError()));
         dropped(mClient);
     }
@@ -194,6 +202,7 @@ void KyDebugAdapterServer::write(int client, const QByteArray& bytes) {
         return drop();
     }
     mNbInSocket += bytes.size();
+    ++mNbWritten;
     mSocket->write(bytes);
 }
 

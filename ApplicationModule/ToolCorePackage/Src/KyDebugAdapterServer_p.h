@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "KyDebugAdapterPatience_p.h"
 #include "KyDebugAdapterReader_p.h"
 
 #include <QByteArray>
@@ -10,17 +11,16 @@
 #include <QTcpServer>
 #include <QTimer>
 
-#include <array>
 #include <atomic>
-#include <chrono>
 #include <functional>
 
 class QTcpSocket;
 
 /// The connections of the debug adapter. It lives in a thread of its own, so that a client is heard, and hears, while a
-/// script keeps the engine's thread busy: what it says is told by signals; a pause that nobody takes up is carried out
-/// from here, and an evaluation is interrupted that keeps a pause or the client's end from being taken up, or that has
-/// lasted too long for a glance. What is said to a client that is gone is dropped.
+/// script keeps the engine's thread busy: what it says is told by signals. From here a script is stopped that keeps a
+/// pause or the client's end from being taken up, and an evaluation interrupted that does, or that has lasted too long
+/// for a glance; a client that cannot leave even so is answered and let go. What is said to a client that is gone is
+/// dropped.
 ///
 /// It reads no further while what was told waits for an answer beyond a limit, so its memory is bounded.
 class KyDebugAdapterServer : public QObject {
@@ -47,11 +47,13 @@ public:
     /// After it, with its size.
     void noteHandled(const QJsonObject& message, int size);
     /// When dropped() has been heard.
-    void noteDrop() { --mNbWaiting[eFarewell]; }
-    /// Whether pauses are carried out.
-    void setPausing(bool isPausing) { mIsPausing = isPausing; }
-    /// Whether a pause was received that was not taken yet.
-    bool isPauseComing() const { return mNbWaiting[ePause] > 0; }
+    void noteDrop() { mPatience.noteTaken(Patience::eFarewell, Patience::Clock::now()); }
+    /// Whether scripts may be stopped for the client.
+    void setStopping(bool isStopping) { mPatience.setStopping(isStopping); }
+    /// Whether a pause, or the client's end, was heard of that was not taken yet.
+    bool isStopComing() const {
+        return mPatience.isWaiting(Patience::ePause) || mPatience.isWaiting(Patience::eFarewell);
+    }
 
 Q_SIGNALS:
     /// Clients are numbered from 1. All are sent in the order of events.
@@ -61,14 +63,14 @@ Q_SIGNALS:
     void dropped(int client);
 
 private:
-    using Clock = std::chrono::steady_clock;
-    /// What must not wait for ever: to pause, to leave, to look at a value in passing.
-    enum Urgency { ePause, eFarewell, eGlance, eNbUrgencies };
+    using Patience = KyDebugAdapterPatience;
 
     /// eNbUrgencies for what may wait.
-    static Urgency getUrgency(const QJsonObject& message);
-    void note(Urgency urgency);
+    static Patience::Urgency getUrgency(const QJsonObject& message);
+    void note(Patience::Urgency urgency);
     void hurry();
+    /// Answers the client that wants to leave, in the place of the engine's thread, and lets it go.
+    void takeLeave();
     void meet();
     void serve(QTcpSocket* socket);
     void read();
@@ -91,9 +93,9 @@ private:
     std::atomic<quint16> mPort = 0;
     std::atomic<qint64> mNbUnsent = 0;
     std::atomic<qint64> mNbUnhandled = 0;
-    /// Glances count until they are handled, the others until they are taken.
-    std::array<std::atomic<int>, eNbUrgencies> mNbWaiting{};
-    /// Of the glance under way.
-    std::atomic<Clock::time_point> mDeadline = Clock::time_point::max();
-    std::atomic<bool> mIsPausing = false;
+    Patience mPatience;
+    /// The client's request to leave; empty while there is none.
+    QJsonObject mFarewell;
+    /// Messages written to the client, which are numbered from 1.
+    int mNbWritten = 0;
 };

@@ -94,10 +94,10 @@ const KyDebugAdapterSession::Request* KyDebugAdapterSession::findRequest(const Q
     return found == std::end(cRequests) ? nullptr : found;
 }
 
-KyDebugAdapterSession::KyDebugAdapterSession(KyScriptEngine& engine, Send send, std::function<bool()> isPauseComing)
+KyDebugAdapterSession::KyDebugAdapterSession(KyScriptEngine& engine, Send send, std::function<bool()> isStopComing)
     : mEngine(engine)
     , mSend(std::move(send))
-    , mIsPauseComing(std::move(isPauseComing))
+    , mIsStopComing(std::move(isStopComing))
     , mSources(debugger()) {}
 
 KyDebugAdapterSession::~KyDebugAdapterSession() {
@@ -154,15 +154,16 @@ void KyDebugAdapterSession::begin(bool isDebugging) {
     debugger().scriptSignal.connect(this, &KyDebugAdapterSession::onScript);
 }
 
-void KyDebugAdapterSession::end() {
+void KyDebugAdapterSession::end(bool canOthersResume) {
     mHasEnded = true;
     mSend = [](const QJsonObject&) {};
     disconnectAll();
+    const bool isOurStop = !canOthersResume || isStopWanted();
     mSources.clear();
     const bool isAttached = std::exchange(mIsAttached, false);
     if (isAttached)
         debugger().setBreakingOnErrors(mWasBreakingOnErrors);
-    if ((std::exchange(mHasSetBreakpoints, false) || isAttached) && debugger().isStopped())
+    if ((std::exchange(mHasSetBreakpoints, false) || isAttached) && isOurStop && debugger().isStopped())
         debugger().resume();
     if (isAttached)
         debugger().detach();
@@ -184,6 +185,7 @@ void KyDebugAdapterSession::runProgram() {
     mIsEntering = mStopsOnEntry && mIsAttached;
     if (mIsEntering)
         debugger().pause();
+    mHasAskedForStop = mHasAskedForStop || mIsEntering;
     const auto run = [reference = KyObjectReference(&mEngine), program = std::exchange(mProgram, {})] {
         if (reference)
             static_cast<KyScriptEngine*>(reference.get())->executeScript(program);
@@ -192,11 +194,25 @@ void KyDebugAdapterSession::runProgram() {
 }
 
 void KyDebugAdapterSession::onStopped() {
+    mHasAskedForStop = mHasAskedForStop || mIsStopComing();
     tellStop();
 }
 
+bool KyDebugAdapterSession::isStopWanted() const {
+    const KyScriptStop& stop = debugger().getStop();
+    switch (stop.reason) {
+    case KyScriptStopReason::eBreakpoint:
+        return mSources.holds(stop.chunkName, stop.line);
+    case KyScriptStopReason::eError:
+        return !mWasBreakingOnErrors;
+    default:
+        return mHasAskedForStop;
+    }
+}
+
 void KyDebugAdapterSession::tellStop() {
-    if (!mIsAttached || !mIsConfigured || mIsStopTold || !debugger().isStopped() || mIsPauseComing())
+    const bool isToldOf = mIsAttached && mIsConfigured && !mHasEnded;
+    if (!isToldOf || mIsStopTold || !debugger().isStopped() || mIsStopComing())
         return;
     mIsStopTold = true;
     tellThreads();
@@ -220,6 +236,7 @@ void KyDebugAdapterSession::tellThreads() {
 void KyDebugAdapterSession::onContinued() {
     forgetFrames();
     const bool isTold = std::exchange(mIsStopTold, false);
+    mHasAskedForStop = mHasAskedForStop && mIsGoingOn;
     if (!std::exchange(mIsGoingOn, false) && isTold)
         mSend(kyDebugEvent("continued", {{"threadId", 1}, {"allThreadsContinued", true}}));
 }

@@ -25,8 +25,8 @@ class KyDebugAdapterSession : public KyHasSlots {
 public:
     using Send = std::function<void(const QJsonObject& message)>;
 
-    /// A stop is told after the pause, if `isPauseComing` tells of one, that has not been answered yet.
-    KyDebugAdapterSession(KyScriptEngine& engine, Send send, std::function<bool()> isPauseComing);
+    /// A stop is told after the pause, if `isStopComing` tells of one, that has not been answered yet.
+    KyDebugAdapterSession(KyScriptEngine& engine, Send send, std::function<bool()> isStopComing);
     /// As end().
     ~KyDebugAdapterSession() override;
     KyDebugAdapterSession(const KyDebugAdapterSession&) = delete;
@@ -34,8 +34,9 @@ public:
 
     /// Answers a request; what is none is answered with a failure.
     void handle(const QJsonObject& request);
-    /// Takes back all that the client wanted, and lets a script that stands still run on.
-    void end();
+    /// Takes back all that the client wanted, and lets a script that stands still run on; not one that others have
+    /// stopped, if they can see to it.
+    void end(bool canOthersResume = false);
     /// Tells the client that there will be nothing more to debug.
     void tellEnd();
     /// True after the client has taken its leave.
@@ -91,6 +92,8 @@ private:
     bool hasThread(int thread) const;
     /// Unless that has been done, or has to wait.
     void tellStop();
+    /// Whether the script stands still because the client wanted it.
+    bool isStopWanted() const;
     void tellThreads();
     void runProgram();
     void forgetFrames();
@@ -106,7 +109,7 @@ private:
 
     KyScriptEngine& mEngine;
     Send mSend;
-    std::function<bool()> mIsPauseComing;
+    std::function<bool()> mIsStopComing;
     KyDebugAdapterSources mSources;
     bool mIsInitialized = false;
     bool mIsBegun = false;
@@ -121,6 +124,8 @@ private:
     bool mIsGoingOn = false;
     /// The client was told of the stop.
     bool mIsStopTold = false;
+    /// It wanted the script to pause, or to go on by a step.
+    bool mHasAskedForStop = false;
     /// What the client takes for the first line and column.
     int mFirstLine = 1;
     int mFirstColumn = 1;

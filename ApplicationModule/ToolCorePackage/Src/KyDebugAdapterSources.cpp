@@ -65,6 +65,13 @@ void KyDebugAdapterSources::clear() {
     mChunks.clear();
 }
 
+bool KyDebugAdapterSources::holds(const std::string& chunkName, int line) const {
+    const auto chunk = mChunks.find(chunkName);
+    const auto file = mFiles.find(identify(QString::fromStdString(mDebugger.findFile(chunkName))));
+    return (chunk != mChunks.end() && chunk->second.contains(line)) ||
+           (file != mFiles.end() && file->second.lines.contains(line));
+}
+
 QString KyDebugAdapterSources::findPath(const std::string& chunkName) const {
     const QString path = QString::fromStdString(mDebugger.findFile(chunkName));
     if (path.isEmpty() || !QFileInfo::exists(path))

@@ -27,6 +27,9 @@ public:
     /// Removes all breakpoints of the client.
     void clear();
 
+    /// Whether the client has a breakpoint there.
+    bool holds(const std::string& chunkName, int line) const;
+
     /// The file of a chunk, as the client writes it; empty when there is none.
     QString findPath(const std::string& chunkName) const;
 

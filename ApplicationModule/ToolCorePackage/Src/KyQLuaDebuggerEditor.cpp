@@ -11,6 +11,7 @@
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QPushButton>
+#include <QShortcut>
 #include <QVBoxLayout>
 
 namespace {
@@ -32,7 +33,9 @@ KyQLuaDebuggerEditor::KyQLuaDebuggerEditor(QWidget* parent)
     : QWidget(parent)
     , mAttributeEditor(new Snapshot(this, KyQAttributeEditor::eInspection))
     , mResumeButton(new QPushButton)
-    , mStepButton(new QPushButton) {
+    , mStepButton(new QPushButton)
+    , mResumeKey(new QShortcut(this))
+    , mStepKey(new QShortcut(this)) {
     setObjectName(QStringLiteral("KyQLuaDebuggerEditorWidget"));
     mAttributeEditor->setObjectName(QStringLiteral("mAttributeEditor"));
     mResumeButton->setObjectName(QStringLiteral("mResumeButton"));
@@ -46,6 +49,8 @@ KyQLuaDebuggerEditor::KyQLuaDebuggerEditor(QWidget* parent)
     layout->addLayout(buttons);
     connect(mResumeButton, SIGNAL(clicked(bool)), this, SLOT(resumeLuaActionSlot(bool)));
     connect(mStepButton, SIGNAL(clicked(bool)), this, SLOT(stepLuaActionSlot(bool)));
+    connect(mResumeKey, &QShortcut::activated, this, [this] { resumeLuaActionSlot(false); });
+    connect(mStepKey, &QShortcut::activated, this, [this] { stepLuaActionSlot(false); });
     mTimer.setInterval(cMillisecondsBetweenLooks);
     connect(&mTimer, &QTimer::timeout, this, &KyQLuaDebuggerEditor::look);
     updateTranslations();
@@ -82,8 +87,21 @@ void KyQLuaDebuggerEditor::stepLuaActionSlot(bool) {
 }
 
 void KyQLuaDebuggerEditor::updateTranslations() {
-    mResumeButton->setText(tr("&Resume"));
-    mStepButton->setText(tr("&Step"));
+    updateButton(*mResumeButton, tr("&Resume"), tr("Lets the script run on"), *mResumeKey);
+    updateButton(*mStepButton, tr("&Step"), tr("Stops at the next line"), *mStepKey);
+}
+
+void KyQLuaDebuggerEditor::updateButton(QPushButton& button, const QString& text, const QString& help,
+                                        const QShortcut& key) {
+    const QString keyText = key.key().toString(QKeySequence::NativeText);
+    button.setText(text);
+    button.setToolTip(keyText.isEmpty() ? help : QStringLiteral("%1 (%2)").arg(help, keyText));
+}
+
+void KyQLuaDebuggerEditor::setKeys(const QKeySequence& resume, const QKeySequence& step) {
+    mResumeKey->setKey(resume);
+    mStepKey->setKey(step);
+    updateTranslations();
 }
 
 void KyQLuaDebuggerEditor::changeEvent(QEvent* event) {

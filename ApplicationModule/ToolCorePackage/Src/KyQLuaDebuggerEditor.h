@@ -11,6 +11,7 @@
 
 class KyQAttributeEditor;
 class QPushButton;
+class QShortcut;
 
 /// Shows what the script engine's debugger knows of the script that stands still (its line, calls, locals and globals)
 /// and has two buttons: resume and step. While scripts run it looks at them a few times a second, when the event loop
@@ -26,7 +27,11 @@ class KYAPPLICATION_EXPORT KyQLuaDebuggerEditor : public QWidget, public KyHasSl
     Q_OBJECT
 
 public:
+    /// The parent owns it.
     explicit KyQLuaDebuggerEditor(QWidget* parent = nullptr);
+
+    /// Keys of the window that resume and step, which the tool tips tell; empty ones for none, as at first.
+    void setKeys(const QKeySequence& resume, const QKeySequence& step);
 
 public Q_SLOTS:
     /// Lets a stopped script run on; nothing without an engine.
@@ -43,9 +48,12 @@ private:
     void follow();
     void look();
     void updateTranslations();
+    void updateButton(QPushButton& button, const QString& text, const QString& help, const QShortcut& key);
 
     KyQAttributeEditor* mAttributeEditor;
     QPushButton* mResumeButton;
     QPushButton* mStepButton;
+    QShortcut* mResumeKey;
+    QShortcut* mStepKey;
     QTimer mTimer;
 };

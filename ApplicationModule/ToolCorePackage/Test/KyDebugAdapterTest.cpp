@@ -4,6 +4,10 @@
 
 #include "KyLuaDebugger.h"
 
+#include <lua.hpp>
+
+#include <tuple>
+
 namespace {
 
 class KyDebugAdapterTest : public KyDebugAdapterFixture {};
@@ -213,7 +217,11 @@ TEST_F(KyDebugAdapterTest, FilesAreFoundByEveryPath) {
         EXPECT_EQ(client.path(), part);
         EXPECT_EQ(client.goOn("continue"), "breakpoint 2");
         EXPECT_EQ(client.path(), linked) << "as the client writes it";
-        EXPECT_EQ(client.body("loadedSources")["sources"].toArray().size(), 1);
+        EXPECT_EQ(client.body("loadedSources")["sources"].toArray().size(), 2);
+        std::string told;
+        for (int i = 0; i < 2; ++i)
+            told += client.event("loadedSource")["source"].toObject()["name"].toString().toStdString() + ' ';
+        EXPECT_EQ(told, "main.lua part.lua ");
     });
     talk([&](KyDebugClient& client) {
         client.begin(other, {client.breakpoint(linked, 2), client.breakpoint(relative, 3)});
@@ -267,6 +275,96 @@ TEST_F(KyDebugAdapterTest, ADropWhileStoppedLetsTheScriptRunOn) {
     mAdapter->close();
     EXPECT_EQ(mAdapter->getPort(), 0);
     EXPECT_TRUE(mAdapter->listen(port)) << mAdapter->getErrorText().toStdString();
+}
+
+/// A loop that asks whether it is over, and tells whether the adapter has a client meanwhile.
+struct Loop {
+    std::atomic<bool> isOver = false;
+    std::atomic<bool> isRunning = false;
+    std::atomic<bool> hasClient = false;
+    const KyDebugAdapter* adapter = nullptr;
+};
+Loop gLoop;
+
+int isLoopOver(lua_State* state) {
+    gLoop.isRunning = true;
+    gLoop.hasClient = gLoop.adapter->hasClient();
+    lua_pushboolean(state, gLoop.isOver);
+    return 1;
+}
+
+TEST_F(KyDebugAdapterTest, AClientLeavesScriptsThatGoOnForEver) {
+    const QString path = addFile("forever.lua", "while not is_over() do end ends = (ends or 0) + 1\n");
+    const struct {
+        bool isDebugging;
+        bool saysGoodbye;
+    } cRows[] = {{true, true}, {true, false}, {false, true}};
+    lua_register(KyScriptEngine::get().editLuaState(), "is_over", &isLoopOver);
+    gLoop.adapter = mAdapter.get();
+    for (const auto& [isDebugging, saysGoodbye] : cRows) {
+        gLoop.isOver = gLoop.isRunning = false;
+        talk([&, isDebugging = isDebugging, saysGoodbye = saysGoodbye](KyDebugClient& client) {
+            client.ask("initialize");
+            client.ask("launch", {{"program", path}, {"noDebug", !isDebugging}});
+            client.ask("configurationDone");
+            const auto waitFor = [](const std::atomic<bool>& flag, bool value) {
+                for (int i = 0; i < 500 && flag != value; ++i)
+                    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+                EXPECT_EQ(flag, value);
+            };
+            waitFor(gLoop.isRunning, true);
+            if (saysGoodbye) {
+                EXPECT_EQ(client.error("disconnect"), "");
+                EXPECT_TRUE(client.waitForEnd());
+                EXPECT_FALSE(client.holds("stopped")) << "only for the request to be taken";
+            }
+            client.drop();
+            // One that has no hook cannot be stopped.
+            if (isDebugging)
+                waitFor(gLoop.hasClient, false);
+            gLoop.isOver = true;
+        });
+    }
+    EXPECT_EQ(evaluate("ends"), "3");
+}
+
+/// A host of its own, which lets scripts go on when no client does.
+class Host : public KyLuaDebugger {
+public:
+    explicit Host(const KyDebugAdapter& adapter)
+        : mAdapter(adapter) {}
+    void wait() override {
+        if (mAdapter.hasClient())
+            return QCoreApplication::processEvents();
+        ++nbLeft;
+        KyScriptEngine::get().resume();
+    }
+
+    int nbLeft = 0;
+
+private:
+    const KyDebugAdapter& mAdapter;
+};
+
+TEST_F(KyDebugAdapterTest, AStopThatTheHostWantedOutlivesTheClient) {
+    const QString path = addFile("both.lua", "local a = 1\na = 2\na = 3\nreturn a\n");
+    Host host(*mAdapter);
+    KyScriptEngine::get().setLuaDebugger(&host);
+    KyScriptEngine::get().setHook();
+    const std::tuple<const char*, const char*, int> cRows[] = {
+        {"", "breakpoint 2", 1}, {"continue", "breakpoint 3", 0}, {"next", "step 3", 0}};
+    for (const auto& [command, stop, nbLeft] : cRows) {
+        host.nbLeft = 0;
+        debugger().setFileBreakpoints(path.toStdString(), {{2, ""}});
+        talk([&, command = command, stop = stop](KyDebugClient& client) {
+            client.begin(path, {client.breakpoint(path, command == std::string("continue") ? 3 : 99)});
+            EXPECT_EQ(client.stop(), "breakpoint 2");
+            EXPECT_TRUE(*command == 0 || client.goOn(command) == stop) << stop;
+        });
+        EXPECT_TRUE(waitFor([this] { return !debugger().isStopped(); }));
+        EXPECT_EQ(host.nbLeft, nbLeft) << stop;
+    }
+    KyScriptEngine::get().setLuaDebugger(nullptr);
 }
 
 TEST_F(KyDebugAdapterTest, ASecondClientIsToldSoAndTheFirstIsUnharmed) {
