@@ -50,6 +50,7 @@ public:
 
     /// Removes every entry that holds the converter.
     void unregisterQVariantConverter(QVariantToKyFieldConverter* converter);
+    /// Forgets the converter; nothing happens when it is not registered.
     void unregisterKyFieldConverter(KyFieldToQVariantConverter* converter);
 
 private:

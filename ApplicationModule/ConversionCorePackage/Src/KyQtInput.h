@@ -14,6 +14,7 @@ namespace KyApplication {
 
 /// 0 for none and for a button beyond the five.
 KYAPPLICATION_EXPORT std::uint32_t toKyMouseButton(Qt::MouseButton button);
+/// The button bits of KyInputEvent's state word, see KyInputEvent::cMouseButtons; other buttons are left out.
 KYAPPLICATION_EXPORT std::uint32_t toKyMouseButtons(Qt::MouseButtons buttons);
 /// Left, right or middle; none for anything else, also for more than one.
 KYAPPLICATION_EXPORT Qt::MouseButton toQMouseButton(std::uint32_t button);

@@ -53,9 +53,12 @@ std::string toKyString(const QByteArray& bytes, int charSet) = delete;
 /// The bytes as they are.
 KYAPPLICATION_EXPORT QByteArray toQByteArray(const std::string& bytes);
 
+/// @{
+/// Each text as toQString and toKyString convert it.
 KYAPPLICATION_EXPORT QStringList toQStringList(const std::list<std::string>& texts, int charSet = 0);
 KYAPPLICATION_EXPORT QStringList toQStringList(const std::vector<std::string>& texts, int charSet = 0);
 KYAPPLICATION_EXPORT std::list<std::string> toKyStringList(const QStringList& texts, int charSet = 0);
 KYAPPLICATION_EXPORT std::vector<std::string> toKyStringVector(const QStringList& texts, int charSet = 0);
+/// @}
 
 } // namespace KyApplication

@@ -22,10 +22,12 @@ namespace KyApplication {
 
 /// Alpha is limited to 0 ... 1; red, green and blue beyond that range are kept. NaN becomes 0.
 KYAPPLICATION_EXPORT QColor toQColor(const KyColor& color);
+/// An invalid colour becomes the default one.
 KYAPPLICATION_EXPORT KyColor toKyColor(const QColor& color);
 
 /// Null for an invalid date.
 KYAPPLICATION_EXPORT QDate toQDate(const KyDate& date);
+/// An invalid date becomes an invalid one.
 KYAPPLICATION_EXPORT KyDate toKyDate(const QDate& date);
 /// To the nearest millisecond of the day; null when the time is none of a day (negative, 24 hours and more, NaN).
 KYAPPLICATION_EXPORT QTime toQTime(const KyTime& time);
@@ -39,12 +41,16 @@ KYAPPLICATION_EXPORT KyDateTime toKyDateTime(const QDateTime& dateTime);
 
 /// User name and password arrive as they are, whatever characters they have. Invalid when Qt cannot read the URL.
 KYAPPLICATION_EXPORT QUrl toQUrl(const KyURL& url);
+/// An invalid address becomes an empty one.
 KYAPPLICATION_EXPORT KyURL toKyURL(const QUrl& url);
 
 /// An infinite rectangle has an infinite width and height on both sides.
 KYAPPLICATION_EXPORT QRectF toQRectF(const KyRectd& rect);
+/// Origin, width and height as they are.
 KYAPPLICATION_EXPORT KyRectd toKyRectd(const QRectF& rect);
+/// x and y as they are.
 KYAPPLICATION_EXPORT QPointF toQPointF(const KyVec2d& vector);
+/// x and y as they are.
 KYAPPLICATION_EXPORT KyVec2d toKyVec2d(const QPointF& point);
 /// Width and height.
 KYAPPLICATION_EXPORT KyVec2d toKyVec2d(const QSizeF& size);

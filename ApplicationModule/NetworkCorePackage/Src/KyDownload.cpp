@@ -135,18 +135,20 @@ KyDownload::Result KyDownload::finish(QNetworkReply& reply) {
 
 KyDownload::Result KyDownload::judge() {
     const Error error = mExchange->getError();
-    const bool isGood = error == QNetworkReply::NoError && mBody == Body::eWanted;
+    const bool isWanted = error == QNetworkReply::NoError && mBody == Body::eWanted;
+    const bool isDoubtful = isWanted && isEmptyForFile();
+    const bool isGood = isWanted && !isDoubtful && isWhole();
     const bool isStored = mStop == Stop::eNone && (!isGood || mFile.overwrite()) && mFile.close();
     if (!isStored)
         return fail(QNetworkReply::OperationCanceledError, mFile.getErrorText());
     const int status = mExchange->getStatus();
     const bool hasAnswer = status != 0 || error == QNetworkReply::NoError;
-    if (hasAnswer && !hasContent(status, isHttp(mUrl)))
+    if (hasAnswer && (isDoubtful || !hasContent(status, isHttp(mUrl))))
         return fail(QNetworkReply::UnknownContentError,
                     tr("The server answered without the whole content (status %1).").arg(status));
     if (error != QNetworkReply::NoError)
         return fail(error, mExchange->getErrorText());
-    if (isGood && !isWhole())
+    if (isWanted && !isGood)
         return fail(QNetworkReply::RemoteHostClosedError, tr("The connection was closed before the end."));
     return follow();
 }
@@ -176,6 +178,11 @@ KyDownload::Error KyDownload::fail(Error error, const QString& text) {
 // Qt takes a body for whole when the connection was closed together with its last bytes.
 bool KyDownload::isWhole() const {
     return !mIsHungUp && mFile.getNbWritten() >= mExchange->getLength();
+}
+
+// Qt takes a body in chunks for whole as well when the size of a chunk is no number.
+bool KyDownload::isEmptyForFile() const {
+    return mFile.isForeign() && KyHttpExchange::isChunked(mExchange->editReply());
 }
 
 bool KyDownload::isFollowed(const QUrl& redirect) const {

@@ -59,6 +59,8 @@ private:
     Result follow();
     Error fail(Error error, const QString& text);
     bool isWhole() const;
+    /// Whether a body in chunks has come to nothing, and a file is there that it would empty.
+    bool isEmptyForFile() const;
     bool isFollowed(const QUrl& redirect) const;
     Body classifyBody() const;
 

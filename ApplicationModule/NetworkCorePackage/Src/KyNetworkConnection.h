@@ -36,12 +36,15 @@ class KyNoProxyMatcher;
 class KYAPPLICATION_EXPORT KyNetworkConnection : public QObject, public KyHasSettings {
     Q_OBJECT
 public:
+    /// Where in the settings the values stand.
     static const QString cSettingsPath;
     /// Bool: isInitialized().
     static const QString cSettingsInitialize;
+    /// Text: the proxy's host; empty for none.
     static const QString cSettingsProxyHost;
     /// Number, 0 to 65535; what is none counts as 0.
     static const QString cSettingsProxyPort;
+    /// Text: who asks at the proxy.
     static const QString cSettingsProxyUser;
     /// The password in KyApplication's default character set, encrypted with KyEncryption::cKey. One that cannot be
     /// decrypted counts as empty; without the attribute the password stays.
@@ -55,18 +58,25 @@ public:
 
     ~KyNetworkConnection() override;
 
+    /// The one instance; made with the library.
     static KyNetworkConnection& get();
     /// For people, in their language; "Connection: Unkown error" for what is no state.
     static const QString& getStateString(KyConnectionState state);
 
     /// An empty host or port 0 is no proxy. One proxyChanged() when anything changed.
     void setHttpProxy(const QString& host, unsigned short port, const QString& user, const QString& password);
+    /// @{
+    /// As setHttpProxy, for one of the values.
     void setHttpProxyHost(const QString& host);
     void setHttpProxyPort(unsigned short port);
     void setHttpProxyUser(const QString& user);
     void setHttpProxyPassword(const QString& password);
+    /// @}
+    /// Empty without a proxy.
     const QString& getHttpProxyHost() const { return mProxyHost; }
+    /// 0 without a proxy.
     unsigned short getHttpProxyPort() const { return mProxyPort; }
+    /// Empty when the proxy asks for none.
     const QString& getHttpProxyUser() const { return mProxyUser; }
     /// In plain text: for no message and no log.
     const QString& getHttpProxyPassword() const { return mProxyPassword; }
@@ -99,11 +109,18 @@ public:
     bool allowNegotiations() const { return mAllowsNegotiations; }
     /// Whether certificates with errors are to be accepted; a download and a probe never do.
     void setSSLUnsafe(bool allow) { mAllowsSslUnsafe = allow; }
+    /// See setSSLUnsafe.
     bool allowSSLUnsafe() const { return mAllowsSslUnsafe; }
+    /// @{
+    /// The header "User-Agent".
     void setHttpUserAgent(QString userAgent) { mUserAgent = std::move(userAgent); }
     QString getHttpUserAgent() const { return mUserAgent; }
+    /// @}
+    /// @{
+    /// The header "Referer".
     void setHttpReferer(QString referer) { mReferer = std::move(referer); }
     QString getHttpReferer() const { return mReferer; }
+    /// @}
     /// Whether somebody has chosen the proxy once; kept in the settings.
     void setInitialized(bool isInitialized) { mIsInitialized = isInitialized; }
     bool isInitialized() const { return mIsInitialized; }
@@ -112,6 +129,7 @@ public:
     void setState(KyConnectionState state, const QString& message);
     /// Busy while there is anything in progress, else what was set.
     KyConnectionState getState() const;
+    /// The text of the present state.
     const QString& getStateString() const;
     /// Empty while busy.
     QString getUserMessage() const;
@@ -119,6 +137,7 @@ public:
     void incBusy();
     /// Counts an operation that ended; stateChanged() with the last, nothing when there is none.
     void decBusy();
+    /// While anything is in progress.
     bool isBusy() const { return mNbBusy > 0; }
 
     /// Asks for the head of a resource and waits at most that many milliseconds; with 0 the request is sent and given
@@ -132,6 +151,8 @@ public:
     /// https is followed, to each address once; the file is named after the last. One at a time: from inside of another
     /// download it returns OperationCanceledError at once.
     ///
+    /// @param url of http or https.
+    /// @param directory where the file is put; it must exist.
     /// @param filePath set to the file, also when loading failed; left alone when it could not be opened.
     /// @param errorString set on failure, for people; without passwords.
     /// @param readBufferSize bytes that are loaded ahead of writing; 0 and less is unlimited. Much less than 65536 is
@@ -159,6 +180,7 @@ public:
     /// written is removed. Nothing when none runs. While a server sends headers without end, Qt holds that up for five
     /// seconds.
     void cancelDownload();
+    /// True while downloadFile waits.
     bool isDownloading() const { return mDownload != nullptr; }
 
     /// Reads the values, each with the one of now for default, the system's proxy included.
@@ -169,6 +191,7 @@ Q_SIGNALS:
     void downloadProgress(qint64 received, qint64 total);
     /// Two in a row are normal when the settings and the system both name a proxy: read the values when needed.
     void proxyChanged();
+    /// Sent when getState() became another.
     void stateChanged();
 
 protected:

@@ -47,25 +47,41 @@ public:
     std::string getState() const;
     /// What there is to say about the state; empty while busy.
     std::string getMessage() const;
+    /// While anything is in progress.
     bool isBusy() const;
     /// From download() until "downloadFinished" is sent.
     bool isDownloading() const { return mNext || mRunning; }
     /// Bytes of the download that runs, or else of the last one; the total is -1 while it is not known.
     long long getReceived() const { return mReceived; }
+    /// See getReceived.
     long long getTotal() const { return mTotal; }
 
+    /// @{
+    /// Empty for no proxy.
     std::string getProxyHost() const;
     void setProxyHost(const std::string& host);
+    /// @}
+    /// 0 for no proxy.
     int getProxyPort() const;
     /// Numbers out of 0 to 65535 are ignored.
     void setProxyPort(int port);
+    /// @{
+    /// Empty when the proxy asks for none.
     std::string getProxyUser() const;
     void setProxyUser(const std::string& user);
+    /// @}
+    /// Write-only: scripts cannot read it back.
     void setProxyPassword(const std::string& password);
+    /// @{
+    /// What goes past the proxy, see KyNetworkConnection::setNoProxyAddress.
     std::string getNoProxy() const;
     void setNoProxy(const std::string& list);
+    /// @}
+    /// @{
+    /// Whether the system's proxy is taken.
     bool getUseSystemProxy() const;
     void setUseSystemProxy(bool usesSystem);
+    /// @}
 
     /// Waits for the answer of an address, at most that many milliseconds (negative ones count as 0): the script stands
     /// still meanwhile, and so do frames when it was called in one. True for an answer without error; the state tells
@@ -84,7 +100,9 @@ public:
     KySignal<long long, long long> downloadProgress{"downloadProgress"};
     /// Sent with the path of the file, empty unless it was loaded without error, and with the error, else empty.
     KySignal<const std::string&, const std::string&> downloadFinished{"downloadFinished"};
+    /// Sent when the state became another.
     KySignal<> stateChanged{"stateChanged"};
+    /// Sent when a value of the proxy changed.
     KySignal<> proxyChanged{"proxyChanged"};
 
 private:

@@ -28,6 +28,22 @@ std::string_view getParent(std::string_view key) {
     return key.substr(0, key.rfind('/'));
 }
 
+/// Stands on the C++ stack while the signal is sent.
+struct Question {
+    Question(const KyURL& itsUrl, bool& itsFlag)
+        : url(itsUrl)
+        , flag(itsFlag)
+        , outer(std::exchange(msInnermost, this)) {}
+    ~Question() { msInnermost = outer; }
+    Question(const Question&) = delete;
+    Question& operator=(const Question&) = delete;
+
+    const KyURL& url;
+    bool& flag;
+    Question* outer;
+    static inline thread_local Question* msInnermost = nullptr;
+};
+
 } // namespace
 
 KyNetworkPasswordManager::KyNetworkPasswordManager() = default;
@@ -42,6 +58,7 @@ void KyNetworkPasswordManager::initializeClass() {
     msType = KyTypeBuilder<M>("KyNetworkPasswordManager", KyObject::getType())
                  .signal<&M::mAuthenticationSignal>("authenticationSignal")
                  .method("addProtectedUrl", &M::addProtectedUrl)
+                 .method("answer", &M::answer)
                  .staticMethod("get", [] { return find(); })
                  .build();
     initializeSingleton();
@@ -129,5 +146,15 @@ void KyNetworkPasswordManager::emitAuthenticationSignal(const KyURL& url, bool& 
 }
 
 void KyNetworkPasswordManager::authenticationSignal(const KyURL& url, bool& flag) const {
+    const Question question(url, flag);
     mAuthenticationSignal.send(url, flag);
+}
+
+bool KyNetworkPasswordManager::answer(const std::string& user, const std::string& password) {
+    const Question* const question = Question::msInnermost;
+    if (!question || user.empty() || user.find(':') != std::string::npos)
+        return false;
+    addProtectedUrl(question->url, user + ':' + password);
+    question->flag = true;
+    return true;
 }

@@ -30,6 +30,7 @@
 /// ```
 class KYAPPLICATION_EXPORT KyNetworkPasswordManager : public KyObject {
 public:
+    /// Sent with the address; a listener that has an answer sets the flag.
     using AuthenticationSignal = KySignal<const KyURL&, bool&>;
 
     ~KyNetworkPasswordManager() override;
@@ -58,7 +59,12 @@ public:
 
     /// Tells that the URL wants a user; listeners may set the caller's flag. Both names do the same.
     void emitAuthenticationSignal(const KyURL& url, bool& flag);
+    /// Sends the signal.
     void authenticationSignal(const KyURL& url, bool& flag) const;
+    /// Answers the signal for a listener that cannot set the flag, such as a script: registers the user for its URL and
+    /// sets the flag. False, and nothing done, unless the signal is being sent on this thread, with a name of at least
+    /// one letter and without ":".
+    bool answer(const std::string& user, const std::string& password);
     /// What these send, found as "authenticationSignal".
     AuthenticationSignal& editAuthenticationSignal() { return mAuthenticationSignal; }
 

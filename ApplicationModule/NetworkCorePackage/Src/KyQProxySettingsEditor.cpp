@@ -32,13 +32,23 @@ constexpr int cDefaultPort = 80;
 constexpr int cHighestPort = std::numeric_limits<unsigned short>::max();
 
 /// In the order of the rows.
-constexpr std::array cRowTexts{
-    QT_TRANSLATE_NOOP("KyQProxySettingsEditor", "&Host"),
-    QT_TRANSLATE_NOOP("KyQProxySettingsEditor", "P&ort"),
-    QT_TRANSLATE_NOOP("KyQProxySettingsEditor", "&User"),
-    QT_TRANSLATE_NOOP("KyQProxySettingsEditor", "Pass&word"),
-    QT_TRANSLATE_NOOP("KyQProxySettingsEditor", "Not for these a&ddresses"),
-    QT_TRANSLATE_NOOP("KyQProxySettingsEditor", "Test addr&ess"),
+struct RowText {
+    const char* name;
+    const char* help;
+};
+constexpr RowText cRowTexts[] = {
+    {QT_TRANSLATE_NOOP("KyQProxySettingsEditor", "&Host"),
+     QT_TRANSLATE_NOOP("KyQProxySettingsEditor", "Name or address of the proxy")},
+    {QT_TRANSLATE_NOOP("KyQProxySettingsEditor", "&Port"),
+     QT_TRANSLATE_NOOP("KyQProxySettingsEditor", "Port of the proxy")},
+    {QT_TRANSLATE_NOOP("KyQProxySettingsEditor", "&User"),
+     QT_TRANSLATE_NOOP("KyQProxySettingsEditor", "Where the proxy asks for a name")},
+    {QT_TRANSLATE_NOOP("KyQProxySettingsEditor", "Pass&word"),
+     QT_TRANSLATE_NOOP("KyQProxySettingsEditor", "Is kept encrypted")},
+    {QT_TRANSLATE_NOOP("KyQProxySettingsEditor", "Not for these a&ddresses"),
+     QT_TRANSLATE_NOOP("KyQProxySettingsEditor", "Separated by commas, such as \"localhost, *.example.org\"")},
+    {QT_TRANSLATE_NOOP("KyQProxySettingsEditor", "Test addr&ess"),
+     QT_TRANSLATE_NOOP("KyQProxySettingsEditor", "What the test of the connection reaches for")},
 };
 
 struct TrialText {
@@ -137,14 +147,18 @@ void KyQProxySettingsEditor::updateTranslations() {
     setGroupName(KyApplication::toKyString(tr("Network")));
     setItemName(KyApplication::toKyString(tr("Proxy")));
     mUsesSystem->setText(tr("Use the proxy of the &system"));
+    mUsesSystem->setToolTip(tr("Host and port are those that the system tells"));
     mTest->setText(tr("&Test connection"));
+    mTest->setToolTip(tr("Tries to reach the test address with what the page shows"));
     mResult->setAccessibleName(tr("Result of the test"));
     for (std::size_t i = 0; i < cNbRows; ++i) {
-        const QString text = tr(cRowTexts[i]);
+        const QString text = tr(cRowTexts[i].name);
         mLabels[i]->setText(text);
         mLabels[i]->buddy()->setAccessibleName(QString(text).remove('&'));
+        mLabels[i]->buddy()->setToolTip(tr(cRowTexts[i].help));
     }
-    mExclude->setToolTip(tr("Separated by commas, such as \"localhost, *.example.org\""));
+    if (mMakeResult)
+        mResult->setText(mMakeResult());
 }
 
 void KyQProxySettingsEditor::updateEnabled() {
@@ -208,21 +222,26 @@ void KyQProxySettingsEditor::reset() {
     mPassword->setText(values.password);
     mExclude->setText(values.exclude);
     mTestUrl->setText(values.testUrl);
-    mResult->clear();
+    showResult([] { return QString(); });
     updateEnabled();
     mShown = readPage();
 }
 
-QString KyQProxySettingsEditor::findFault(const Values& values) {
+void KyQProxySettingsEditor::showResult(std::function<QString()> makeResult) {
+    mMakeResult = std::move(makeResult);
+    mResult->setText(mMakeResult());
+}
+
+const char* KyQProxySettingsEditor::findFault(const Values& values) {
     if (!values.usesSystem && !values.host.isEmpty() && !isHostName(values.host))
-        return tr("The host of the proxy is not the name of a host.");
+        return QT_TR_NOOP("The host of the proxy is not the name of a host.");
     if (!isHttp(QUrl(values.testUrl)))
-        return tr("The test address does not begin with http:// or https://.");
+        return QT_TR_NOOP("The test address does not begin with http:// or https://.");
     if (!QUrl(values.testUrl).userInfo().isEmpty())
-        return tr("The test address must not name a user or password.");
+        return QT_TR_NOOP("The test address must not name a user or password.");
     if (KyApplication::toQString(KyApplication::toKyString(values.password)) != values.password)
-        return tr("The password has characters that cannot be kept.");
-    return {};
+        return QT_TR_NOOP("The password has characters that cannot be kept.");
+    return nullptr;
 }
 
 bool KyQProxySettingsEditor::write(const Values& values) {
@@ -255,11 +274,13 @@ bool KyQProxySettingsEditor::takeChanges() {
     const Values values = readPage();
     if (values == mShown)
         return true;
-    setProblem(findFault(values));
-    if (getProblem().isEmpty() && !write(values))
-        setProblem(tr("The password cannot be encrypted."));
-    if (!getProblem().isEmpty())
+    const char* fault = findFault(values);
+    if (!fault && !write(values))
+        fault = QT_TR_NOOP("The password cannot be encrypted.");
+    if (fault) {
+        setProblem(fault);
         return false;
+    }
     mIsUnsaved = true;
     mShown = values;
     editConnection()->updateDataFromSettings();
@@ -274,7 +295,7 @@ bool KyQProxySettingsEditor::accept() {
     if (!takeChanges())
         return false;
     if (mIsUnsaved && !save()) {
-        setProblem(tr("The settings cannot be saved in \"%1\".").arg(getHasSettings()->getSettings()->getFilePath()));
+        setProblem(cUnsaved, getHasSettings()->getSettings()->getFilePath());
         return false;
     }
     mIsUnsaved = false;
@@ -297,8 +318,8 @@ void KyQProxySettingsEditor::test() {
         return;
     splitHost();
     const Values values = readPage();
-    if (const QString fault = findFault(values); !fault.isEmpty())
-        return mResult->setText(fault);
+    if (const char* const fault = findFault(values))
+        return showResult([fault] { return tr(fault); });
     Trial trial;
     trial.editSettings()->setAttribute(Connection::cSettingsPath, Connection::cSettingsTestUrl, values.testUrl);
     trial.setHttpProxy(values.host, toPort(values.port), values.user, values.password);
@@ -306,14 +327,14 @@ void KyQProxySettingsEditor::test() {
     trial.setUseSystemProxy(values.usesSystem, false);
     const QPointer<KyQProxySettingsEditor> page(this);
     mIsTesting = true;
-    mResult->setText(tr("Testing ..."));
+    showResult([] { return tr("Testing ..."); });
     int error = 0;
     int status = 0;
     const bool isReached = trial.tryConnection(cTimeOut, values.testUrl, &error, &status);
     if (!page)
         return;
     mIsTesting = false;
-    mResult->setText(describeTrial(isReached, error, status));
+    showResult([isReached, error, status] { return describeTrial(isReached, error, status); });
 }
 
 QString KyQProxySettingsEditor::describeTrial(bool isReached, int networkError, int httpStatus) {

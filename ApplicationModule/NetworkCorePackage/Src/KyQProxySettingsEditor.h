@@ -9,6 +9,7 @@
 #include <QString>
 
 #include <array>
+#include <functional>
 
 class KyNetworkConnection;
 class QCheckBox;
@@ -68,8 +69,10 @@ private:
     KyNetworkConnection* editConnection();
     Values readConnection();
     Values readPage() const;
-    /// Empty when the values can be kept.
-    static QString findFault(const Values& values);
+    /// A text to translate; null when the values can be kept.
+    static const char* findFault(const Values& values);
+    /// Shows what makeResult() says, now and in every language.
+    void showResult(std::function<QString()> makeResult);
     /// False when the password cannot be encrypted: nothing is written then.
     bool write(const Values& values);
     bool takeChanges();
@@ -84,6 +87,7 @@ private:
     QLineEdit* mTestUrl;
     QPushButton* mTest;
     QLabel* mResult;
+    std::function<QString()> mMakeResult;
     /// In the order of the rows.
     std::array<QLabel*, cNbRows> mLabels{};
     /// What the page showed before a hand touched it.

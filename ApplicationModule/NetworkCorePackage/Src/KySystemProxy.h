@@ -10,6 +10,7 @@
 /// had is no proxy. A configuration script may be fetched from the network meanwhile.
 namespace KySystemProxy {
 
+/// What the system says of its proxy.
 struct Configuration {
     /// "host:port", or a list in the system's own form; empty for none.
     std::u16string proxy;
@@ -17,8 +18,11 @@ struct Configuration {
     std::u16string bypass;
 };
 
+/// Host and port of a proxy.
 struct Address {
+    /// As the system writes it.
     std::u16string host;
+    /// 1 to 65535, or 0 as the system wrote it.
     unsigned short port = 0;
 };
 

@@ -41,14 +41,11 @@ protected:
     QSignalSpy mStateChanges{&mConnection, &KyNetworkConnection::stateChanged};
 };
 
-TEST_F(KyNetworkConnectionTest, OneConnectionServesTheProcess) {
+TEST_F(KyNetworkConnectionTest, OneConnectionServesTheProcessAndNamesItsStates) {
     EXPECT_EQ(&KyNetworkConnection::get(), &KyNetworkConnection::get());
     EXPECT_EQ(describe(), ":@:80 localhost");
     EXPECT_TRUE(mConnection.getUseSystemProxy() && mConnection.allowNegotiations());
     EXPECT_FALSE(mConnection.allowSSLUnsafe() || mConnection.isInitialized() || mConnection.isBusy());
-}
-
-TEST_F(KyNetworkConnectionTest, StatesHaveTexts) {
     QString texts;
     for (int state = -2; state <= 3; ++state)
         texts += KyNetworkConnection::getStateString(static_cast<KyConnectionState>(state)).section(": ", 1) + '|';

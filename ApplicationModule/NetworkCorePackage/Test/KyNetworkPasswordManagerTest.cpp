@@ -96,6 +96,7 @@ TEST_F(KyNetworkPasswordManagerTest, TheSignalIsFoundAndItsListenersAnswer) {
         flag = !flag;
     });
     bool flag = false;
+    EXPECT_FALSE(get().answer("ann", "x")) << "nobody asks";
     get().emitAuthenticationSignal(KyURL("http://one/"), flag);
     EXPECT_TRUE(flag);
     const KyNetworkPasswordManager& constant = get();

@@ -5,6 +5,7 @@
 
 #include "KyNetworkConnection.h"
 #include "KyNetworkConnectionObject.h"
+#include "KyNetworkPasswordManager.h"
 
 #include "KyHolder.h"
 
@@ -159,6 +160,27 @@ TEST_F(KyNetworkScriptTest, TheProxyIsSetHereAndItsPasswordReadNowhere) {
         EXPECT_TRUE(object.getAttribute(i)->getValue(object, value));
         EXPECT_EQ(std::string::npos, value.toString().find("s3cret")) << object.getAttribute(i)->getName();
     }
+}
+
+TEST_F(KyNetworkScriptTest, AScriptAnswersWhoeverNeedsAUser) {
+    KyNetworkPasswordManager::initializeClass();
+    engine().bindClass(*KyNetworkPasswordManager::getType());
+    expectRuns("passwords = KyNetworkPasswordManager.get() connect(passwords, 'authenticationSignal', function(url) "
+               "early = passwords:answer('a:b', 'x') or passwords:answer('', 'x') "
+               "if url.host == 'known' then ok = passwords:answer('ann', 's3:cret') end end)");
+    for (const bool isKnown : {false, true}) {
+        const KyURL url(isKnown ? "http://known/a/b" : "http://other/a/b");
+        bool isAnswered = false;
+        KyNetworkPasswordManager::get().authenticationSignal(url, isAnswered);
+        EXPECT_EQ(isKnown, isAnswered);
+        std::string user;
+        std::string password;
+        EXPECT_EQ(isKnown, KyNetworkPasswordManager::get().getUserPassword(url, user, password));
+        EXPECT_EQ(isKnown ? "ann s3:cret" : " ", user + ' ' + password);
+    }
+    expectTexts({{"early, ok, passwords:answer('ann', 'x')", "false, true, false"}});
+    engine().closeLuaState();
+    KyNetworkPasswordManager::finalizeClass();
 }
 
 TEST_F(KyNetworkScriptTest, WhatWasGivenUpIsIdle) {

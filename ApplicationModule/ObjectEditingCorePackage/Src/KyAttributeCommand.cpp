@@ -5,8 +5,6 @@
 #include "KyFieldText_p.h"
 #include "KyQtText.h"
 
-#include <QCoreApplication>
-
 namespace {
 
 constexpr int cCommandId = 0x4b79;
@@ -19,8 +17,7 @@ KyAttributeCommand::KyAttributeCommand(std::shared_ptr<const KyAttributeTarget> 
     , mBefore(std::move(before))
     , mAfter(std::move(after))
     , mSession(session) {
-    setText(
-        QCoreApplication::translate("KyQAttributeModel", "change of %1").arg(KyApplication::toQString(mTarget->name)));
+    setText(KyApplication::toQString(mTarget->name));
 }
 
 void KyAttributeCommand::redo() {

@@ -29,14 +29,17 @@ class KyObject;
 /// ```
 class KYAPPLICATION_EXPORT KyObjectListModel : public QAbstractListModel, public KyHasSlots {
     Q_OBJECT
+    /// See getCount.
     Q_PROPERTY(int count READ getCount NOTIFY countChanged)
 
 public:
+    /// The value of an element; in QML the role `value`.
     enum Role { eValueRole = Qt::UserRole + 1 };
 
     /// Empty when the object has no attribute of that name.
     KyObjectListModel(KyObject& object, std::string attribute, QObject* parent = nullptr);
 
+    /// Elements in the container now.
     int getCount() const { return mCount; }
     int rowCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
@@ -53,12 +56,15 @@ public:
     Q_INVOKABLE bool set(int index, const QVariant& value);
     /// Before the element at `index`; at the end when that is the count.
     Q_INVOKABLE bool insert(int index, const QVariant& value);
+    /// Behind the last element.
     Q_INVOKABLE bool append(const QVariant& value) { return insert(readCount(), value); }
+    /// Takes `count` elements out, from `index` on.
     Q_INVOKABLE bool remove(int index, int count = 1);
     /// Takes the element out and puts it in where it then has the index `to`.
     Q_INVOKABLE bool move(int from, int to);
 
 Q_SIGNALS:
+    /// Sent after elements came or went.
     void countChanged();
 
 private:

@@ -48,6 +48,7 @@ public:
     KyObject* getObject() const { return mObject; }
 
 protected:
+    /// The object is not owned; the parent owns the binding.
     KyObjectQmlBinding(KyObject& object, QObject* parent);
 
     /// What the object tells, but for its end.

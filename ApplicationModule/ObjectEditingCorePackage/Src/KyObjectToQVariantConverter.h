@@ -54,10 +54,12 @@ protected:
     /// whose bindings show the object's attributes; one of a class of its own shows what that class adds.
     virtual KyObjectQmlBinding* createBinding(KyObject* object);
 
+    /// Tells the object's QML properties of the change.
     void objectModifiedSlot(const KyObject* object, KyObjectModificationType type, const std::string& name,
                             unsigned int index);
 
 protected Q_SLOTS:
+    /// Forgets the binding.
     void onQmlBindingDestroyed(QObject* binding);
 
 private:

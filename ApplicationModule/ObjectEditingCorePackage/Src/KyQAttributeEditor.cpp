@@ -8,6 +8,7 @@
 
 #include <QAction>
 #include <QEvent>
+#include <QFocusEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -59,7 +60,6 @@ KyQAttributeEditor::KyQAttributeEditor(QWidget* parent, int options)
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(mSearch);
     layout->addWidget(mView);
-    setFocusProxy(mView);
 
     connect(mSearch, &QLineEdit::textChanged, this, &KyQAttributeEditor::search);
     connect(mModel, &KyQAttributeModel::objectEnded, this, &KyQAttributeEditor::clearUndoStack);
@@ -71,21 +71,46 @@ KyQAttributeEditor::KyQAttributeEditor(QWidget* parent, int options)
 
 KyQAttributeEditor::~KyQAttributeEditor() {
     // The rest of the widget goes later than the stack.
+    mUndoStack.disconnect(this);
     mModel->setUndoStack(nullptr);
 }
 
 void KyQAttributeEditor::addActions() {
-    mUndoAction = mUndoStack.createUndoAction(this);
-    mUndoAction->setShortcut(QKeySequence(QStringLiteral("Ctrl+Z")));
-    mRedoAction = mUndoStack.createRedoAction(this);
-    mRedoAction->setShortcuts({QKeySequence(QStringLiteral("Ctrl+Shift+Z")), QKeySequence(QStringLiteral("Ctrl+Y"))});
-    auto* searchAction = new QAction(this);
-    searchAction->setShortcut(QKeySequence(QStringLiteral("Ctrl+F")));
-    connect(searchAction, &QAction::triggered, this, &KyQAttributeEditor::startSearch);
-    for (QAction* action : {mUndoAction, mRedoAction, searchAction}) {
-        action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-        addAction(action);
-    }
+    mEditAction = addKeys({"F2"}, [this] { mView->editCurrent(); });
+    mUndoAction = addKeys({"Ctrl+Z"}, [this] { mUndoStack.undo(); });
+    mRedoAction = addKeys({"Ctrl+Shift+Z", "Ctrl+Y"}, [this] { mUndoStack.redo(); });
+    mSearchAction = addKeys({"Ctrl+F"}, [this] { startSearch(); });
+    mView->setContextMenuPolicy(Qt::ActionsContextMenu);
+    connect(&mUndoStack, &QUndoStack::indexChanged, this, &KyQAttributeEditor::updateActions);
+}
+
+/// The view shows it in its menu.
+QAction* KyQAttributeEditor::addKeys(std::initializer_list<const char*> keys, const std::function<void()>& act) {
+    auto* const action = new QAction(this);
+    QList<QKeySequence> sequences;
+    for (const char* key : keys)
+        sequences.append(QKeySequence(QLatin1String(key)));
+    action->setShortcuts(sequences);
+    action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    connect(action, &QAction::triggered, this, act);
+    addAction(action);
+    mView->addAction(action);
+    return action;
+}
+
+void KyQAttributeEditor::updateActions() {
+    const bool isReadOnly = (mOptions & KyQAttributeModel::eReadOnly) != 0;
+    const QString undo = mUndoStack.undoText();
+    const QString redo = mUndoStack.redoText();
+    mEditAction->setText(tr("&Edit the value"));
+    mUndoAction->setText(undo.isEmpty() ? tr("&Undo") : tr("&Undo the change of %1").arg(undo));
+    mRedoAction->setText(redo.isEmpty() ? tr("&Redo") : tr("&Redo the change of %1").arg(redo));
+    mSearchAction->setText(tr("&Search"));
+    mUndoAction->setEnabled(mUndoStack.canUndo());
+    mRedoAction->setEnabled(mUndoStack.canRedo());
+    for (QAction* action : {mEditAction, mUndoAction, mRedoAction})
+        action->setVisible(!isReadOnly);
+    mSearchAction->setVisible((mOptions & eHideSearch) == 0);
 }
 
 void KyQAttributeEditor::setObject(KyObject* object) {
@@ -104,6 +129,7 @@ void KyQAttributeEditor::setOptions(int options) {
     mOptions = options;
     mSearch->setHidden((options & eHideSearch) != 0);
     mModel->setOptions(options & ~eHideSearch);
+    updateActions();
 }
 
 QTreeView* KyQAttributeEditor::editView() const {
@@ -139,7 +165,11 @@ void KyQAttributeEditor::startSearch() {
 void KyQAttributeEditor::updateTranslations() {
     mSearch->setPlaceholderText(tr("Search"));
     mSearch->setAccessibleName(tr("Search"));
+    mSearch->setAccessibleDescription(tr("Shows the attributes whose names hold the text."));
     mView->setAccessibleName(tr("Attributes"));
+    mView->setAccessibleDescription(tr("Names and values of the object; F2 edits."));
+    updateActions();
+    mView->viewport()->update();
     mModel->headerDataChanged(Qt::Horizontal, 0, KyQAttributeModel::eNbColumns - 1);
 }
 
@@ -157,6 +187,18 @@ void KyQAttributeEditor::showEvent(QShowEvent* event) {
 void KyQAttributeEditor::hideEvent(QHideEvent* event) {
     mModel->setListening(false);
     QWidget::hideEvent(event);
+}
+
+// A proxy would be a stop of its own for Tab, before the line that searches.
+void KyQAttributeEditor::focusInEvent(QFocusEvent* event) {
+    mView->setFocus(event->reason());
+}
+
+void KyQAttributeEditor::keyPressEvent(QKeyEvent* event) {
+    if (isWindow() && event->key() == Qt::Key_Escape)
+        close();
+    else
+        QWidget::keyPressEvent(event);
 }
 
 bool KyQAttributeEditor::eventFilter(QObject* watched, QEvent* event) {

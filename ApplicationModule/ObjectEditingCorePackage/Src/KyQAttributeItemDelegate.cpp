@@ -121,8 +121,12 @@ QWidget* KyQAttributeItemDelegate::createEditor(QWidget* parent, const QStyleOpt
                                                 const QModelIndex& index) const {
     const auto field = index.data(KyQAttributeModel::eFieldRole).value<KyField>();
     KyQFieldEditor* editor = field.isValid() ? makeEditor(field, parent) : nullptr;
-    if (editor)
-        connect(editor, &KyQFieldEditor::committed, this, &QAbstractItemDelegate::commitData);
+    if (!editor)
+        return nullptr;
+    editor->setLabel(index.siblingAtColumn(KyQAttributeModel::eNameColumn).data().toString());
+    if (auto* reference = qobject_cast<KyQReferenceEditor*>(editor))
+        reference->setObjectType(index.data(KyQAttributeModel::eObjectTypeRole).value<const KyType*>());
+    connect(editor, &KyQFieldEditor::committed, this, &QAbstractItemDelegate::commitData);
     return editor;
 }
 

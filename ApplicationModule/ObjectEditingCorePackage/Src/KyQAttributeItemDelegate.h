@@ -24,8 +24,10 @@ class KYAPPLICATION_EXPORT KyQAttributeItemDelegate : public QStyledItemDelegate
     Q_OBJECT
 
 public:
+    /// Makes an editor for a cell; the parent owns it.
     using Factory = std::function<KyQFieldEditor*(QWidget* parent)>;
 
+    /// The parent owns it.
     explicit KyQAttributeItemDelegate(QObject* parent = nullptr);
 
     /// Enters the editors of the built-in kinds. From now on references are chosen among what the script engine of the

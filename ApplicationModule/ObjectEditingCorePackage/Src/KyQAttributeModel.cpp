@@ -18,6 +18,21 @@
 
 using KyApplication::toQString;
 
+namespace {
+
+/// Categories of objects that we show ourselves; those of others are shown as they are.
+[[maybe_unused]] constexpr const char* cCategories[] = {
+    QT_TRANSLATE_NOOP("KyAttributeCategory", "Callstack"),
+    QT_TRANSLATE_NOOP("KyAttributeCategory", "Locals"),
+    QT_TRANSLATE_NOOP("KyAttributeCategory", "Globals"),
+};
+
+QString describeReference(KyObject* object) {
+    return object ? toQString(KyFieldText::describe(object)) : KyQAttributeModel::tr("none");
+}
+
+} // namespace
+
 KyQAttributeModel::KyQAttributeModel(QObject* parent)
     : QAbstractItemModel(parent)
     , mRoot(std::make_unique<KyAttributeNode>(KyAttributeNode::eObject, KyAttributeTarget()))
@@ -109,21 +124,34 @@ bool KyQAttributeModel::isWritable(const KyAttributeNode& node) const {
     return attribute && !attribute->isReadOnly();
 }
 
+const KyType* KyQAttributeModel::getObjectType(const KyAttributeNode& node) {
+    const bool isValue = node.kind == KyAttributeNode::eElement || node.kind == KyAttributeNode::eAttribute;
+    const KyAttributeInterface* attribute = isValue ? node.target.find() : nullptr;
+    return attribute ? attribute->getObjectType() : nullptr;
+}
+
 QString KyQAttributeModel::getName(const KyAttributeNode& node) const {
     if (node.kind == KyAttributeNode::eElement)
         return QStringLiteral("[%1]").arg(node.target.index);
-    return toQString(node.kind == KyAttributeNode::eCategory ? node.target.category : node.target.name);
+    if (node.kind == KyAttributeNode::eCategory)
+        return QCoreApplication::translate("KyAttributeCategory", node.target.category.c_str());
+    return toQString(node.target.name);
 }
 
 QString KyQAttributeModel::getValueText(KyAttributeNode& node) const {
     if (node.kind == KyAttributeNode::eCategory)
         return {};
     if (node.kind == KyAttributeNode::eComponent)
-        return toQString(KyFieldText::describe(node.findObject()));
+        return describeReference(node.findObject());
     if (node.isContainer())
         return tr("%n value(s)", nullptr, node.target.countValues());
     KyField value;
-    return readValue(node, value) ? toQString(KyFieldText::format(value)) : QString();
+    if (!readValue(node, value))
+        return {};
+    if (const bool* isSet = value.get<bool>())
+        return *isSet ? tr("true") : tr("false");
+    const bool isReference = value.getKind() == cFieldKindOf<KyObjectReference>;
+    return isReference ? describeReference(value.toKyObject()) : toQString(KyFieldText::format(value));
 }
 
 QVariant KyQAttributeModel::getValueData(KyAttributeNode& node, int role) const {
@@ -156,6 +184,8 @@ QVariant KyQAttributeModel::data(const QModelIndex& index, int role) const {
     KyAttributeNode& node = nodeAt(index);
     if (role == eCategoryRole)
         return node.kind == KyAttributeNode::eCategory;
+    if (role == eObjectTypeRole)
+        return QVariant::fromValue(getObjectType(node));
     if (role == Qt::FontRole && node.kind == KyAttributeNode::eCategory) {
         QFont font = QApplication::font();
         font.setBold(true);

@@ -7,6 +7,7 @@
 #include "KyField.h"
 #include "KyObjectModificationType.h"
 #include "KySignal.h"
+#include "KyType.h"
 
 #include <QAbstractItemModel>
 #include <QTimer>
@@ -22,6 +23,7 @@ struct KyAttributeNode;
 struct KyAttributeTarget;
 
 Q_DECLARE_METATYPE(KyField)
+Q_DECLARE_METATYPE(const KyType*)
 
 /// The attributes of any object as a tree of names and values, for Qt's item views: single values, containers with
 /// their elements, components and referenced objects with theirs. Rows below others are made when a view asks for them,
@@ -40,8 +42,10 @@ class KYAPPLICATION_EXPORT KyQAttributeModel : public QAbstractItemModel, public
     Q_OBJECT
 
 public:
+    /// Attribute names, and their values.
     enum Column { eNameColumn, eValueColumn, eNbColumns };
 
+    /// What a cell tells beside Qt's own roles.
     enum Role {
         /// The value as a KyField; to be read and set.
         eFieldRole = Qt::UserRole + 1,
@@ -49,7 +53,9 @@ public:
         /// the undo stack; the negative number takes its changes back; 0 ends it.
         eEditingRole,
         /// Whether the row stands for a category.
-        eCategoryRole
+        eCategoryRole,
+        /// The class of the objects that the row refers to, a `const KyType*`; null for one that refers to none.
+        eObjectTypeRole
     };
 
     /// Bits.
@@ -64,8 +70,10 @@ public:
         eReadOnly = 16
     };
 
+    /// Elements shown of one container; those beyond are left out.
     static constexpr int cMaxNbElements = 10000;
 
+    /// The parent owns it.
     explicit KyQAttributeModel(QObject* parent = nullptr);
     ~KyQAttributeModel() override;
 
@@ -73,8 +81,11 @@ public:
     void setObject(KyObject* object);
     /// Null when there is none or it has ended.
     KyObject* getObject() const;
+    /// @{
+    /// Bits of Option.
     void setOptions(int options);
     int getOptions() const { return mOptions; }
+    /// @}
     /// Not owned, it must outlive the model; null stops keeping changes.
     void setUndoStack(QUndoStack* undoStack) { mUndoStack = undoStack; }
     /// While it does not listen, objects pay nothing for being shown; listening again brings all up to date.
@@ -108,6 +119,7 @@ private:
     QModelIndex indexOf(const KyAttributeNode& node, int column = eNameColumn) const;
     bool readValue(KyAttributeNode& node, KyField& value) const;
     bool isWritable(const KyAttributeNode& node) const;
+    static const KyType* getObjectType(const KyAttributeNode& node);
     QString getName(const KyAttributeNode& node) const;
     QString getValueText(KyAttributeNode& node) const;
     QVariant getValueData(KyAttributeNode& node, int role) const;

@@ -5,6 +5,7 @@
 #include "KyQAttributeModel.h"
 #include "KyQFieldEditor.h"
 
+#include <QApplication>
 #include <QKeyEvent>
 #include <QPointer>
 
@@ -29,13 +30,22 @@ void KyQAttributeView::keyPressEvent(QKeyEvent* event) {
     const bool isFree = value.isValid() && state() != EditingState;
     const bool isEdit = event->key() == Qt::Key_F2 || event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (isFree && isEdit && (value.flags() & Qt::ItemIsEditable)) {
-        setCurrentIndex(value);
-        edit(value);
+        editCurrent();
+    } else if (event->key() == Qt::Key_Escape) {
+        event->ignore();
     } else if (isFree && event->key() == Qt::Key_Space && (value.flags() & Qt::ItemIsUserCheckable)) {
         toggle(value);
     } else {
         QTreeView::keyPressEvent(event);
     }
+}
+
+void KyQAttributeView::editCurrent() {
+    const QModelIndex value = findValue(currentIndex());
+    if (state() == EditingState || !value.isValid() || !(value.flags() & Qt::ItemIsEditable))
+        return;
+    setCurrentIndex(value);
+    edit(value);
 }
 
 void KyQAttributeView::toggle(const QModelIndex& index) {
@@ -47,7 +57,11 @@ void KyQAttributeView::toggle(const QModelIndex& index) {
 void KyQAttributeView::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
     const bool isForward = hint == QAbstractItemDelegate::EditNextItem;
     const bool isOn = isForward || hint == QAbstractItemDelegate::EditPreviousItem;
+    const bool hadFocus = editor && editor->isAncestorOf(QApplication::focusWidget());
     QTreeView::closeEditor(editor, isOn ? QAbstractItemDelegate::NoHint : hint);
+    // The view's own way takes it back from an editor, but not from its parts.
+    if (hadFocus)
+        setFocus();
     if (isOn)
         editFrom(currentIndex(), isForward);
 }

@@ -14,6 +14,8 @@ public:
 
     /// Writes what is being typed and closes the editor.
     void endEditing();
+    /// Opens the editor of the current row's value; nothing where there is none or one is open already.
+    void editCurrent();
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;

@@ -15,7 +15,6 @@ KyQColorEditor::KyQColorEditor(QWidget* parent)
     : KyQTextEditor(parent)
     , mSwatch(new QToolButton) {
     mSwatch->setObjectName(QStringLiteral("mSwatch"));
-    mSwatch->setToolTip(tr("Choose a colour"));
     connect(mSwatch, &QToolButton::clicked, this, &KyQColorEditor::openDialog);
     connect(&editLine(), &QLineEdit::textEdited, this, [this] { mChosen.clear(); });
     addButton(mSwatch);
@@ -35,6 +34,11 @@ void KyQColorEditor::showField(const KyField& field) {
     if (const KyColor* color = field.get<KyColor>())
         pixmap.fill(KyApplication::toQColor(*color));
     mSwatch->setIcon(QIcon(pixmap));
+}
+
+void KyQColorEditor::updateTranslations() {
+    mSwatch->setToolTip(tr("Choose a colour"));
+    KyQTextEditor::updateTranslations();
 }
 
 void KyQColorEditor::openDialog() {

@@ -19,6 +19,7 @@ public:
 
 protected:
     void showField(const KyField& field) override;
+    void updateTranslations() override;
 
 private:
     void openDialog();

@@ -4,6 +4,7 @@
 
 #include "KyQAttributeModel.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -15,6 +16,10 @@ namespace {
 int makeSession() {
     static int count = 0;
     return ++count;
+}
+
+QString getButtonKey() {
+    return QKeySequence(static_cast<int>(Qt::ALT) + static_cast<int>(Qt::Key_Down)).toString(QKeySequence::NativeText);
 }
 
 bool isUndoKey(const QKeyEvent& event) {
@@ -69,6 +74,30 @@ void KyQFieldEditor::revert() {
         mModel->setData(mIndex, -mSession, KyQAttributeModel::eEditingRole);
 }
 
+void KyQFieldEditor::setLabel(const QString& label) {
+    mLabel = label;
+    updateTranslations();
+}
+
+void KyQFieldEditor::updateTranslations() {
+    const int nbParts = static_cast<int>(mParts.size());
+    for (int i = 0; i < nbParts; ++i) {
+        QWidget& part = *mParts[static_cast<std::size_t>(i)];
+        part.setAccessibleName(nbParts == 1 ? mLabel : tr("%1, %2 of %3").arg(mLabel).arg(i + 1).arg(nbParts));
+        part.setAccessibleDescription(tr("Return writes, Escape takes back, Tab goes on."));
+    }
+    if (!mButton)
+        return;
+    mButton->setAccessibleName(mButton->toolTip());
+    mButton->setToolTip(QStringLiteral("%1 (%2)").arg(mButton->toolTip(), getButtonKey()));
+}
+
+void KyQFieldEditor::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::LanguageChange)
+        updateTranslations();
+    QWidget::changeEvent(event);
+}
+
 void KyQFieldEditor::addPart(QWidget* part, int stretch) {
     mLayout->addWidget(part, stretch);
     part->installEventFilter(this);
@@ -77,9 +106,10 @@ void KyQFieldEditor::addPart(QWidget* part, int stretch) {
         setFocusProxy(part);
 }
 
-void KyQFieldEditor::addButton(QWidget* button) {
+void KyQFieldEditor::addButton(QAbstractButton* button) {
     mLayout->addWidget(button);
     button->setFocusPolicy(Qt::NoFocus);
+    mButton = button;
 }
 
 void KyQFieldEditor::commitNow() {
@@ -118,6 +148,10 @@ bool KyQFieldEditor::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() != QEvent::KeyPress)
         return QWidget::eventFilter(watched, event);
     const auto* pressed = static_cast<QKeyEvent*>(event);
+    if (mButton && pressed->key() == Qt::Key_Down && (pressed->modifiers() & Qt::AltModifier)) {
+        mButton->click();
+        return true;
+    }
     const bool isTab = pressed->key() == Qt::Key_Tab;
     const bool isBacktab = pressed->key() == Qt::Key_Backtab;
     if ((isTab || isBacktab) && focusPart(watched, isTab ? 1 : -1))

@@ -12,6 +12,7 @@
 
 #include <vector>
 
+class QAbstractButton;
 class QAbstractItemModel;
 class QHBoxLayout;
 
@@ -20,7 +21,7 @@ class QHBoxLayout;
 /// when the value is to be seen at once. Only what the user changed is written back.
 ///
 /// Tab goes from part to part and then to the next cell, Return and Tab write, Escape takes back all that the editor
-/// has written.
+/// has written, Alt+Down presses the button.
 ///
 /// ```
 /// class LevelEditor : public KyQFieldEditor { /* a slider */ };
@@ -30,6 +31,7 @@ class KYAPPLICATION_EXPORT KyQFieldEditor : public QWidget {
     Q_OBJECT
 
 public:
+    /// The parent owns it.
     explicit KyQFieldEditor(QWidget* parent);
 
     /// Whether the editor can show that value; where it cannot, its text is edited.
@@ -45,23 +47,32 @@ public:
     void writeTo(QAbstractItemModel& model, const QModelIndex& index);
     /// Takes back what was written.
     void revert();
+    /// What the parts are called for those who do not see them; several are numbered.
+    void setLabel(const QString& label);
 
 Q_SIGNALS:
     /// The value is to be written while the editor stays.
     void committed(QWidget* editor);
 
 protected:
+    /// Puts the value into the widgets; the user is changing nothing.
     virtual void showField(const KyField& field) = 0;
     /// The attribute did not take what the user chose; what stands there is shown next.
     virtual void noteRefused(const KyField&) {}
 
     /// Adds a widget that takes part in Tab; the first has the focus first.
     void addPart(QWidget* part, int stretch = 1);
-    /// Adds a widget that the mouse alone reaches.
-    void addButton(QWidget* button);
+    /// Adds a button that Alt+Down presses; one at most. updateTranslations() gives it its tool tip.
+    void addButton(QAbstractButton* button);
+    /// Puts the texts of the parts into the language of now; called before the editor is shown and after each change
+    /// of the language. Overriders call this one last.
+    virtual void updateTranslations();
+    /// To be called by a derived class when the user changed something.
     void noteModified() { mIsModified = true; }
+    /// Sends committed() when there is something to write.
     void commitNow();
 
+    void changeEvent(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
@@ -71,6 +82,8 @@ private:
 
     QHBoxLayout* mLayout;
     std::vector<QWidget*> mParts;
+    QAbstractButton* mButton = nullptr;
+    QString mLabel;
     QPointer<QAbstractItemModel> mModel;
     QPersistentModelIndex mIndex;
     int mSession;

@@ -6,6 +6,8 @@
 #include "KyPublishedObjects_p.h"
 #include "KyQtText.h"
 
+#include "KyType.h"
+
 #include <QComboBox>
 
 #include <algorithm>
@@ -27,8 +29,13 @@ bool KyQReferenceEditor::getField(KyField& field) const {
 }
 
 void KyQReferenceEditor::add(KyObject* object) {
-    mNames->addItem(KyApplication::toQString(KyFieldText::describe(object)));
+    mNames->addItem(object ? KyApplication::toQString(KyFieldText::describe(object)) : tr("none"));
     mObjects.emplace_back(object);
+}
+
+bool KyQReferenceEditor::isOffered(KyObject* object) const {
+    const bool isOfType = !mType || object->getObjectType()->isA(*mType);
+    return isOfType && std::ranges::find(mRefused, KyObjectReference(object)) == mRefused.end();
 }
 
 void KyQReferenceEditor::showField(const KyField& field) {
@@ -37,12 +44,18 @@ void KyQReferenceEditor::showField(const KyField& field) {
     mObjects.clear();
     add(nullptr);
     for (const auto& [name, object] : KyPublishedObjects::list())
-        if (object == present || std::ranges::find(mRefused, KyObjectReference(object)) == mRefused.end())
+        if (object == present || isOffered(object))
             add(object);
     const auto isPresent = [&](const KyObjectReference& object) { return object.get() == present; };
     if (std::ranges::none_of(mObjects, isPresent))
         add(present);
     mNames->setCurrentIndex(static_cast<int>(std::ranges::find_if(mObjects, isPresent) - mObjects.begin()));
+}
+
+void KyQReferenceEditor::updateTranslations() {
+    if (mNames->count() > 0)
+        mNames->setItemText(0, tr("none"));
+    KyQFieldEditor::updateTranslations();
 }
 
 void KyQReferenceEditor::noteRefused(const KyField& field) {

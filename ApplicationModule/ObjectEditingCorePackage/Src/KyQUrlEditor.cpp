@@ -10,13 +10,19 @@
 #include <QToolButton>
 
 KyQUrlEditor::KyQUrlEditor(QWidget* parent)
-    : KyQTextEditor(parent) {
-    auto* button = new QToolButton;
-    button->setObjectName(QStringLiteral("mFileButton"));
-    button->setText(QStringLiteral("..."));
-    button->setToolTip(tr("Choose a file"));
-    connect(button, &QToolButton::clicked, this, &KyQUrlEditor::chooseFile);
-    addButton(button);
+    : KyQTextEditor(parent)
+    , mButton(new QToolButton) {
+    mButton->setObjectName(QStringLiteral("mFileButton"));
+    mButton->setText(QStringLiteral("..."));
+    connect(mButton, &QToolButton::clicked, this, &KyQUrlEditor::chooseFile);
+    addButton(mButton);
+}
+
+void KyQUrlEditor::updateTranslations() {
+    mButton->setToolTip(tr("Choose a file"));
+    if (mDialog)
+        mDialog->setWindowTitle(tr("Choose a file"));
+    KyQTextEditor::updateTranslations();
 }
 
 // The dialog is a child, so that the editor stays while it has the focus.

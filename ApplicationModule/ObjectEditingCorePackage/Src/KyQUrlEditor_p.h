@@ -5,6 +5,7 @@
 #include "KyQTextEditor_p.h"
 
 class QFileDialog;
+class QToolButton;
 
 /// A URL as text, with a button that chooses a file.
 class KyQUrlEditor : public KyQTextEditor {
@@ -13,9 +14,13 @@ class KyQUrlEditor : public KyQTextEditor {
 public:
     explicit KyQUrlEditor(QWidget* parent);
 
+protected:
+    void updateTranslations() override;
+
 private:
     void chooseFile();
     void takeFile(const QString& path);
 
+    QToolButton* mButton;
     QPointer<QFileDialog> mDialog;
 };

@@ -63,6 +63,7 @@ public:
     /// An empty field when there is none.
     KyField getParameter(const std::string& name) const;
     bool hasParameter(std::string_view name) const { return mParameters.contains(name); }
+    /// Those set now.
     unsigned getNbParameters() const { return static_cast<unsigned>(mParameters.size()); }
     /// In the order of the alphabet; empty when out of range.
     const std::string& getParameterName(unsigned index) const;

@@ -12,6 +12,7 @@
 #include "KyQuat.h"
 
 #include <QAbstractSpinBox>
+#include <QAction>
 #include <QApplication>
 #include <QColorDialog>
 #include <QComboBox>
@@ -267,10 +268,7 @@ TEST_F(KyQAttributeEditorTest, OffersWhatWasPublishedBeforeAndByLaterEngines) {
     KyScriptEngine::get().bindInstance(&kit, "kit");
     KyScriptEngine::get().bindInstance(&late, "late");
     auto* names = edit("Partner")->findChild<QComboBox*>();
-    ASSERT_EQ(names->count(), 3);
-    press(Qt::Key_Down);
-    EXPECT_EQ(mLamp.mPartner, nullptr) << "a kit is refused";
-    EXPECT_EQ(names->count(), 2) << "and not offered again";
+    ASSERT_EQ(names->count(), 2) << "a kit is no lamp";
     press(Qt::Key_Down);
     EXPECT_EQ(mLamp.mPartner, &late);
 }
@@ -435,3 +433,43 @@ TEST_F(KyQAttributeEditorTest, TakesEditorsOfHosts) {
 }
 
 } // namespace
+
+TEST_F(KyQAttributeEditorTest, TellsThoseWhoDoNotSeeWhatTheyEditAndOpensDialogsByKey) {
+    const std::pair<const char*, QStringList> rows[] = {{"Power", {"Power"}},
+                                                        {"Position", {"Position, 1 of 3", "Position, 2 of 3"}},
+                                                        {"Tint", {"Tint"}},
+                                                        {"Mode", {"Mode"}}};
+    for (const auto& [row, names] : rows) {
+        ASSERT_TRUE(edit(row)) << row;
+        for (const QString& name : names) {
+            EXPECT_EQ(QApplication::focusWidget()->accessibleName(), name) << row;
+            EXPECT_FALSE(QApplication::focusWidget()->accessibleDescription().isEmpty()) << row;
+            if (name != names.back())
+                press(Qt::Key_Tab);
+        }
+        press(Qt::Key_Escape);
+    }
+    auto* const button = edit("Tint")->findChild<QToolButton*>("mSwatch");
+    EXPECT_EQ(button->accessibleName(), "Choose a colour");
+    EXPECT_EQ(button->toolTip(), "Choose a colour (Alt+Down)");
+    EXPECT_FALSE(findEditor()->findChild<QColorDialog*>());
+    press(Qt::Key_Down, Qt::AltModifier);
+    EXPECT_TRUE(findEditor()->findChild<QColorDialog*>());
+}
+
+TEST_F(KyQAttributeEditorTest, ShowsInItsMenuWhatCanBeUndone) {
+    QAction* const undo = mEditor.editView()->actions().value(1);
+    EXPECT_EQ(undo->text(), "&Undo");
+    EXPECT_FALSE(undo->isEnabled());
+    edit("Power");
+    type("7");
+    press(Qt::Key_Return);
+    EXPECT_EQ(undo->text(), "&Undo the change of Power");
+    undo->trigger();
+    EXPECT_EQ(mEditor.editView()->actions().value(2)->text(), "&Redo the change of Power");
+    mEditor.setOptions(KyQAttributeEditor::eInspection);
+    EXPECT_FALSE(undo->isVisible()) << "nothing can be changed";
+    mEditor.editView()->setFocus();
+    press(Qt::Key_Escape);
+    EXPECT_FALSE(mEditor.isVisible());
+}

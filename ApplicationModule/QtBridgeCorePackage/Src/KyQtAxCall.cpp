@@ -19,12 +19,16 @@ std::optional<QVariantList> kyReadAxParameters(const luabind::argument& paramete
     const int size = static_cast<int>(lua_objlen(state, table));
     for (int i = 1; i <= size; ++i) {
         lua_rawgeti(state, table, i);
-        list.append(luaToQVariant(state, lua_gettop(state)));
+        bool isTooLong = false;
+        list.append(luaToQVariant(state, lua_gettop(state), &isTooLong));
         lua_pop(state, 1);
         if (list.back().isValid())
             continue;
-        kyReportQtNumber(QT_TRANSLATE_NOOP("KyQtLuaBinding", "QAxWidget::dynamicCall : unknown type of parameter %1"),
-                         i);
+        kyReportQtNumber(
+            isTooLong
+                ? QT_TRANSLATE_NOOP("KyQtLuaBinding", "QAxWidget::dynamicCall : parameter %1 holds too many values")
+                : QT_TRANSLATE_NOOP("KyQtLuaBinding", "QAxWidget::dynamicCall : unknown type of parameter %1"),
+            i);
         return {};
     }
     return list;

@@ -20,3 +20,8 @@ inline int kyGetQtLimit(const QString& property) {
 /// Builds the widgets of a form file, which is relative to the directory like the images in it. What is wrong goes to
 /// the engine's output; null when nothing could be built.
 QWidget* kyLoadQtForm(const QString& file, const QString& directory, QWidget* parent);
+
+/// Tells the engine's output why there is no form.
+void kyReportQtForm(const QString& file, const QString& error);
+/// Tells it what a form that is there has to do without: a warning, no error.
+void kyWarnOfQtForm(const QString& file, const QString& text);

@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The KyApplication authors
 // SPDX-License-Identifier: MIT
-#include "KyQtLuaClass_p.h"
-#include "KyQtLuaVariant_p.h"
+#include "KyQtArgument_p.h"
 #include "KyQtTypes_p.h"
 
 #include <QComboBox>
@@ -23,13 +22,10 @@ luabind::scope makeListWidget() {
 
 /// What an entry carries.
 QVariant readData(const argument& data) {
-    lua_State* state = data.interpreter();
-    data.push(state);
-    const luabind::detail::stack_pop pop(state, 1);
-    const QVariant value = luaToQVariant(state, lua_gettop(state));
-    if (!value.isValid() && !lua_isnil(state, -1))
+    const KyQtArgument read(data);
+    if (!read.isGood())
         throw KyScriptError("this value cannot be kept by an item");
-    return value;
+    return read.getValue();
 }
 
 void removeItem(QComboBox& box, int index) {

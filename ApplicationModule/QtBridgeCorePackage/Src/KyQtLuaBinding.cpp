@@ -19,6 +19,7 @@
 #include <map>
 
 std::string KyQtLuaBinding::msDataPath;
+bool KyQtLuaBinding::msIsWarning = false;
 
 namespace {
 

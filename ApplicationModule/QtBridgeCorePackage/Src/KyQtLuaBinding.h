@@ -9,6 +9,7 @@
 class KyLuaBinder;
 class KyScriptEngine;
 class QObject;
+class QString;
 class QWidget;
 
 /// The Qt classes of scripts: they load forms, find widgets in them and read and set their state, react to signals, and
@@ -48,6 +49,13 @@ public:
     static void cpp_to_lua(KyLuaBinder& binder, QObject* object);
     static void cpp_to_lua(KyLuaBinder& binder, QWidget* widget);
 
+    /// Whether what the engine's output is being told is no error of a script but a warning: there is a form, though
+    /// without the parts that the text names. For the print callback.
+    static bool isWarning() { return msIsWarning; }
+
 private:
+    friend void kyWarnOfQtForm(const QString& file, const QString& text);
+
     static std::string msDataPath;
+    static bool msIsWarning;
 };

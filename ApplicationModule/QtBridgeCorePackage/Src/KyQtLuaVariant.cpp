@@ -33,7 +33,6 @@
 namespace {
 
 constexpr int cMaxDepth = 32;
-constexpr int cMaxValues = 100000;
 
 /// How far the reading of one value has got. A table that stands in several places counts in each.
 struct Progress {
@@ -160,7 +159,7 @@ QVariant readObject(lua_State* state, int index) {
 }
 
 QVariant read(lua_State* state, int index, Progress& progress) {
-    if (++progress.nbValues > cMaxValues)
+    if (++progress.nbValues > cMaxQtValues)
         return {};
     switch (lua_type(state, index)) {
     case LUA_TBOOLEAN:
@@ -302,9 +301,12 @@ QString translate(const char* text) {
 
 } // namespace
 
-QVariant luaToQVariant(lua_State* state, int index) {
+QVariant luaToQVariant(lua_State* state, int index, bool* isTooLong) {
     Progress progress;
-    return read(state, index, progress);
+    QVariant value = read(state, index, progress);
+    if (isTooLong)
+        *isTooLong = progress.nbValues > cMaxQtValues;
+    return value;
 }
 
 void pushQVariantToLuaStack(lua_State* state, const QVariant& value) {

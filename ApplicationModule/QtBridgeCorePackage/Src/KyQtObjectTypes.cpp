@@ -1,9 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The KyApplication authors
 // SPDX-License-Identifier: MIT
+#include "KyQtArgument_p.h"
 #include "KyQtForm_p.h"
 #include "KyQtLifetime_p.h"
-#include "KyQtLuaClass_p.h"
-#include "KyQtLuaVariant_p.h"
 #include "KyQtTypes_p.h"
 
 #include <QAction>
@@ -44,17 +43,14 @@ QString getProperty(QObject& object, const QString& name) {
 }
 
 bool setProperty(QObject& object, const QString& name, const argument& value) {
-    lua_State* state = value.interpreter();
-    value.push(state);
-    const luabind::detail::stack_pop pop(state, 1);
-    const QVariant variant = luaToQVariant(state, lua_gettop(state));
+    const KyQtArgument read(value);
+    const QVariant& variant = read.getValue();
     const int limit = kyGetQtLimit(name);
     const bool isOfClass = object.metaObject()->indexOfProperty(name.toUtf8().constData()) >= 0;
     if (limit > 0 && isOfClass && variant.toDouble() > limit)
         throw KyScriptError(name.toStdString() + " out of range");
-    if (!variant.isValid() && !lua_isnil(state, -1)) {
-        kyReportQt(QT_TRANSLATE_NOOP("KyQtLuaBinding", "QObject::setProperty : unknown type of value "),
-                   kyDescribeLuaValue(state, lua_gettop(state)));
+    if (!read.isGood()) {
+        read.refuse(QT_TRANSLATE_NOOP("KyQtLuaBinding", "QObject::setProperty : unknown type of value "));
         return false;
     }
     return object.setProperty(name.toUtf8().constData(), variant);

@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The KyApplication authors
 // SPDX-License-Identifier: MIT
-#include "KyQtLuaClass_p.h"
-#include "KyQtLuaVariant_p.h"
+#include "KyQtArgument_p.h"
 #include "KyQtTypes_p.h"
 
 #include <QDir>
@@ -71,15 +70,11 @@ bool isStorable(const QVariant& stored) {
 
 void setValue(Settings& settings, const QString& key, const argument& given) {
     checkKey(key);
-    lua_State* state = given.interpreter();
-    given.push(state);
-    const luabind::detail::stack_pop pop(state, 1);
-    const QVariant variant = luaToQVariant(state, lua_gettop(state));
-    if (isStorable(variant))
-        edit(settings).setValue(key, variant);
+    const KyQtArgument read(given);
+    if (isStorable(read.getValue()))
+        edit(settings).setValue(key, read.getValue());
     else
-        kyReportQt(QT_TRANSLATE_NOOP("KyQtLuaBinding", "QSettings::setValue : unknown type of value "),
-                   kyDescribeLuaValue(state, lua_gettop(state)));
+        read.refuse(QT_TRANSLATE_NOOP("KyQtLuaBinding", "QSettings::setValue : unknown type of value "));
 }
 
 /// Files hold texts only, and forget about lists of one entry or none.
@@ -114,10 +109,7 @@ QVariant getValue(Settings& settings, const QString& key) {
 
 QVariant getValueOr(Settings& settings, const QString& key, const argument& fallback) {
     checkKey(key);
-    lua_State* state = fallback.interpreter();
-    fallback.push(state);
-    const luabind::detail::stack_pop pop(state, 1);
-    const QVariant wanted = luaToQVariant(state, lua_gettop(state));
+    const QVariant wanted = KyQtArgument(fallback).getValue();
     return edit(settings).contains(key) ? toKindOf(wanted, edit(settings).value(key)) : wanted;
 }
 

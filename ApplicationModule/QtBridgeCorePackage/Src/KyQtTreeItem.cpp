@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "KyQtTreeItem_p.h"
 
+#include "KyQtLifetime_p.h"
 #include "KyQtTreeItemEnd_p.h"
 
 #include <QPersistentModelIndex>
@@ -23,6 +24,11 @@ public:
     static constexpr QModelIndex (QTreeWidget::*cToIndex)(const QTreeWidgetItem*,
                                                           int) const = &TreeAccess::indexFromItem;
 };
+
+/// What the script has deleted may stay for a while.
+bool isEnding(const QTreeWidget* tree) {
+    return tree && KyQtLifetime::isEnding(*tree);
+}
 
 } // namespace
 
@@ -87,8 +93,8 @@ void KyQtTreeItem::State::becomeOwn(const KyQtOwnTreeItem& item) {
 
 QTreeWidgetItem* KyQtTreeItem::State::find() const {
     if (own)
-        return *own;
-    if (!tree)
+        return *own && !isEnding((*own)->treeWidget()) ? *own : nullptr;
+    if (!tree || isEnding(tree))
         return nullptr;
     if (isRoot)
         return tree->invisibleRootItem();

@@ -3,14 +3,15 @@
 #include "KyQtLuaClass_p.h"
 #include "KyQtLuaVariant_p.h"
 #include "KyQtTypes_p.h"
+#include "KyQtWebView_p.h"
 
 #include <QUrl>
 #include <QWidget>
 
 namespace {
 
-/// Stands for the browser widget, which is known by its name and its properties alone: hosts have it or not, and what
-/// it brings along is too much to be loaded everywhere.
+/// Stands for the browser widget, which is known by its name and its properties alone: builds have it or not, and a
+/// host may bring its own.
 class WebView : public QWidget {};
 
 constexpr char cClassName[] = "QWebView";
@@ -39,9 +40,9 @@ QObject* toView(QObject* object) {
     return object && object->inherits(cClassName) ? object : nullptr;
 }
 
-/// Where no browser is known, a plain widget takes its place, whose methods report.
+/// Where no browser is known, the methods report.
 QObject* makeView(QWidget* parent) {
-    return new QWidget(parent);
+    return kyMakeQtWebView(parent);
 }
 
 } // namespace

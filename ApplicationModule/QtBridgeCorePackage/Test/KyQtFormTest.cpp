@@ -24,6 +24,8 @@ protected:
     static QByteArray makeGridItem(const QByteArray& place) {
         return makeForm("<layout class='QGridLayout'><item " + place + "><widget class='QLabel'/></item></layout>");
     }
+
+    static inline int msNbWarnings = 0;
 };
 
 TEST_F(KyQtFormTest, AFormIsBuiltBelowItsParent) {
@@ -93,21 +95,28 @@ TEST_F(KyQtFormTest, BrokenFormsAreReported) {
     }
 }
 
-TEST_F(KyQtFormTest, WhatIsLeftOutIsReported) {
+TEST_F(KyQtFormTest, WhatIsLeftOutIsAWarningSaidOnce) {
+    KyScriptEngine::setPrintCallback([](const std::string& message) {
+        msOutput += message;
+        msNbWarnings += KyQtLuaBinding::isWarning() ? 1 : 1000;
+    });
     const QByteArray buddy = "<property name='buddy'><cstring>none</cstring></property>";
     const std::pair<QByteArray, const char*> rows[] = {
         {"<widget class='QScrollArea'><widget class='QWidget'><widget class='QLabel'>" + buddy +
              "</widget></widget><widget class='QWidget' name='second'/></widget>",
          "no place for widget second"},
         {"<widget class='MyThing' name='x'/>", "MyThing"},
+        {"<layout class='QVBoxLayout'><item><widget class='MyThing' name='x'/></item></layout>", "MyThing"},
         {"<layout class='QVBoxLayout'><item><layout class='Nonsense'/></item></layout>", "Nonsense"},
         {"<layout class='QGridLayout' rowstretch='x'><item row='0' column='0'><widget class='QLabel'/></item></layout>",
          "loadUi : a.ui : "},
     };
     for (const auto& [content, report] : rows) {
         write("a.ui", makeForm(content));
+        msNbWarnings = 0;
         expectOutput({{"form = loadUi('a.ui')", report}});
         EXPECT_EQ(eval("form"), "QWidget(form)");
+        EXPECT_EQ(msNbWarnings, 1) << msOutput;
         expectRuns("form:show() deleteQObject(form)");
     }
 }

@@ -118,6 +118,19 @@ TEST_F(KyQtTreeTest, SignalsMayTakeItemsAway) {
     }
 }
 
+TEST_F(KyQtTreeTest, ItemsOfATreeThatASignalEndedAreGone) {
+    auto* tree = new QTreeWidget;
+    tree->addTopLevelItem(new CountedItem);
+    publish("tree", tree);
+    expectRuns("root = tree:invisibleRootItem() item, own = root:child(0), QTreeWidgetItem() item:addChild(own) "
+               "connect(tree, 'itemChanged', function() deleteQObject(tree) log = '' "
+               "for _, i in ipairs {root, item, own} do log = log .. tostring((pcall(i.text, i, 0))) end end)");
+    tree->topLevelItem(0)->setText(0, "x");
+    EXPECT_EQ(eval("log"), "falsefalsefalse");
+    finishDeletions();
+    EXPECT_EQ(CountedItem::msCount, 0);
+}
+
 TEST_F(KyQtTreeTest, LongChainsEndInTime) {
     QElapsedTimer timer;
     timer.start();

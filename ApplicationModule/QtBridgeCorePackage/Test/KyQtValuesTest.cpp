@@ -53,7 +53,9 @@ TEST_F(KyQtValuesTest, SettingsComeBackInTheKindOfTheDefault) {
                   {"s:setValue('f', {QWidget()})", "unknown type of value table: table: "},
                   {"s:setValue('f', {1, x = 2})", "unknown type of value"},
                   {"t = {} t[1] = t s:setValue('f', t)", "unknown type of value"},
-                  {"t = {} for i = 1, 30 do t = {t, t} end s:setValue('f', t)", "unknown type of value"}});
+                  {"t = {} for i = 1, 30 do t = {t, t} end s:setValue('f', t)",
+                   "QSettings::setValue : the value holds more than 100000 values"},
+                  {"s:setValue('f', {('x'):rep(10), print})", "unknown type of value table"}});
 }
 
 TEST_F(KyQtValuesTest, ValuesSurviveAPropertyOfTheToolkit) {
