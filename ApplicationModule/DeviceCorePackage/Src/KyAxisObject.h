@@ -13,6 +13,7 @@
 ///     turn(stick.Value)
 class KYAPPLICATION_EXPORT KyAxisObject : public KyChannelObject {
 public:
+    /// What the object stands for.
     using Channel = KyDeviceAxisChannel;
 
     static const KyType* getType();
@@ -21,6 +22,7 @@ public:
     static void finalizeType();
     const KyType* getObjectType() const override;
 
+    /// The channel belongs to its device; the object is invalid once it is gone.
     explicit KyAxisObject(Channel& channel)
         : KyChannelObject(channel) {}
 

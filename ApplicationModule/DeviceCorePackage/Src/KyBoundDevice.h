@@ -8,6 +8,7 @@
 class KYAPPLICATION_EXPORT KyBoundDevice : public KyDevice {
 public:
     KyBoundDevice() = default;
+    /// Holds the same device: one more reference to it.
     KyBoundDevice(const KyBoundDevice& other);
     /// The window stays.
     KyBoundDevice& operator=(const KyBoundDevice& other);

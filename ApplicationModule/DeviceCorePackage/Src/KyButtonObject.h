@@ -10,6 +10,7 @@
 ///     if fire.Value ~= 0 and fire.PreviousValue == 0 then shoot() end
 class KYAPPLICATION_EXPORT KyButtonObject : public KyChannelObject {
 public:
+    /// What the object stands for.
     using Channel = KyDeviceButtonChannel;
 
     static const KyType* getType();
@@ -18,6 +19,7 @@ public:
     static void finalizeType();
     const KyType* getObjectType() const override;
 
+    /// The channel belongs to its device; the object is invalid once it is gone.
     explicit KyButtonObject(Channel& channel)
         : KyChannelObject(channel) {}
 

@@ -26,6 +26,7 @@ public:
 
     /// The channel's; empty when it is gone.
     const std::string& getName() const override;
+    /// False once the device, and the channel with it, is gone.
     bool isValid() const { return editChannel() != nullptr; }
     /// Null when it is gone.
     KyDeviceChannel* editChannel() const { return mChannel.get(); }
@@ -34,6 +35,7 @@ public:
 
 protected:
     KyChannelObject() = default;
+    /// Watches the channel, which is not owned.
     explicit KyChannelObject(KyDeviceChannel& channel)
         : mChannel(channel) {}
     /// For those that own their channel.

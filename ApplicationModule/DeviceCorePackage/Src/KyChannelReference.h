@@ -9,6 +9,7 @@ class KyDeviceChannel;
 
 /// Where a channel is now; null once it is gone. The channel keeps it up to date.
 struct KyChannelCell {
+    /// Null once the channel is gone.
     const KyDeviceChannel* channel = nullptr;
 };
 

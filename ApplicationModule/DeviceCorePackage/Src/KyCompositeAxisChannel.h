@@ -27,6 +27,7 @@ public:
     /// `value` times this axis's step factor, while or when the action takes place.
     void insertMappedButton(const KyDeviceButtonChannel& button, KyButtonAction action, float value, unsigned operation,
                             int position = -1);
+    /// A value of its own as a source, in place of a channel.
     void insertConstant(unsigned operation, float value, int position = -1);
     /// 0 to 1 onto minimum to maximum, going on beyond both.
     float mapNormalizedValueToAxis(float value) const { return (getMaximum() - getMinimum()) * value + getMinimum(); }

@@ -31,10 +31,16 @@ public:
 
     const KyCompositeSources* getSources() const override { return &mSources; }
 
+    /// False for what is no such channel, for one that is gone and for numbers that name no operation, here and below.
+    /// Position -1 is the end of the list.
     bool insertMappedAxis(KyObject* axis, int operation, int position = -1);
+    /// The button's action gives the value.
     bool insertMappedButton(KyObject* button, int action, float value, int operation, int position = -1);
+    /// A value of its own as a source.
     bool insertConstant(int operation, float value, int position = -1);
+    /// A KyButtonCondition that must hold; `expected` is the button's value. False as above.
     bool insertCondition(KyObject* button, int condition, int expected);
+    /// From 0 ... 1 to the range of the axis.
     float mapNormalizedValueToAxis(float value) const { return mComposite.mapNormalizedValueToAxis(value); }
     /// True when the axis is another than after the last update.
     bool update() { return mComposite.update(); }

@@ -19,8 +19,10 @@ class KYAPPLICATION_EXPORT KyCompositeButtonChannel : public KyDeviceButtonChann
 public:
     KyCompositeButtonChannel();
 
+    /// The button's action gives the value; position -1 is the end of the list.
     void insertMappedButton(const KyDeviceButtonChannel& button, KyButtonAction action, std::uint8_t value,
                             unsigned operation, int position = -1);
+    /// A value of its own as a source.
     void insertConstant(unsigned operation, std::uint8_t value, int position = -1);
 
     /// Computes anew from what the button holds; true when the value is another than after the last update.

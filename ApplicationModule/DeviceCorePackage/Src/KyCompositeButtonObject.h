@@ -27,8 +27,12 @@ public:
 
     const KyCompositeSources* getSources() const override { return &mSources; }
 
+    /// The button's action gives the value. False for what is no button, for one that is gone and for numbers that name
+    /// no operation, here and below. Position -1 is the end of the list.
     bool insertMappedButton(KyObject* button, int action, int value, int operation, int position = -1);
+    /// A value of its own as a source.
     bool insertConstant(int operation, int value, int position = -1);
+    /// A KyButtonCondition that must hold; `expected` is the button's value. False as above.
     bool insertCondition(KyObject* button, int condition, int expected);
     /// True when the button is another than after the last update.
     bool update() { return mComposite.update(); }

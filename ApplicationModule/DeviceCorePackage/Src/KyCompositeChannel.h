@@ -23,20 +23,26 @@
 /// as is one whose index is beyond its kind's list.
 class KYAPPLICATION_EXPORT KyCompositeChannel {
 public:
+    /// Which list a source's index counts in.
     enum SourceKind : std::uint32_t { eSourceAxis, eSourceButton, eSourceOrientation, eSourceConstant, eNbSourceKinds };
 
     virtual ~KyCompositeChannel();
 
     /// All conditions must hold; that of a button that is gone does not.
     void insertCondition(const KyDeviceButtonChannel& button, KyButtonCondition condition, std::uint8_t expected);
+    /// True when every condition holds, and without conditions.
     bool isConditionChecked() const { return mConditions.empty() || areConditionsFulfilled(); }
     /// The index alone, without an operation and a kind. Positions outside of the list are its end.
     void insertChannel(unsigned index, int position = -1);
 
 protected:
+    /// One entry of the composition: which channel or constant, and how it is combined with those before.
     struct Source {
+        /// The list that the index counts in.
         SourceKind kind;
+        /// A number of the operations of the channel's class.
         std::uint32_t operation;
+        /// Position in the list of its kind.
         std::uint32_t index;
     };
 
@@ -45,14 +51,17 @@ protected:
         Count() = default;
         Count(const Count&) = default;
         Count& operator=(const Count&) = default;
+        /// Leaves 0 behind.
         Count(Count&& other) noexcept
             : value(std::exchange(other.value, 0)) {}
+        /// Leaves 0 behind.
         Count& operator=(Count&& other) noexcept {
             value = other.value;
             other.value = 0;
             return *this;
         }
 
+        /// The number itself.
         std::size_t value = 0;
     };
 

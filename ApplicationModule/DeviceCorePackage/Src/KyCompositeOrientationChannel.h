@@ -33,6 +33,7 @@ public:
     /// The source's value when it is absolute, else its turn.
     void insertMappedOrientation(const KyDeviceOrientationChannel& orientation, KyOperation operation,
                                  int position = -1);
+    /// An orientation of its own as a source; position -1 is the end of the list.
     void insertConstant(unsigned operation, const KyQuat<float>& value, int position = -1);
     /// The range of the axis onto a full turn, 0 at its minimum; 0 where the range is empty.
     float mapChannelValueToAngle(const KyDeviceAxisChannel& axis) const;

@@ -27,10 +27,16 @@ public:
 
     const KyCompositeSources* getSources() const override { return &mSources; }
 
+    /// The axis turns about one component: 0 is x, 1 is y, 2 is z. False for what is no such channel, for one that is
+    /// gone and for numbers that name nothing, here and below. Position -1 is the end of the list.
     bool insertMappedAxis(KyObject* axis, int component, int operation, int position = -1);
+    /// The button's action turns by the angle (radians) about the component.
     bool insertMappedButton(KyObject* button, int action, float angle, int component, int operation, int position = -1);
+    /// The orientation of another channel.
     bool insertMappedOrientation(KyObject* orientation, int operation, int position = -1);
+    /// An orientation of its own as a source.
     bool insertConstant(int operation, const KyQuat<float>& value, int position = -1);
+    /// A KyButtonCondition that must hold; `expected` is the button's value. False as above.
     bool insertCondition(KyObject* button, int condition, int expected);
     /// 0 for what is no axis, or gone.
     float mapChannelValueToAngle(KyObject* axis) const;

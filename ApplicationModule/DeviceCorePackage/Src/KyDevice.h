@@ -50,16 +50,22 @@ public:
     /// What users read, "Unnamed" at first; the task has a name of its own.
     const std::string& getName() const { return mName; }
 
+    /// Channels of this kind; the driver sets how many there are, and so for the next two.
     unsigned getNbAxis() const { return static_cast<unsigned>(mAxes.size()); }
+    /// See getNbAxis.
     unsigned getNbButtons() const { return static_cast<unsigned>(mButtons.size()); }
+    /// See getNbAxis.
     unsigned getNbOrientations() const { return static_cast<unsigned>(mOrientations.size()); }
     /// The index must be below the number of such channels, here and in all that follows.
     const KyDeviceAxisChannel& getAxis(unsigned index) const { return mAxes[index]; }
     KyDeviceAxisChannel& editAxis(unsigned index) { return mAxes[index]; }
+    /// @{
+    /// The index must be below the number of such channels.
     const KyDeviceButtonChannel& getButton(unsigned index) const { return mButtons[index]; }
     KyDeviceButtonChannel& editButton(unsigned index) { return mButtons[index]; }
     const KyDeviceOrientationChannel& getOrientation(unsigned index) const { return mOrientations[index]; }
     KyDeviceOrientationChannel& editOrientation(unsigned index) { return mOrientations[index]; }
+    /// @}
 
     /// Ends the device, whoever holds it.
     virtual void destroy();
@@ -69,10 +75,14 @@ protected:
 
     /// New channels are at their defaults. References to channels follow; to those cut off they become null.
     void setNbAxis(unsigned nbAxis) { mAxes.resize(nbAxis); }
+    /// See setNbAxis.
     void setNbButtons(unsigned nbButtons) { mButtons.resize(nbButtons); }
+    /// See setNbAxis.
     void setNbOrientations(unsigned nbOrientations) { mOrientations.resize(nbOrientations); }
 
+    /// What users read.
     void setAxisName(unsigned index, const std::string& name) { mAxes[index].setName(name); }
+    /// Whether others than the driver may set the value.
     void setAxisAccessMode(unsigned index, KyAccessMode mode) { mAxes[index].setAccessMode(mode); }
     /// A position of an absolute axis, a step of a relative one.
     void setAxisValue(unsigned index, float value) { mAxes[index].setDeviceValue(value); }
@@ -81,11 +91,16 @@ protected:
     /// A position, whatever the axis is.
     void setAxisAbsoluteValue(unsigned index, float value) { mAxes[index].setAbsoluteValue(value); }
 
+    /// What users read.
     void setButtonName(unsigned index, const std::string& name) { mButtons[index].setName(name); }
+    /// Whether others than the driver may set the value.
     void setButtonAccessMode(unsigned index, KyAccessMode mode) { mButtons[index].setAccessMode(mode); }
+    /// The driver's reading: 0 is released.
     void setButtonValue(unsigned index, std::uint8_t value) { mButtons[index].setDeviceValue(value); }
 
+    /// What users read.
     void setOrientationName(unsigned index, const std::string& name) { mOrientations[index].setName(name); }
+    /// Whether others than the driver may set the value.
     void setOrientationAccessMode(unsigned index, KyAccessMode mode) { mOrientations[index].setAccessMode(mode); }
     /// An orientation of an absolute channel, a turn of a relative one.
     void setOrientationValue(unsigned index, const KyQuat<float>& value) { mOrientations[index].setDeviceValue(value); }

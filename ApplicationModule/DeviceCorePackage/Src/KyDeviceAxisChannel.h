@@ -22,6 +22,7 @@ class KYAPPLICATION_EXPORT KyDeviceAxisChannel : public KyDeviceChannel {
 public:
     /// The bounds of a position, -1 and 1. With a minimum above the maximum every position is the maximum.
     void setMinimum(float minimum) { mMinimum = minimum; }
+    /// See setMinimum.
     void setMaximum(float maximum) { mMaximum = maximum; }
     /// The way that one step of a relative axis goes, 0.1. With 0 it never moves and reads 0.
     void setStepFactor(float factor) { mStepFactor = factor; }
@@ -29,8 +30,11 @@ public:
     void setDeadZoneWidth(float width) { mDeadZoneWidth = width; }
     /// What is read in the dead zone, 0.
     void setDeadZoneValue(float value) { mDeadZoneValue = value; }
+    /// What happens to a position outside of the bounds.
     void setClampMode(KyAxisClampMode mode) { mClampMode = mode; }
+    /// Whether the driver's readings are positions.
     void setAbsolute(bool absolute) { mIsAbsolute = absolute; }
+    /// Whether the driver's readings are steps.
     void setRelative(bool relative) { mIsAbsolute = !relative; }
 
     float getMinimum() const { return mMinimum; }
@@ -57,21 +61,21 @@ protected:
             setDeltaValue(value);
     }
     /// A step, whatever the axis is.
-    void setDeltaValue(float value);
+    inline void setDeltaValue(float value);
     /// A position, whatever the axis is; a relative one reports the way to it in steps.
-    void setAbsoluteValue(float value);
+    inline void setAbsoluteValue(float value);
     float getAbsoluteValue() const { return mAbsoluteValue; }
     float getDeltaValue() const { return mDeltaValue; }
     /// The delta alone, without a movement.
     void overrideDeltaValue(float value) { mDeltaValue = value; }
 
 private:
-    void placeAt(float position);
-    void moveTo(float position);
-    float clamp(float position) const;
-    float applyDeadZone(float position) const;
+    inline void placeAt(float position);
+    inline void moveTo(float position);
+    inline float clamp(float position) const;
+    inline float applyDeadZone(float position) const;
     /// The line that takes `edge` to the value of the dead zone and leaves the bound where it is.
-    float stretch(float position, float bound, float edge) const;
+    inline float stretch(float position, float bound, float edge) const;
 
     static constexpr float cEpsilon = std::numeric_limits<float>::epsilon();
 

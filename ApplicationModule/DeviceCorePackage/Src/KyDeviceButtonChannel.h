@@ -10,6 +10,7 @@
 /// cycle, so that the value and the previous one differ in just the cycle of a change.
 class KYAPPLICATION_EXPORT KyDeviceButtonChannel : public KyDeviceChannel {
 public:
+    /// 0 is released.
     std::uint8_t getValue() const { return mValue; }
     /// The driver's reading before the last one.
     std::uint8_t getPreviousValue() const { return mPreviousValue; }

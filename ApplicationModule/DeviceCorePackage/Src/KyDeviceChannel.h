@@ -22,7 +22,9 @@ class KYAPPLICATION_EXPORT KyDeviceChannel {
 public:
     virtual ~KyDeviceChannel();
     KyDeviceChannel() = default;
+    /// Name, access mode and switch; references to the other one stay there.
     KyDeviceChannel(const KyDeviceChannel& other);
+    /// References to the other one follow.
     KyDeviceChannel(KyDeviceChannel&& other) noexcept;
     /// References to this channel stay.
     KyDeviceChannel& operator=(const KyDeviceChannel& other);
@@ -32,16 +34,20 @@ public:
     /// "No name" until the driver names it.
     const std::string& getName() const { return mName; }
     void setName(const std::string& name) { mName = name; }
+    /// Whether others than the driver may set the value.
     KyAccessMode getAccessMode() const { return mAccessMode; }
     /// Composite channels skip disabled sources.
     bool isEnabled() const { return mIsEnabled; }
     void setEnabled(bool enabled) { mIsEnabled = enabled; }
+    /// Lets composite channels use it.
     void enable() { setEnabled(true); }
+    /// Makes composite channels skip it.
     void disable() { setEnabled(false); }
 
 protected:
     friend class KyDevice;
 
+    /// The driver's decision.
     void setAccessMode(KyAccessMode mode) { mAccessMode = mode; }
 
 private:

@@ -36,6 +36,7 @@
 /// ```
 class KYAPPLICATION_EXPORT KyDeviceDriver {
 public:
+    /// What a client asks of a unit.
     using Parameters = KyDeviceManager::KyDeviceParameterVector;
 
     KyDeviceDriver() = default;
@@ -56,11 +57,15 @@ public:
     virtual ~KyDeviceDriver();
 
     void releaseDevice(const KyDevice* device) { releaseDevice(const_cast<KyDevice*>(device)); }
+    /// What users and log files call the driver.
     const std::string& getNameDeviceDriver() const { return mName; }
+    /// To be set by the driver's constructor.
     void setNameDeviceDriver(const std::string& name) { mName = name; }
     /// What the driver can be told, with its defaults.
     const KyFieldSet& getConfigurationFields() const { return mCompatibleConfigurationFields; }
+    /// Which fields of a configuration the driver knows.
     void setCompatibleConfigurationFields(const KyFieldSet& fields) { mCompatibleConfigurationFields = fields; }
+    /// Devices that the driver has made and that still live.
     unsigned getNbDevices() const { return static_cast<unsigned>(mDevices.size()); }
     /// Null when out of range.
     const KyDevice* getDevice(unsigned index) const;

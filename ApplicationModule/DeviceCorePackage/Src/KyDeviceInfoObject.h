@@ -23,6 +23,7 @@ public:
     static void finalizeType();
     const KyType* getObjectType() const override;
 
+    /// A copy of the entry as it is now.
     explicit KyDeviceInfoObject(KyDeviceManager::KyDeviceInfoStruct info)
         : mInfo(std::move(info)) {}
 

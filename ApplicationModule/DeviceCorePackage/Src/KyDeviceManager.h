@@ -39,8 +39,11 @@ public:
     struct KyDeviceInfoStruct {
         /// Manufacturer, one blank, product.
         std::string name;
+        /// The maker's number at the USB; 0 when it is not known.
         std::uint16_t vendorId = 0;
+        /// The product's number at the maker; 0 when it is not known.
         std::uint16_t productId = 0;
+        /// A number of DeviceType.
         std::int32_t deviceType = eOther;
         /// What the last applyDeviceFilter found.
         bool isSelected = false;
@@ -52,26 +55,35 @@ public:
         KyDevice* device = nullptr;
         /// Which unit it is: what opens it, and its serial number where it has one.
         std::string path;
+        /// The unit's serial number; empty when it tells none.
         std::string serial;
         /// False once rescanDevices found an entry in use without its unit.
         bool isPresent = true;
     };
+    /// All units, in the order in which they were found.
     using KyDeviceInfoVector = std::vector<KyDeviceInfoStruct>;
 
     /// What a client asks of the unit: "DeviceType" ("Joystick" or "Mouse"), "VendorID", "ProductID" (integers), or
     /// whatever else a driver knows.
     struct KyDeviceParameterStruct {
+        /// What is asked for.
         std::string name;
+        /// The value wanted.
         KyField value;
     };
+    /// Several demands, which must all hold.
     using KyDeviceParameterVector = std::vector<KyDeviceParameterStruct>;
 
+    /// The position of what is no joystick.
     static constexpr std::uint32_t cNoJoystickIndex = 0xFFFFFFFFu;
+    /// @{
+    /// Numbers at the USB of the 3D mice.
     static const std::uint16_t cLogitechVendorID;
     static const std::uint16_t c3DconnexionVendorID;
     static const std::uint16_t cSpaceNavigatorProductID;
     static const std::uint16_t cSpaceNavigatorForNotebooksProductID;
     static const std::uint16_t cSpaceMouseWirelessProductID;
+    /// @}
 
     KyDeviceManager(const KyDeviceManager&) = delete;
     KyDeviceManager& operator=(const KyDeviceManager&) = delete;
@@ -97,6 +109,7 @@ public:
     void registerDeviceDriver(KyDeviceDriver* driver);
     /// Its devices stay. Ignored when it is not registered. A driver that ends leaves by itself.
     void unregisterDeviceDriver(KyDeviceDriver* driver);
+    /// Those registered, in their order.
     unsigned getNbDeviceDrivers() const { return static_cast<unsigned>(mDrivers.size()); }
     /// Null when out of range.
     KyDeviceDriver* editDeviceDriver(unsigned index);
@@ -121,6 +134,7 @@ public:
     /// marked as not present while a device is built on them. A unit is known by its path, then by its serial number;
     /// entries with neither are left alone. True when anything changed.
     bool rescanDevices();
+    /// The units as they were at the last scan.
     const KyDeviceInfoVector& getDeviceInfoVector() const { return mDeviceInfos; }
     /// For drivers, which set `device` and `secondName`, and may add units that are found by other means.
     KyDeviceInfoVector& editDeviceInfoVector() { return mDeviceInfos; }

@@ -42,6 +42,7 @@ public:
     /// whole.
     KyDeviceObject* wrap(KyDevice& device);
 
+    /// The units as they were at the last scan.
     unsigned getNbInfos();
     /// A unit as it is now; null when out of range.
     KyDeviceInfoObject* getInfo(unsigned index);

@@ -33,23 +33,32 @@ public:
 
     /// The device's; empty when it is gone.
     const std::string& getName() const override;
+    /// False once the device is gone.
     bool isValid() const { return editDevice() != nullptr; }
     /// Null when it is gone.
     KyDevice* editDevice() const { return mWatch.isConnected() ? mDevice : nullptr; }
+    /// False when the device is switched off, or gone.
     bool isEnabled() const;
     /// The device's channels too.
     void setEnabled(bool enabled);
 
+    /// @{
+    /// 0 when the device is gone.
     unsigned getNbAxes() const;
     unsigned getNbButtons() const;
     unsigned getNbOrientations() const;
+    /// @}
     /// Null when out of range, here and below.
     KyAxisObject* getAxis(unsigned index);
+    /// See getAxis.
     KyButtonObject* getButton(unsigned index);
+    /// See getAxis.
     KyOrientationObject* getOrientation(unsigned index);
     /// The first of exactly that name; null when there is none, here and below.
     KyAxisObject* findAxis(std::string_view name);
+    /// See findAxis.
     KyButtonObject* findButton(std::string_view name);
+    /// See findAxis.
     KyOrientationObject* findOrientation(std::string_view name);
 
 private:

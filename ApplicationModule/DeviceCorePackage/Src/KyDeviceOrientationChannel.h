@@ -11,13 +11,17 @@
 /// finite are ignored.
 class KYAPPLICATION_EXPORT KyDeviceOrientationChannel : public KyDeviceChannel {
 public:
+    /// The orientation when absolute, else the last turn.
     const KyQuat<float>& getValue() const { return mValue; }
     /// The last turn.
     const KyQuat<float>& getDeltaValue() const { return mDeltaValue; }
     /// A reading from others than the driver; does nothing while the access mode is read-only.
     void setValue(const KyQuat<float>& value);
+    /// Whether the driver's readings are orientations.
     void setAbsolute(bool absolute) { mIsAbsolute = absolute; }
+    /// Whether the driver's readings are turns.
     void setRelative(bool relative) { mIsAbsolute = !relative; }
+    /// True when the driver's readings are orientations, false when they are turns.
     bool isAbsolute() const { return mIsAbsolute; }
 
 protected:

@@ -12,11 +12,15 @@
 struct KyHidRecord {
     /// One byte a character, the low byte of its code: Latin-1 for nearly all devices. Empty when the unit has none.
     std::string manufacturer;
+    /// See manufacturer.
     std::string product;
+    /// The maker's number at the USB.
     std::uint16_t vendorId = 0;
+    /// The product's number at the maker.
     std::uint16_t productId = 0;
     /// Both 0 when the unit does not tell.
     std::uint16_t usagePage = 0;
+    /// The HID usage within its page.
     std::uint16_t usage = 0;
     /// What opens it, such as /dev/hidraw0; it may change when the unit is plugged again.
     std::string path;
@@ -30,6 +34,7 @@ struct KyHidRecord {
 /// class are seen; nothing is opened, so the search needs no permission.
 class KYAPPLICATION_EXPORT KyHidDetection {
 public:
+    /// A function that lists the units of the machine.
     using Source = std::vector<KyHidRecord> (*)();
 
     KyHidDetection() = delete;

@@ -10,6 +10,7 @@
 ///     node.Orientation = tracker.Orientations[0].Value
 class KYAPPLICATION_EXPORT KyOrientationObject : public KyChannelObject {
 public:
+    /// What the object stands for.
     using Channel = KyDeviceOrientationChannel;
 
     static const KyType* getType();
@@ -18,6 +19,7 @@ public:
     static void finalizeType();
     const KyType* getObjectType() const override;
 
+    /// The channel belongs to its device; the object is invalid once it is gone.
     explicit KyOrientationObject(Channel& channel)
         : KyChannelObject(channel) {}
 

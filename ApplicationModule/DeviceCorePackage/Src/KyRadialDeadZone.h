@@ -18,8 +18,11 @@ public:
     /// or of length 1.
     explicit KyRadialDeadZone(float innerRadius = 0.15F, float outerRadius = 1.0F);
 
+    /// @{
+    /// As given, made sound by the constructor.
     float getInnerRadius() const { return mInnerRadius; }
     float getOuterRadius() const { return mOuterRadius; }
+    /// @}
 
     /// Of length 0 to 1; 0 for numbers that are not finite.
     KyVec2<float> apply(float x, float y) const;

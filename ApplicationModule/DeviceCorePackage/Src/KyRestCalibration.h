@@ -15,6 +15,7 @@
 ///     setAxisValue(i, mRest.apply(i, rawReading));
 class KYAPPLICATION_EXPORT KyRestCalibration {
 public:
+    /// When an axis is taken to rest.
     struct Settings {
         /// Readings in a row that must stay together, at least 1.
         unsigned nbReadings = 60;
@@ -24,7 +25,9 @@ public:
         float largestOffset = 0.2F;
     };
 
+    /// With the settings' own values.
     explicit KyRestCalibration(unsigned nbAxes);
+    /// For axes 0 to nbAxes - 1.
     KyRestCalibration(unsigned nbAxes, const Settings& settings);
 
     /// Takes part in the learning while it goes on; the reading without the offset. A reading that is not finite and

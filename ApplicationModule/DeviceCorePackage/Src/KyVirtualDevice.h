@@ -44,11 +44,15 @@ public:
     /// Null when somebody ended the device.
     KyDeviceObject* getDevice() const;
 
+    /// @{
+    /// False when there is no such channel or the device is gone.
     bool setAxisName(int index, const std::string& name);
     bool setButtonName(int index, const std::string& name);
     bool setOrientationName(int index, const std::string& name);
+    /// @}
     /// Positions or steps; all axes take steps at first.
     bool setAxisMode(int index, bool isAbsolute);
+    /// See setAxisMode.
     bool setOrientationMode(int index, bool isAbsolute);
     /// The KyAccessMode of all channels; false for a number that is none.
     bool setAccessMode(int mode);

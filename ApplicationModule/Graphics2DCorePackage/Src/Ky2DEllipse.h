@@ -29,6 +29,7 @@ public:
     const KyType* getObjectType() const override;
 
     Ky2DEllipse();
+    /// As clone.
     Ky2DEllipse(const Ky2DEllipse& other);
     Ky2DEllipse& operator=(const Ky2DEllipse&) = delete;
     Ky2DEllipse* clone() const override;
@@ -36,17 +37,30 @@ public:
     /// The centre.
     double getX() const { return mX; }
     void setX(double x);
+    /// @{
+    /// See getX.
     double getY() const { return mY; }
     void setY(double y);
+    /// @}
+    /// See setRX.
     double getRX() const { return mRX; }
     /// A negative radius draws what its amount draws.
     void setRX(double radius);
+    /// @{
+    /// See setRX.
     double getRY() const { return mRY; }
     void setRY(double radius);
+    /// @}
+    /// @{
+    /// Degrees at which the outline begins.
     double getStartAngle() const { return mStartAngle; }
     void setStartAngle(double degrees);
+    /// @}
+    /// @{
+    /// Degrees that the outline goes on for; 360 is the whole ellipse.
     double getSpanAngle() const { return mSpanAngle; }
     void setSpanAngle(double degrees);
+    /// @}
 
 protected:
     void updateQGraphicsItemGeometry() override;

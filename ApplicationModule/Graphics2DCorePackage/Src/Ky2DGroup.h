@@ -34,6 +34,7 @@ public:
     /// The children follow.
     void setScene(Ky2DScene* scene) override;
     void removeAllChildren() override;
+    /// Own children, those below them not counted.
     unsigned getNbChildren() const override { return static_cast<unsigned>(mChildren.size()); }
     bool setChild(unsigned index, Ky2DNode* child) override;
     Ky2DNode* editChild(unsigned index) override;
@@ -50,12 +51,14 @@ public:
 protected:
     /// For groups without an item.
     enum class Bare { eBare };
+    /// Makes a group that has no item yet.
     explicit Ky2DGroup(Bare) {}
     /// Copies all but the children.
     Ky2DGroup(const Ky2DGroup& other, Bare)
         : Ky2DNode(other) {}
     Ky2DGroup(const Ky2DGroup& other);
 
+    /// Appends clones of the other group's children.
     void copyChildren(const Ky2DGroup& other);
     /// Called for a child that has entered, before anybody is told.
     virtual void attachItem(QGraphicsItem* item);

@@ -33,28 +33,39 @@ public:
 
     static Ky2DImage* create() { return new Ky2DImage; }
     Ky2DImage();
+    /// As clone.
     Ky2DImage(const Ky2DImage& other);
     Ky2DImage* clone() const override;
 
     /// Top left corner of the rectangle.
     double getX() const { return mX; }
     void setX(double x) { setGeometry(mX, x, "X"); }
+    /// @{
+    /// See getX.
     double getY() const { return mY; }
     void setY(double y) { setGeometry(mY, y, "Y"); }
+    /// @}
+    /// See setWidth.
     double getWidth() const { return mWidth; }
     /// When width or height is not above 0 the picture's own size is taken, a unit for a pixel.
     void setWidth(double width) { setGeometry(mWidth, width, "Width"); }
+    /// @{
+    /// See setWidth.
     double getHeight() const { return mHeight; }
     void setHeight(double height) { setGeometry(mHeight, height, "Height"); }
+    /// @}
+    /// See setOpacity.
     double getOpacity() const { return mOpacity; }
     /// Counts as 0 to 1; at 0 the picture is not picked either.
     void setOpacity(double opacity) { setGeometry(mOpacity, opacity, "Opacity"); }
+    /// See setPreserveAspectRatio.
     bool isPreserveAspectRatio() const { return mIsPreserveAspectRatio; }
     /// True, the start: the whole picture, centred in the rectangle; false: stretched.
     void setPreserveAspectRatio(bool isPreserved) {
         setGeometry(mIsPreserveAspectRatio, isPreserved, "PreserveAspectRatio");
     }
 
+    /// See setImageURL.
     const KyURL& getImageURL() const { return mImageURL; }
     /// Loaded at the next update, from a regular file of up to 256 MiB or one of Qt's resources ("qrc"). A relative one
     /// is sought among the resources.

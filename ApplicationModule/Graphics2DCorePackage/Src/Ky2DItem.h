@@ -51,6 +51,7 @@ private:
 template <class Base>
 class Ky2DItem final : public Base, public Ky2DItemLink {
 public:
+    /// Hands the arguments to the Qt item's constructor.
     template <class... Arguments>
     explicit Ky2DItem(Arguments&&... arguments)
         : Base(std::forward<Arguments>(arguments)...) {}

@@ -34,10 +34,16 @@ public:
     Ky2DLine& operator=(const Ky2DLine&) = delete;
     Ky2DLine* clone() const override;
 
+    /// @{
+    /// One end, in the node's units.
     const KyVec2d& getP1() const { return mP1; }
     void setP1(const KyVec2d& point);
+    /// @}
+    /// @{
+    /// The other end, in the node's units.
     const KyVec2d& getP2() const { return mP2; }
     void setP2(const KyVec2d& point);
+    /// @}
 
 protected:
     void updateQGraphicsItemGeometry() override;

@@ -72,6 +72,7 @@ public:
     bool hasNameAttribute() const override { return true; }
 
 protected:
+    /// Groups keep it up to date.
     virtual void setIndex(std::int32_t index) { mIndex = index; }
 
 public:
@@ -116,6 +117,7 @@ protected:
     virtual void composeTransform();
 
 public:
+    /// Own children, those below them not counted; 0 for all but groups.
     virtual unsigned getNbChildren() const { return 0; }
     /// Destroys the child and puts another one in its place. False, and nothing changed, when out of range or when the
     /// node cannot be inserted here.
@@ -146,23 +148,33 @@ public:
     const KyVec2d& getTranslation() const { return mTranslation; }
     void setTranslation(const KyVec2d& translation) { setPosition(mTranslation, translation, "Translation"); }
     void setTranslation(double x, double y) { setTranslation(KyVec2d(x, y)); }
+    /// @{
+    /// Adds to the translation.
     void translate(const KyVec2d& offset) { setTranslation(mTranslation + offset); }
     void translate(double x, double y) { translate(KyVec2d(x, y)); }
+    /// @}
+    /// @{
+    /// Factors along x and y; negative ones mirror.
     const KyVec2d& getScale() const { return mScale; }
     void setScale(const KyVec2d& scale) { setPosition(mScale, scale, "Scale"); }
     void setScale(double x, double y) { setScale(KyVec2d(x, y)); }
+    /// @}
     /// Multiplies.
     void scale(const KyVec2d& factors) { setScale(mScale * factors); }
     void scale(double x, double y) { scale(KyVec2d(x, y)); }
+    /// @{
+    /// Of x along y, and of y along x.
     const KyVec2d& getShear() const { return mShear; }
     void setShear(const KyVec2d& shear) { setPosition(mShear, shear, "Shear"); }
     void setShear(double x, double y) { setShear(KyVec2d(x, y)); }
+    /// @}
     /// Adds.
     void shear(const KyVec2d& offset) { setShear(mShear + offset); }
     void shear(double x, double y) { shear(KyVec2d(x, y)); }
     /// Degrees, from x to y.
     double getRotation() const { return mRotation; }
     void setRotation(double degrees) { setPosition(mRotation, degrees, "Rotation"); }
+    /// Adds degrees.
     void rotate(double degrees) { setRotation(mRotation + degrees); }
     /// The point that scale, shear and rotation leave in its place.
     const KyVec2d& getTransformOriginPoint() const { return mTransformOriginPoint; }
@@ -190,6 +202,7 @@ public:
     bool isVisible() const;
     /// The node's own switch.
     bool isOwnVisible() const { return mIsVisible; }
+    /// Switches the node and all below it.
     void setVisible(bool isVisible);
 
     /// Moves the geometry in the node's own coordinates; groups and proxies ignore it.
@@ -206,10 +219,14 @@ public:
 
     /// Mark a part of the node for the next update. False when a listener ended the node meanwhile.
     bool geometryModified() { return mIsGeometryModified || mark(&Ky2DNode::mIsGeometryModified); }
+    /// To be called by a setter that changes where the item stands; true when the node was clean.
     bool positionModified() { return mIsPositionModified || mark(&Ky2DNode::mIsPositionModified); }
+    /// To be called when pen, brush or font change.
     bool styleModified();
     bool isGeometryModified() const { return mIsGeometryModified; }
+    /// True while the position waits for the next update.
     bool isPositionModified() const { return mIsPositionModified; }
+    /// True while the style waits for the next update.
     bool isStyleModified() const;
 
     /// The Qt item that the node drives; null for a plain node and when the item was deleted by others.
@@ -226,6 +243,7 @@ public:
     /// While it lives it knows whether the node does: for code that goes on after others had a chance to end the node.
     class KYAPPLICATION_EXPORT Watch {
     public:
+        /// The node is not owned.
         explicit Watch(const Ky2DNode* node)
             : mNode(node)
             , mOuter(msInnermost) {
@@ -234,6 +252,7 @@ public:
         ~Watch() { msInnermost = mOuter; }
         Watch(const Watch&) = delete;
         Watch& operator=(const Watch&) = delete;
+        /// False once the node has ended.
         bool isAlive() const { return mNode != nullptr; }
 
     private:

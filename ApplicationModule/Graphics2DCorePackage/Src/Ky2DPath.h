@@ -37,18 +37,22 @@ public:
     Ky2DPath& operator=(const Ky2DPath&) = delete;
     Ky2DPath* clone() const override;
 
+    /// 0 for an empty path.
     unsigned getNbCommands() const { return static_cast<unsigned>(mCommands.size()); }
     /// A command without numbers when out of range.
     const Ky2DPathCommand& getCommand(unsigned index) const;
+    /// All commands; until the next change of the path.
     const std::vector<Ky2DPathCommand>& getCommands() const { return mCommands; }
     /// The letter, then each number after one blank, with six digits; empty when out of range or of unknown type.
     std::string getCommandString(unsigned index) const;
 
+    /// Appends a command.
     void addCommand(const Ky2DPathCommand& command);
     /// For changing a command before the next update; out of range it is one that belongs to nobody.
     Ky2DPathCommand& editCommand(unsigned index);
     /// Nothing happens out of range.
     void removeCommand(unsigned index);
+    /// Replaces all commands.
     void setCommands(std::vector<Ky2DPathCommand> commands);
 
     /// SVG path data that gives the commands again; see Ky2DPathData::format.

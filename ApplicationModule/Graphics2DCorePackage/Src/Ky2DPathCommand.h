@@ -73,8 +73,11 @@ public:
         , mCount(other.mCount) {
         moveNumbers(other);
     }
+    /// @{
+    /// Takes over type and numbers.
     Ky2DPathCommand& operator=(const Ky2DPathCommand& other);
     Ky2DPathCommand& operator=(Ky2DPathCommand&& other) noexcept;
+    /// @}
     ~Ky2DPathCommand() {
         if (!isInline())
             release();
@@ -95,6 +98,7 @@ public:
     static bool isSet(double flag) { return std::isfinite(flag) && std::abs(flag) >= 1; }
     static bool isType(std::int32_t type) { return static_cast<std::uint32_t>(type) < eNbTypes; }
 
+    /// Numbers, not points.
     unsigned getNbCoordinates() const { return mCount; }
     /// 0 when out of range.
     double getCoordinate(unsigned index) const { return index < mCount ? getNumbers()[index] : 0.0; }
@@ -102,14 +106,18 @@ public:
     std::span<const double> getCoordinates() const { return {getNumbers(), mCount}; }
     /// Nothing happens out of range.
     void setCoordinate(unsigned index, double value);
+    /// Appends a number.
     void addCoordinate(double value) {
         if (mCount < cNbInline)
             mInline[mCount++] = value;
         else
             appendFar(value);
     }
+    /// @{
+    /// Appends the numbers in their order.
     void addCoordinates(std::span<const double> values);
     void addCoordinates(std::initializer_list<double> values) { addCoordinates({values.begin(), values.size()}); }
+    /// @}
 
     /// Whole pairs of numbers.
     unsigned getNbPoints() const { return mCount / 2; }
@@ -126,6 +134,7 @@ public:
     /// Removes the numbers; the type stays.
     void clear();
 
+    /// The same type and the same numbers.
     bool operator==(const Ky2DPathCommand& other) const;
 
 private:

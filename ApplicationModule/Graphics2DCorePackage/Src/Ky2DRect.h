@@ -31,6 +31,7 @@ public:
     const KyType* getObjectType() const override;
 
     Ky2DRect();
+    /// As clone.
     Ky2DRect(const Ky2DRect& other);
     Ky2DRect& operator=(const Ky2DRect&) = delete;
     Ky2DRect* clone() const override;
@@ -41,15 +42,21 @@ public:
     /// The side of least y.
     double getY() const { return mY; }
     void setY(double y);
+    /// @{
+    /// In the node's units.
     double getWidth() const { return mWidth; }
     void setWidth(double width);
     double getHeight() const { return mHeight; }
     void setHeight(double height);
+    /// @}
     /// Radii of the corners along x and y.
     double getRX() const { return mRX; }
     void setRX(double radius);
+    /// @{
+    /// See getRX.
     double getRY() const { return mRY; }
     void setRY(double radius);
+    /// @}
 
 protected:
     void updateQGraphicsItemGeometry() override;

@@ -26,6 +26,7 @@
 /// ```
 class KYAPPLICATION_EXPORT Ky2DScene : public Ky2DGroup {
 public:
+    /// What picking goes by.
     enum PickMode : std::int32_t {
         /// All items whose shape meets the square of side 20 about the point, topmost first.
         eArea = 0,
@@ -52,6 +53,7 @@ public:
 
     /// Null when the Qt scene was deleted by others, and when none was made for want of a QApplication.
     QGraphicsScene* getQGraphicsScene() const { return mGraphicsScene; }
+    /// Whether the Qt scene ends with this one.
     bool ownsQGraphicsScene() const { return mOwnsGraphicsScene; }
 
     /// A scene is its own scene, for good.
@@ -66,6 +68,7 @@ public:
     void unregisterNode(Ky2DNode* node);
     /// The node registered for the item; null when there is none. The item is not looked at.
     Ky2DNode* getNode(const QGraphicsItem* item) const;
+    /// Nodes that have an item in the scene now.
     unsigned getNbRegisteredNodes() const { return static_cast<unsigned>(mNodes.size()); }
     /// All nodes whose scene this is, copies that are in no group too.
     unsigned getNbNodes() const { return static_cast<unsigned>(mMembers.size()); }
@@ -78,6 +81,7 @@ public:
                            const KyIntersectedCreator& creator = {}) const;
     /// The topmost registered node that pick finds; null when there is none.
     Ky2DNode* pickNode(double x, double y);
+    /// See setPickMode.
     PickMode getPickMode() const { return mPickMode; }
     /// Values that name no mode are refused with false.
     bool setPickMode(PickMode mode);

@@ -63,19 +63,29 @@ public:
     /// The outline keeps its width whatever the scale at which it is seen.
     bool isStrokeConstantWidth() const { return mIsStrokeConstantWidth; }
     void setStrokeConstantWidth(bool isConstant);
+    /// See setStrokeMode.
     KyStrokeMode getStrokeMode() const { return mStrokeMode; }
     /// A number that names no mode draws no outline.
     void setStrokeMode(KyStrokeMode mode);
+    /// @{
+    /// How two lines of the outline meet.
     KyStrokeJoin getStrokeJoin() const { return mStrokeJoin; }
     void setStrokeJoin(KyStrokeJoin join);
+    /// @}
+    /// @{
+    /// How the outline's open ends look.
     KyStrokeCap getStrokeCap() const { return mStrokeCap; }
     void setStrokeCap(KyStrokeCap cap);
+    /// @}
+    /// See setStrokeColor.
     const KyColor& getStrokeColor() const { return mStrokeColor; }
     /// Components count as 0 to 1 when drawn.
     void setStrokeColor(const KyColor& color);
+    /// See setStrokeWidth.
     double getStrokeWidth() const { return mStrokeWidth; }
     /// In the node's units; 0 draws one pixel at any scale.
     void setStrokeWidth(double width);
+    /// See setStrokeMiterLimit.
     double getStrokeMiterLimit() const { return mStrokeMiterLimit; }
     /// Length of a mitre in widths of the stroke; 0, the start, draws mitred corners as bevels.
     void setStrokeMiterLimit(double limit);
@@ -84,6 +94,7 @@ public:
     const std::vector<double>& getStrokeCustomDashPattern() const { return mStrokeCustomDashPattern; }
     /// A pattern that is empty, has a negative or not finite element, or is shorter than 0.001 draws a solid line.
     void setStrokeCustomDashPattern(const std::vector<double>& pattern);
+    /// Dashes and gaps together.
     unsigned getNbDashElements() const { return static_cast<unsigned>(mStrokeCustomDashPattern.size()); }
     /// 0.0 when out of range.
     double getDashElement(unsigned index) const;
@@ -93,37 +104,53 @@ public:
     void insertDashElement(double value, unsigned index);
     /// Nothing when out of range. The second argument is not used.
     void removeDashElement(unsigned index, bool destroy = false);
+    /// See setStrokeDashOffset.
     double getStrokeDashOffset() const { return mStrokeDashOffset; }
     /// Where in the pattern of modes 2 to 6 the outline begins, in widths of the stroke.
     void setStrokeDashOffset(double offset);
 
+    /// See setFillMode.
     KyFillMode getFillMode() const { return mFillMode; }
     /// A number that names no mode fills nothing.
     void setFillMode(KyFillMode mode);
+    /// See setFillRule.
     KyFillRule getFillRule() const { return mFillRule; }
     /// Used by paths alone.
     void setFillRule(KyFillRule rule);
+    /// See setFillColor.
     const KyColor& getFillColor() const { return mFillColor; }
     /// Components count as 0 to 1 when drawn.
     void setFillColor(const KyColor& color);
 
+    /// See setFontFamily.
     const std::string& getFontFamily() const { return mFontFamily; }
     /// Also derives the style hint from the words "sans-serif", "cursive", "fantasy" and "monospace" in the text.
     void setFontFamily(const std::string& family);
     /// A number of QFont::StyleHint: what Qt looks for when there is no such family. 1, serif, at the start.
     std::int32_t getFontStyleHint() const { return mFontStyleHint; }
+    /// See setFontSize.
     double getFontSize() const { return mFontSize; }
     /// In points; a size that is not above 0, or beyond 10,000, leaves Qt's own.
     void setFontSize(double size);
+    /// See setFontWeight.
     std::int32_t getFontWeight() const { return mFontWeight; }
     /// A number of KyFontWeight or between them; counts as 0 to 99 when drawn.
     void setFontWeight(std::int32_t weight);
+    /// @{
+    /// Upright, italic or oblique.
     KyFontStyle getFontStyle() const { return mFontStyle; }
     void setFontStyle(KyFontStyle style);
+    /// @}
+    /// @{
+    /// Which end of the text stands at its position.
     KyTextAnchor getTextAnchor() const { return mTextAnchor; }
     void setTextAnchor(KyTextAnchor anchor);
+    /// @}
+    /// @{
+    /// Which height of the text stands at its position.
     KyTextVerticalAnchor getTextVerticalAnchor() const { return mTextVerticalAnchor; }
     void setTextVerticalAnchor(KyTextVerticalAnchor anchor);
+    /// @}
 
     /// Gives a pen that draws the outline; what was in it before is lost.
     void configureLineStyle(QPen* pen) const;
@@ -136,6 +163,7 @@ protected:
     /// The node owns the style and is told of changes; null for none.
     void setOwner(Ky2DNode* owner) { mOwner = owner; }
     Ky2DNode* getOwner() const { return mOwner; }
+    /// True while the owner waits for its next update.
     bool isModified() const { return mIsModified; }
     /// True marks, and enters the owner in the list of modified nodes when it was clean; false only clears the mark.
     /// The result is false when a listener ended the style meanwhile.

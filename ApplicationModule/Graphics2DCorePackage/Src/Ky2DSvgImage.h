@@ -37,6 +37,7 @@ public:
     const KyColor& getColor() const { return mColor; }
     /// From now on red, green and blue of every pixel; they count as 0 to 1, alpha is not used.
     void setColor(const KyColor& color);
+    /// See setColorized.
     bool isColorized() const { return mIsColorized; }
 
 protected:

@@ -43,6 +43,7 @@ public:
     static constexpr std::size_t cMaxBytes = std::size_t{1} << 24;
     /// Elements of a document; attributes of one element.
     static constexpr std::size_t cMaxElements = 200'000;
+    /// Of one element; a document in which one has more is refused.
     static constexpr std::size_t cMaxAttributes = 1'000;
     /// Elements within elements, `use` followed; what is below is left out and reported as "nesting".
     static constexpr unsigned cMaxDepth = 900;
@@ -81,6 +82,7 @@ public:
 
     /// Size of the last document in pixels; 0 where it gives none.
     double getWidth() const { return mWidth; }
+    /// Of the picture, in the document's units; see getWidth.
     double getHeight() const { return mHeight; }
 
 private:

@@ -39,16 +39,21 @@ public:
 
     static Ky2DText* create() { return new Ky2DText; }
     Ky2DText();
+    /// As clone.
     Ky2DText(const Ky2DText& other);
     Ky2DText* clone() const override;
 
+    /// @{
+    /// Where the anchor of the text stands, in the node's units.
     double getX() const { return mX; }
     void setX(double x) { setGeometry(mX, x, "X"); }
     double getY() const { return mY; }
     void setY(double y) { setGeometry(mY, y, "Y"); }
+    /// @}
     /// Bytes in the default character set.
     const std::string& getText() const { return mText; }
     void setText(const std::string& text) { setGeometry(mText, text, "Text"); }
+    /// See setWhiteSpaceHandling.
     std::int32_t getWhiteSpaceHandling() const { return mWhiteSpaceHandling; }
     /// A number of WhiteSpaceHandling; others leave the text unchanged.
     void setWhiteSpaceHandling(std::int32_t handling);

@@ -46,6 +46,7 @@ class KYAPPLICATION_EXPORT Ky2DView : public QGraphicsView, public KyObject {
 public:
     /// Device-independent pixels for a unit of the scene.
     static constexpr double cMinZoom = 1e-6;
+    /// See cMinZoom.
     static constexpr double cMaxZoom = 1e6;
     /// Of pictures and of the view, on each axis.
     static constexpr int cLargestSize = 16384;
@@ -77,19 +78,26 @@ public:
     Ky2DScene* getScene() const;
     /// Not owned; null shows the background alone. Several views may show one scene.
     void setScene(Ky2DScene* scene);
+    /// See setBackgroundColor.
     const KyColor& getBackgroundColor() const { return mBackgroundColor; }
     /// White at the start.
     void setBackgroundColor(const KyColor& color);
     /// The window's title, UTF-8.
     std::string getCaption() const;
     void setCaption(const std::string& caption);
+    /// Device-independent pixels.
     int getWidth() const { return width(); }
     /// Values under 1 are ignored, those above cLargestSize count as that; a layout may decide otherwise.
     void setWidth(int width);
+    /// Device-independent pixels.
     int getHeight() const { return height(); }
+    /// See setWidth.
     void setHeight(int height);
+    /// @{
+    /// Whether the widget is shown.
     bool isShown() const { return isVisible(); }
     void setShown(bool isShown);
+    /// @}
 
     /// Device-independent pixels for a unit.
     double getZoom() const { return mZoom; }
@@ -99,6 +107,7 @@ public:
     const KyVec2d& getCenter() const { return mCenter; }
     /// Ignored when not finite.
     void setCenter(const KyVec2d& center);
+    /// See setRotation.
     double getRotation() const { return mRotation; }
     /// Degrees, clockwise, about the middle. Ignored when not finite.
     void setRotation(double degrees);
@@ -117,6 +126,7 @@ public:
 
     /// The point of the scene at a pixel of the view, and back.
     KyVec2d toScene(double x, double y) const;
+    /// See toScene.
     KyVec2d fromScene(const KyVec2d& point) const;
     /// The topmost visible node at a pixel of the view, or next to it by up to 3 pixels (thin lines); the nearest
     /// ancestor that is driven by a node when an item is none's. Null when there is none.

@@ -24,6 +24,7 @@ public:
     /// A KyIntersectedCreator::Function.
     static KyIntersected* create() { return new KyQGraphicsItemIntersected; }
 
+    /// Not owned; null when there is none.
     QGraphicsItem* getQGraphicsItem() const { return mItem; }
     /// Not owned, and not told of its end.
     void setQGraphicsItem(QGraphicsItem* item) { mItem = item; }

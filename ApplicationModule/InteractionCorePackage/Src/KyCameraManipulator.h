@@ -20,20 +20,29 @@ public:
 
     /// Null without one.
     KyCamera* getCamera() const;
+    /// @{
+    /// World units from the eye; 0 without a camera.
     double getCameraNear() const;
     double getCameraFar() const;
+    /// @}
     /// Radians, as it was given to the camera.
     double getCameraVerticalAperture() const;
+    /// Against the camera's parent; the identity without a camera.
     KyMat4d getCameraLocalFrame() const;
+    /// In the world; the identity without a camera.
     KyMat4d getCameraWorldFrame() const;
+    /// False without a camera.
     bool isCameraOrthographic() const;
 
     /// The camera ignores values that are not finite.
     void setCameraNear(double near);
+    /// @{
+    /// See setCameraNear.
     void setCameraFar(double far);
     void setCameraVerticalAperture(double aperture);
     void setCameraLocalFrame(const KyMat4d& frame);
     void setCameraWorldFrame(const KyMat4d& frame);
+    /// @}
 
     bool acceptObject(KyObject* object) const override;
     void initialize() override;

@@ -12,5 +12,6 @@ public:
     enum Kind { eNone = -1, ePan = 0, ePinch = 1, eTap = 2, eTilt = 3, eNbKinds = 4 };
 
     virtual ~KyGesture() = default;
+    /// Which gesture it is.
     virtual Kind getKind() const = 0;
 };

@@ -22,6 +22,7 @@ class KyManipulator;
 /// ```
 class KYAPPLICATION_EXPORT KyGestureRecognizer {
 public:
+    /// The manipulator outlives its recognizer.
     explicit KyGestureRecognizer(KyManipulator& manipulator)
         : mManipulator(manipulator) {}
 

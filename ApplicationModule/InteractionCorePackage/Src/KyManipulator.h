@@ -48,15 +48,21 @@ public:
 
     /// Null when none was set or it is gone.
     KyObject* getObject() const { return getLiving(mObject); }
+    /// Null when none was set or it is gone.
     KyGraphicsView* getView() const;
+    /// @{
+    /// The view again, when it is one of several passes; else null.
     const KyGraphicsViewMultiPass* getViewMultiPass() const { return editViewMultiPass(); }
     KyGraphicsViewMultiPass* editViewMultiPass() const;
+    /// @}
+    /// See setIsEnabled.
     bool getIsEnabled() const { return mIsEnabled; }
 
     /// Null clears it. An object that acceptObject refuses is reported and the former one stays.
     void setObject(KyObject* object);
     /// The view that events come from: their positions are pixels of its canvas. One of the two is enough.
     void setView(KyGraphicsView* view);
+    /// As setView, for a view of several passes.
     virtual void setViewMultiPass(KyGraphicsViewMultiPass* view);
     /// A manipulator that is not enabled neither uses nor remembers events; the first one after that is no part of an
     /// earlier drag.
@@ -71,10 +77,13 @@ public:
     /// As above, with the world point that the event is about.
     bool setInputEvent(const KyInputEvent& event, const KyVec3<double>& point);
 
+    /// @{
+    /// Filled in by the recognizer while the gesture goes on; owned by the manipulator.
     KyPanGesture* editPanGesture() { return &mPanGesture; }
     KyPinchGesture* editPinchGesture() { return &mPinchGesture; }
     KyTapGesture* editTapGesture() { return &mTapGesture; }
     KyTiltGesture* editTiltGesture() { return &mTiltGesture; }
+    /// @}
 
     /// Whether setObject takes it; never asked for null. The base takes all.
     virtual bool acceptObject(KyObject* object) const;
@@ -89,7 +98,9 @@ public:
     virtual void reset();
 
 protected:
+    /// For classes that change the current event.
     KyInputEvent& editInputEvent() { return *mCurrent; }
+    /// For classes that change the one before.
     KyInputEvent& editPreviousInputEvent() { return *mPrevious; }
     /// The current event becomes the previous one and `event` the current one.
     void pushEvent(const KyInputEvent& event);

@@ -45,6 +45,7 @@ public:
     KyCanvas* getCanvas() const;
     /// Null for none. A grab ends.
     void setCanvas(KyCanvas* canvas);
+    /// See setMouseFocusPolicy.
     KyMouseFocusPolicy getMouseFocusPolicy() const { return mPolicy; }
     /// eFocusGrabOnPress at the start; values out of range are ignored. A grab ends when the policy changes.
     void setMouseFocusPolicy(KyMouseFocusPolicy policy);

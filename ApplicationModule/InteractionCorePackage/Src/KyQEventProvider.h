@@ -62,12 +62,14 @@ public:
     /// Where every converted event goes: here sendInputEvent().
     virtual void setInputEvent(KyInputEvent& event);
 
+    /// What positions are multiplied by, as given at construction.
     unsigned getScale() const { return mScale; }
     /// Canvas pixels for one of Qt's device-independent pixels, 1 at the start.
     double getPixelRatio() const { return mPixelRatio; }
     /// Ignored unless finite and above 0.
     void setPixelRatio(double ratio);
 
+    /// See setTouchToMouseConversion.
     bool getTouchToMouseConversion() const { return hasFlag(cConvertTouch); }
     /// Off at the start. On, touches come as the left mouse button: the finger with the lowest identity of those that
     /// began the sequence presses, moves and releases, the others count for nothing. A sequence ends as it began.
@@ -75,10 +77,13 @@ public:
     /// On at the start. Off, touches are left to Qt, which makes mouse events of them.
     bool acceptTouchEvent() const { return hasFlag(cAcceptTouch); }
     void setAcceptTouchEvent(bool accept);
+    /// See avoidMouseTraking.
     bool isMouseTrackingAvoided() const { return hasFlag(cAvoidTracking); }
     /// Off at the start. On, moves without a mouse button down are not sent.
     void avoidMouseTraking(bool avoid) { setFlag(cAvoidTracking, avoid); }
 
+    /// @{
+    /// Converts the event and hands it to setInputEvent(KyInputEvent&).
     void mousePressed(QMouseEvent* event);
     void mouseReleased(QMouseEvent* event);
     void mouseDoubleClicked(QMouseEvent* event);
@@ -86,18 +91,23 @@ public:
     void wheel(QWheelEvent* event);
     void keyPressed(QKeyEvent* event);
     void keyReleased(QKeyEvent* event);
+    /// @}
     /// Begin, update and end; the touch of a sequence that is converted goes out as a mouse event. A cancel ends the
     /// sequence; other types are ignored.
     void touch(QTouchEvent* event);
+    /// Comes as an event of its own type, with Qt's as native event.
     void inputMethodQuery(QInputMethodQueryEvent* event);
     /// What an input method writes comes as the type of its queries; the native event tells them apart.
     void inputMethod(QInputMethodEvent* event);
     /// The scene is the one that got the event; it is asked whether the event's widget is still there.
     void mousePressed(QGraphicsSceneMouseEvent* event, QObject* scene = nullptr);
+    /// @{
+    /// See mousePressed.
     void mouseReleased(QGraphicsSceneMouseEvent* event, QObject* scene = nullptr);
     void mouseDoubleClicked(QGraphicsSceneMouseEvent* event, QObject* scene = nullptr);
     void mouseMove(QGraphicsSceneMouseEvent* event, QObject* scene = nullptr);
     void wheel(QGraphicsSceneWheelEvent* event, QObject* scene = nullptr);
+    /// @}
 
     /// Position, state and button; the type stays.
     void convertMouseEvent(QMouseEvent* event, KyInputEvent& input) const;

@@ -30,6 +30,7 @@ class QWheelEvent;
 /// ```
 class KYAPPLICATION_EXPORT KyQMouseEventProvider : public QObject {
 public:
+    /// The parent owns it.
     explicit KyQMouseEventProvider(QObject* parent = nullptr);
     ~KyQMouseEventProvider() override;
 
@@ -40,12 +41,15 @@ public:
     /// Not owned; null for none: events are dropped.
     void setManipulator(KyManipulator* manipulator);
 
+    /// @{
+    /// Sends the event on as a mouse event.
     void mousePressed(QMouseEvent* event);
     void mouseReleased(QMouseEvent* event);
     void mouseDoubleClicked(QMouseEvent* event);
     void mouseMove(QMouseEvent* event);
     void wheel(QWheelEvent* event);
     void touch(QTouchEvent* event);
+    /// @}
 
     /// Position, state and button; the type stays.
     static void convertMouseEvent(QMouseEvent* event, KyInputEvent& input);

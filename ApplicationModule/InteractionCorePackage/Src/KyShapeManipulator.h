@@ -45,7 +45,9 @@ struct KyShapePointer;
 /// ```
 class KYAPPLICATION_EXPORT KyShapeManipulator : public KyManipulator {
 public:
+    /// What a drag does.
     enum Mode { eTranslate = 0, eRotate = 1, eScale = 2, eNbModes };
+    /// Along which axes or in which plane.
     enum Constraint {
         eViewPlane = 0,
         eAxisX = 1,
@@ -61,8 +63,11 @@ public:
 
     /// How far a drag goes in whole steps, counted from the press; 0 is off.
     struct Steps {
+        /// World units.
         double translation = 0.0;
+        /// Radians.
         double rotation = 0.0;
+        /// Of the factor.
         double scale = 0.0;
     };
 
@@ -78,12 +83,16 @@ public:
     KyShapeManipulator();
     ~KyShapeManipulator() override;
 
+    /// A number of Mode.
     int getMode() const { return mMode; }
+    /// A number of Constraint.
     int getConstraint() const { return mConstraint; }
+    /// A number of Space.
     int getSpace() const { return mSpace; }
     /// State words of the press that begins a drag: Control and the left button at first, the second one off; -1 is
     /// off.
     int getMask() const { return mMask; }
+    /// See getMask.
     int getMask2() const { return mMask2; }
     /// On at first: a press sets the object to the node under the pointer; the object stays set after the drag.
     bool isAutoPick() const { return mIsAutoPick; }
@@ -98,10 +107,16 @@ public:
 
     /// Numbers that are none of the enumeration are ignored.
     void setMode(int mode);
+    /// @{
+    /// See setMode.
     void setConstraint(int constraint);
     void setSpace(int space);
+    /// @}
+    /// @{
+    /// See getMask.
     void setMask(int mask);
     void setMask2(int mask);
+    /// @}
     void setAutoPick(bool isOn);
     /// Negative and not finite steps are ignored.
     void setTranslationStep(double step);

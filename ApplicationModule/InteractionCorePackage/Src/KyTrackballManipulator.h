@@ -45,6 +45,7 @@ public:
     static constexpr int cNoMask = -1;
     /// Farther from the origin neither eye nor centre may be.
     static constexpr double cFarthest = 1e12;
+    /// Seconds; a longer damping counts as this one.
     static constexpr double cLongestDamping = 10.0;
 
     static const KyType* getType();
@@ -61,6 +62,8 @@ public:
 
     /// Bits of KyInputEvent's state word: buttons, 32 for the wheel, modifiers.
     int getMaskOrbit() const { return mMasks[eOrbit][0]; }
+    /// @{
+    /// See getMaskOrbit.
     int getMask2Orbit() const { return mMasks[eOrbit][1]; }
     int getMaskPan() const { return mMasks[ePan][0]; }
     int getMask2Pan() const { return mMasks[ePan][1]; }
@@ -80,10 +83,13 @@ public:
     void setMask2Zoom(int mask) { setMask(eZoom, 1, mask); }
     void setMaskRotate(int mask) { setMask(eRotate, 0, mask); }
     void setMask2Rotate(int mask) { setMask(eRotate, 1, mask); }
+    /// @}
 
     /// Orbit and rotate: radians for a drag of half the view. Pan and move: 1 keeps up with the pointer. Zoom: 1.1
     /// makes a notch 11 % of the distance. Values that are not finite are ignored.
     double getOrbitSpeed() const { return mSpeeds[eOrbit]; }
+    /// @{
+    /// See getOrbitSpeed.
     double getPanSpeed() const { return mSpeeds[ePan]; }
     double getMoveSpeed() const { return mSpeeds[eMove]; }
     double getZoomSpeed() const { return mSpeeds[eZoom]; }
@@ -93,15 +99,19 @@ public:
     void setMoveSpeed(double speed) { setSpeed(eMove, speed); }
     void setZoomSpeed(double speed) { setSpeed(eZoom, speed); }
     void setRotateSpeed(double speed) { setSpeed(eRotate, speed); }
+    /// @}
 
     /// Orbit: the scene follows the pointer up and down (on at the start). Move and rotate: both directions the other
     /// way (off).
     bool getOrbitInverseCtrl() const { return mInverses[eOrbit]; }
+    /// @{
+    /// See getOrbitInverseCtrl.
     bool getMoveInverseCtrl() const { return mInverses[eMove]; }
     bool getRotateInverseCtrl() const { return mInverses[eRotate]; }
     void setOrbitInverseCtrl(bool isInverse) { setInverse(eOrbit, isInverse); }
     void setMoveInverseCtrl(bool isInverse) { setInverse(eMove, isInverse); }
     void setRotateInverseCtrl(bool isInverse) { setInverse(eRotate, isInverse); }
+    /// @}
 
     /// Whether presses, notches and gestures set the centre; on at the start.
     bool isAutoCenter() const { return mIsAutoCenter; }
@@ -145,14 +155,18 @@ public:
 
     /// Each uses the last two events; true when the camera changed.
     virtual bool doOrbit();
+    /// @{
+    /// See doOrbit.
     virtual bool doPan();
     virtual bool doMove();
     virtual bool doZoom();
     virtual bool doRotate();
+    /// @}
 
 protected:
     /// Pixels as a part of half the view's size; 0 without a view or size.
     double normalizeX(double pixels) const;
+    /// See normalizeX.
     double normalizeY(double pixels) const;
     /// Width / height of the view; 1 without a view or size.
     double getViewAspectRatio() const;
@@ -169,7 +183,9 @@ protected:
     KyMat4d getTransform() const;
     /// Turn the frame about the centre, radians: about the basis' Y, about the present right axis.
     void doUpOrbit(double angle);
+    /// See doUpOrbit.
     void doRightOrbit(double angle);
+    /// Moves and zooms with two fingers; true when the camera changed.
     bool applyPinch(const KyPinchGesture* gesture);
     void handleIsEnabled() override;
 

@@ -34,6 +34,7 @@ public:
 
     /// The library's module handle, on Linux its address; set on every call of the entry.
     static std::intptr_t msHInstance;
+    /// True once registerModule was called.
     static bool msRegistered;
 
 private:

@@ -42,8 +42,8 @@ KyPassPixel::Bytes KyPassPixel::readFrameBuffer(unsigned frameBuffer, int x, int
 
 KyPassPixel::Bytes KyPassPixel::readImage(const QImage& image, int x, int y) {
     const QRgb pixel = reinterpret_cast<const QRgb*>(image.constScanLine(y))[x];
-    const auto byte = [pixel](int shift) { return static_cast<std::uint8_t>(pixel >> shift & 0xffU); };
-    return {byte(16), byte(8), byte(0), byte(24)};
+    const auto getByte = [pixel](int shift) { return static_cast<std::uint8_t>(pixel >> shift & 0xffU); };
+    return {getByte(16), getByte(8), getByte(0), getByte(24)};
 }
 
 KyColor KyPassPixel::toColor(const Bytes& bytes) {

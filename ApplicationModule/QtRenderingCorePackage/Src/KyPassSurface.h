@@ -34,6 +34,7 @@ class KyRay;
 /// ```
 class KYAPPLICATION_EXPORT KyPassSurface : public KyGraphicsPass, public KyHasSlots {
 public:
+    /// Pixels along a side; larger numbers count as this one.
     static constexpr int cLargestPicture = 16384;
 
     static const KyType* getType();
@@ -60,9 +61,11 @@ public:
 
     /// Null when there is none.
     KyBaseGraphicsPass* getPass() const { return mPictureView->getMainPass(); }
+    /// The mesh that shows the picture; null when there is none.
     KyMeshNode* getNode() const { return mNode.get(); }
     /// Pixels of the picture, 512 x 512 at the start.
     int getPictureWidth() const { return mPicture->getWidth(); }
+    /// See getPictureWidth.
     int getPictureHeight() const { return mPicture->getHeight(); }
     /// The view in which the pass stands: what its functions ask for. Positions in it are pixels of the picture, from
     /// its top left corner.

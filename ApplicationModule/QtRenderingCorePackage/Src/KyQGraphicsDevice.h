@@ -34,6 +34,7 @@ public:
     /// not known to it and not brought back. On the stack; scopes nest.
     class KYAPPLICATION_EXPORT Scope {
     public:
+        /// The device must outlive the scope.
         explicit Scope(KyQGraphicsDevice& device);
         ~Scope();
         Scope(const Scope&) = delete;
@@ -64,7 +65,9 @@ public:
     void setContext(QOpenGLContext* context, QSurface* surface);
     /// Null when there is none or it is gone.
     QOpenGLContext* getContext() const;
+    /// Null when there is none.
     QSurface* getSurface() const;
+    /// True for a device of createOffscreen().
     bool ownsContext() const { return mOwnContext != nullptr; }
 
     /// Leaves a context that is current on the surface as it is, with its bindings. False when there is no context or

@@ -42,6 +42,7 @@ public:
     void setShown(bool isShown) override;
     void requestRedraw() override;
 
+    /// In units of the Qt scene.
     const QSizeF& getItemSize() const { return mSize; }
     /// In the scene's units, 256 x 256 at the start. Ignored when not finite or negative.
     void setItemSize(const QSizeF& size);

@@ -106,9 +106,11 @@ public:
     /// Null before loading. After a failure those of the errors report, and null where that is off or fails itself; the
     /// item also after somebody has deleted it.
     QQmlComponent* getQmlComponent() const;
+    /// See getQmlComponent.
     QQuickItem* getQuickItem() const;
     /// The two of the first frame; null before, and where nothing can render QML. Owned by the pass.
     QQuickWindow* getQuickWindow() const;
+    /// See getQuickWindow.
     KyQmlRenderControl* getRenderControl() const;
     /// The colour texture of the frame buffer; null when that was taken away.
     KyTexture* getTexture() const;
@@ -119,9 +121,11 @@ public:
     QSize getFboSize() const;
     /// Where the shared engine looks for modules and plug-ins, before other places.
     void addImportPath(const QString& path);
+    /// As addImportPath, for plug-ins.
     void addPluginPath(const QString& path);
     /// On at the start. Off, a file that fails leaves the pass empty until it changes.
     void setEnableErrorsReport(bool isEnabled);
+    /// See setEnableErrorsReport.
     bool isErrorsReportEnabled() const { return mIsErrorsReportEnabled; }
     /// A QML that reads the context properties `qmlPathErrors`, the failing file's name, and `qmlError`, a list of maps
     /// with `line`, `column`, `description`, `file` (set where it is another file) and `canOpen` (there is a local
@@ -170,6 +174,7 @@ public:
 public Q_SLOTS:
     /// Asks for a rendering in the next frame.
     void requestUpdate();
+    /// Makes the root item once the component is there.
     void qmlComponentLoaded();
     /// Opens a file with the desktop: that of the error, given as its map in `qmlError`, else the failing one.
     void onOpenError(const QVariant& error);
@@ -181,6 +186,7 @@ public Q_SLOTS:
 protected:
     /// Sends needUpdate when it turns true.
     void setNeedUpdate(bool isNeeded);
+    /// True until the next rendering.
     bool isUpdateNeeded() const;
     /// Shows the report of these errors in place of the QML. The list holds maps.
     void onErrorReport(const QVariantList& errors);

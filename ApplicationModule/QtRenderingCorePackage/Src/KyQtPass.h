@@ -59,6 +59,7 @@ public:
     /// How the picture is painted. Automatic is what costs less and works.
     enum PaintMethod : std::int32_t { eAutomatic = 0, eFrameBuffer = 1, eImage = 2, eNbPaintMethods };
 
+    /// Carries the pass.
     using Signal = KySignal<KyQtPass*>;
 
     static const KyType* getType();
@@ -90,6 +91,7 @@ public:
     void set2DScene(Ky2DScene* scene, bool own);
     /// Null when there is none or it ended.
     Ky2DScene* edit2DScene() const;
+    /// Whether the 2D scene ends with the pass.
     bool owns2DScene() const { return mOwns2DScene; }
     /// Shows the widget and returns its item; null goes back to the scene and gives null. Null, and nothing changed,
     /// for a widget that has a parent or an item already, or without a scene to put it in. The widget is as large as
@@ -122,6 +124,7 @@ public:
     /// Lists and menus that widgets open are not cached either; on at the start.
     bool isOverrideCacheModeInWidgetMode() const { return mIsOverrideCacheMode; }
     void setOverrideCacheModeInWidgetMode(bool isOn);
+    /// See setPaintMethod.
     PaintMethod getPaintMethod() const { return mPaintMethod; }
     /// Values that name no method are refused with false. What cannot be done counts as automatic.
     bool setPaintMethod(PaintMethod method);
@@ -154,6 +157,7 @@ public:
     /// False when there is no such widget or property, or it refuses the value.
     bool setWidgetProperty(const std::string& objectName, const std::string& property, const KyField& value);
 
+    /// True until the next painting.
     bool isUpdateNeeded() const;
     /// Sent with the pass when a painting became necessary.
     Signal& needUpdateSignal() { return mNeedUpdateSignal; }
@@ -168,6 +172,7 @@ public:
     void setFrameBuffer(KyFrameBuffer* buffer) override;
 
 protected:
+    /// Sends the signal when it turns true.
     void setNeedUpdate(bool isNeeded);
 
 private Q_SLOTS:

@@ -4,6 +4,7 @@
 #include "KyQtPassEventHandler.h"
 
 #include "Ky2DScene.h"
+#include "KyQtFormLoader_p.h"
 #include "KyQtValues.h"
 #include "KyQtVariant.h"
 
@@ -19,7 +20,6 @@
 #include <QApplication>
 #include <QFile>
 #include <QMetaProperty>
-#include <QUiLoader>
 #include <QWidget>
 
 const KyType* KyQtPass::msType = nullptr;
@@ -134,10 +134,10 @@ bool KyQtPass::loadForm(const std::string& path) {
         fail("cannot open \"" + path + "\": " + file.errorString().toStdString());
         return false;
     }
-    QUiLoader loader;
-    std::unique_ptr<QWidget> widget(loader.load(&file));
+    QString error;
+    std::unique_ptr<QWidget> widget(kyBuildPlainForm(file, error));
     if (!widget || !setQWidget(widget.get(), true)) {
-        const std::string text = loader.errorString().toStdString();
+        const std::string text = error.toStdString();
         fail("cannot use the form \"" + path + "\": " + (text.empty() ? "there is no scene to show it in" : text));
         return false;
     }

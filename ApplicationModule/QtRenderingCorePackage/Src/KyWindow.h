@@ -94,6 +94,7 @@ public:
     /// Device pixels: the size of what GL draws into, and of the canvas from showing on, while this window draws it and
     /// has the pointer.
     int getWidth() const { return getDeviceSize().width(); }
+    /// See getWidth.
     int getHeight() const { return getDeviceSize().height(); }
     /// Device pixels for each of Qt's device-independent ones.
     virtual double getPixelRatio() const = 0;
@@ -133,6 +134,7 @@ protected:
     /// While one lives on the stack destroy() waits.
     class KYAPPLICATION_EXPORT Busy {
     public:
+        /// The window is watched, not owned.
         explicit Busy(KyWindow& window);
         ~Busy();
         Busy(const Busy&) = delete;
@@ -143,14 +145,17 @@ protected:
         KyObjectReference mWindow;
     };
 
+    /// Holds a reference to the canvas; null makes one.
     explicit KyWindow(KyCanvas* canvas);
 
     /// Whether Qt's application is there, else reported: `className` cannot be made.
     static bool hasApplication(const char* className, bool needsWidgets);
 
+    /// Device pixels; empty before the window has a size.
     virtual QSize getDeviceSize() const = 0;
     /// In device-independent pixels.
     virtual void resizeTo(const QSize& size) = 0;
+    /// The Qt object that is the window.
     virtual QObject& editQObject() = 0;
     /// False for events of the watched object that are not meant for the canvas.
     virtual bool isForCanvas(QObject* watched, QEvent* event);
@@ -173,6 +178,7 @@ protected:
     bool checkSupport();
     /// The context that is used from now on; null for none.
     void setContext(QOpenGLContext* context, QSurface* surface);
+    /// Draws with this device from now on; the one before ends.
     void setDevice(std::unique_ptr<KyQGraphicsDevice> device);
     /// Draws the canvas at the window's size into the buffer, with null into what is bound in the context, which must
     /// be current or the device's. False, and reported once, when that cannot be done.

@@ -30,8 +30,11 @@ public:
     /// Reads the values from the document; nothing here.
     virtual void updateDataFromSettings();
 
+    /// @{
+    /// Owned by the object; null while there is none.
     const KySettings* getSettings() const { return mSettings.get(); }
     KySettings* editSettings() { return mSettings.get(); }
+    /// @}
 
 private:
     friend class KyQSettingsEditor;

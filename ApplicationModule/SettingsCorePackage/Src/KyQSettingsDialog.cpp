@@ -19,6 +19,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 using KyApplication::toQString;
@@ -75,6 +76,8 @@ void KyQSettingsDialog::build() {
     auto* area = new QScrollArea;
     area->setWidgetResizable(true);
     area->setFrameShape(QFrame::NoFrame);
+    // It follows the focus of what it holds.
+    area->setFocusPolicy(Qt::NoFocus);
     area->setWidget(mStack);
     auto* splitter = new QSplitter;
     splitter->addWidget(mTree);
@@ -104,16 +107,21 @@ bool KyQSettingsDialog::showPage(const QString& name) {
 }
 
 bool KyQSettingsDialog::apply() {
-    QStringList problems;
     // A page may end others, and itself.
-    for (const QPointer<KyQSettingsEditor>& page : listPages()) {
+    for (const QPointer<KyQSettingsEditor>& page : listPages())
         if (page)
             page->accept();
-        if (page && !page->getProblem().isEmpty() && !problems.contains(page->getProblem()))
-            problems.append(page->getProblem());
-    }
+    const QStringList problems = listProblems();
     showProblems(problems);
     return problems.isEmpty();
+}
+
+QStringList KyQSettingsDialog::listProblems() const {
+    QStringList problems;
+    for (const QPointer<KyQSettingsEditor>& page : listPages())
+        if (!page->getProblem().isEmpty() && !problems.contains(page->getProblem()))
+            problems.append(page->getProblem());
+    return problems;
 }
 
 void KyQSettingsDialog::showProblems(const QStringList& problems) {
@@ -195,6 +203,18 @@ void KyQSettingsDialog::borrow(KyQSettingsEditor* page) {
     std::erase_if(mLoans, [page](const Loan& loan) { return !loan.page || loan.page == page; });
     mLoans.push_back({page, lender});
     mStack->addWidget(page);
+    orderTabs(*page);
+}
+
+/// What comes into the dialog goes behind all that is there, also behind the buttons.
+void KyQSettingsDialog::orderTabs(const QWidget& page) {
+    std::vector<QWidget*> widgets;
+    for (QWidget* next = page.nextInFocusChain(); page.isAncestorOf(next); next = next->nextInFocusChain())
+        if (next->focusPolicy() != Qt::NoFocus && !next->focusProxy())
+            widgets.push_back(next);
+    QWidget* last = mTree;
+    for (QWidget* widget : widgets)
+        setTabOrder(std::exchange(last, widget), widget);
 }
 
 /// Where the page came from, which is then no longer this dialog's business.
@@ -222,6 +242,16 @@ void KyQSettingsDialog::updatePagesLater() {
 void KyQSettingsDialog::updateTranslations() {
     setWindowTitle(tr("Settings"));
     mTree->setAccessibleName(tr("Pages"));
+    mTree->setAccessibleDescription(tr("Chooses the page beside it."));
+    mButtons->button(QDialogButtonBox::Ok)->setToolTip(tr("Takes over all pages and closes the settings"));
+    mButtons->button(QDialogButtonBox::Apply)->setToolTip(tr("Takes over all pages"));
+    mButtons->button(QDialogButtonBox::Cancel)->setToolTip(tr("Closes the settings without taking over the pages"));
+}
+
+/// Pages have changed their texts by now.
+void KyQSettingsDialog::updateProblems() {
+    if (mMessage->isVisibleTo(this))
+        showProblems(listProblems());
 }
 
 void KyQSettingsDialog::changeEvent(QEvent* event) {
@@ -229,6 +259,7 @@ void KyQSettingsDialog::changeEvent(QEvent* event) {
     if (event->type() == QEvent::LanguageChange) {
         updateTranslations();
         updatePagesLater();
+        QMetaObject::invokeMethod(this, &KyQSettingsDialog::updateProblems, Qt::QueuedConnection);
     }
     QDialog::changeEvent(event);
 }

@@ -32,6 +32,7 @@ class KYAPPLICATION_EXPORT KyQSettingsDialog : public QDialog {
     Q_OBJECT
 
 public:
+    /// The parent owns it.
     explicit KyQSettingsDialog(QWidget* parent = nullptr);
     ~KyQSettingsDialog() override;
 
@@ -60,14 +61,17 @@ private:
 
     void build();
     void resetPages();
+    QStringList listProblems() const;
     void showProblems(const QStringList& problems);
     void updateTranslations();
+    void updateProblems();
     void updatePagesLater();
     void addItem(KyQSettingsEditor* page);
     QTreeWidgetItem* findGroup(const QString& name);
     void select(KyQSettingsEditor* page);
     void setCurrent(QTreeWidgetItem* item);
     void borrow(KyQSettingsEditor* page);
+    void orderTabs(const QWidget& page);
     QPointer<QWidget> takeLender(const KyQSettingsEditor* page);
     void giveBack();
 

@@ -7,9 +7,13 @@
 #include "KySettings.h"
 #include "KySettingsEditorManager.h"
 
+#include <QCoreApplication>
 #include <QEvent>
 
 using KyApplication::toKyString;
+
+const char* const KyQSettingsEditor::cUnsaved =
+    QT_TRANSLATE_NOOP("KyQSettingsEditor", "The settings cannot be saved in \"%1\".");
 
 KyQSettingsEditor::KyQSettingsEditor(const QString& name, const QString& groupName, const QString& itemName,
                                      KyHasSettings* hasSettings)
@@ -26,16 +30,37 @@ KyQSettingsEditor::~KyQSettingsEditor() {
 }
 
 bool KyQSettingsEditor::accept() {
-    mProblem.clear();
+    setProblem(QString());
     if (!mHasSettings)
         return false;
     KySettings* settings = mHasSettings->editSettings();
     if (!settings->save() && !settings->getFilePath().isEmpty())
-        mProblem = tr("The settings cannot be saved in \"%1\".").arg(settings->getFilePath());
+        setProblem(cUnsaved, settings->getFilePath());
     return false;
 }
 
 void KyQSettingsEditor::reset() {}
+
+void KyQSettingsEditor::setProblem(const QString& problem) {
+    mProblemText = nullptr;
+    mProblem = problem;
+}
+
+void KyQSettingsEditor::setProblem(const char* text, const QString& argument) {
+    mProblemText = text;
+    mProblemArgument = argument;
+    translateProblem();
+}
+
+/// A text of this class, which pages use too, or of the page's own.
+void KyQSettingsEditor::translateProblem() {
+    if (!mProblemText)
+        return;
+    const bool isOurs = mProblemText == cUnsaved;
+    mProblem = isOurs ? tr(mProblemText) : QCoreApplication::translate(metaObject()->className(), mProblemText);
+    if (mProblem.contains("%1"))
+        mProblem = mProblem.arg(mProblemArgument);
+}
 
 void KyQSettingsEditor::setName(const std::string& name) {
     enter(name);
@@ -44,8 +69,10 @@ void KyQSettingsEditor::setName(const std::string& name) {
 void KyQSettingsEditor::updateTranslations() {}
 
 void KyQSettingsEditor::changeEvent(QEvent* event) {
-    if (event->type() == QEvent::LanguageChange)
+    if (event->type() == QEvent::LanguageChange) {
         updateTranslations();
+        translateProblem();
+    }
     QWidget::changeEvent(event);
 }
 

@@ -36,11 +36,18 @@ public:
                       KyHasSettings* hasSettings);
     ~KyQSettingsEditor() override;
 
+    /// The page's name, not translated.
     virtual const std::string& getName() const { return mName; }
+    /// @{
+    /// The group that the page stands in.
     const std::string& getGroupName() const { return mGroupName; }
     void setGroupName(const std::string& groupName) { mGroupName = groupName; }
+    /// @}
+    /// @{
+    /// The name in the list of pages.
     const std::string& getItemName() const { return mItemName; }
     void setItemName(const std::string& itemName) { mItemName = itemName; }
+    /// @}
 
     /// Null when there is none or it has ended.
     const KyHasSettings* getHasSettings() const { return mHasSettings; }
@@ -56,7 +63,12 @@ public:
 
 protected:
     /// For pages whose accept() saves by itself.
-    void setProblem(const QString& problem) { mProblem = problem; }
+    void setProblem(const QString& problem);
+    /// cUnsaved or a text of the page's own class, which follows the language, with the argument in place of "%1". It
+    /// is kept as a pointer.
+    void setProblem(const char* text, const QString& argument = {});
+    /// The problem of a file, the argument, that cannot be written.
+    static const char* const cUnsaved;
     /// Registers the page anew under that name.
     virtual void setName(const std::string& name);
     /// Reads the translated texts again after a change of the language; nothing here.
@@ -66,10 +78,14 @@ protected:
 private:
     void enter(const std::string& name);
     void watch();
+    void translateProblem();
 
     std::string mName;
     std::string mGroupName;
     std::string mItemName;
     QString mProblem;
+    /// Where it comes from; null for one that does not follow the language.
+    const char* mProblemText = nullptr;
+    QString mProblemArgument;
     KyHasSettings* mHasSettings;
 };

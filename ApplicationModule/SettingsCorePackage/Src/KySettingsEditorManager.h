@@ -37,6 +37,7 @@ public:
     /// The page of that name, null when there is none.
     const KyQSettingsEditor* getSettingsEditor(const QString& name) const;
     KyQSettingsEditor* editSettingsEditor(const QString& name);
+    /// Pages that are registered.
     unsigned getNbSettingsEditors() const { return mEditors.getNbElements(); }
     /// In the order of registration; null when the index is out of range.
     KyQSettingsEditor* editSettingsEditorAt(unsigned index) { return mEditors.getElement(index); }
