@@ -135,8 +135,11 @@ end)
 title("Types, resources, the system")
 local kind = Type.of(scene)
 print("the scene is a", kind:getName(), "with the parent", kind:getParent():getName(), kind:isA(kind))
-local information = ResourceInformation(URL("nowhere/at all.txt", URL.eLocalPath))
-print("a file that is not there:", information:isReadable(), Resource.existFile("nowhere/at all.txt"))
+-- A sandbox has no files.
+if ResourceInformation then
+    local information = ResourceInformation(URL("nowhere/at all.txt", URL.eLocalPath))
+    print("a file that is not there:", information:isReadable(), Resource.existFile("nowhere/at all.txt"))
+end
 print("this system:", Platform.getOsType() == Platform.eLinux and "Linux" or "Windows")
 
 title("Bits")

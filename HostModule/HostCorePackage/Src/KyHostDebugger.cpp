@@ -83,7 +83,14 @@ bool KyHostDebugger::open(std::string& error) {
 
 bool KyHostDebugger::openPort(std::string& error) {
     mAdapter = std::make_unique<KyDebugAdapter>(KyScriptEngine::get());
-    QObject::connect(mAdapter.get(), &KyDebugAdapter::clientDisconnected, [this] { onWatcherLeft(); });
+    QObject::connect(mAdapter.get(), &KyDebugAdapter::clientReady, [this](bool isDebugging) {
+        mIsClientIdle = !isDebugging;
+        follow();
+    });
+    QObject::connect(mAdapter.get(), &KyDebugAdapter::clientDisconnected, [this] {
+        mIsClientIdle = false;
+        onWatcherLeft();
+    });
     if (!mAdapter->listen(static_cast<quint16>(*mOptions.debugPort))) {
         error = "cannot listen on port " + std::to_string(*mOptions.debugPort) + ": " +
                 mAdapter->getErrorText().toStdString();
@@ -96,8 +103,7 @@ bool KyHostDebugger::openPort(std::string& error) {
 /// A connection that says nothing, or goes again, is none to wait for.
 void KyHostDebugger::waitForClient() {
     QEventLoop loop;
-    QObject::connect(mAdapter.get(), &KyDebugAdapter::clientReady, &loop, [this, &loop](bool isDebugging) {
-        follow();
+    QObject::connect(mAdapter.get(), &KyDebugAdapter::clientReady, &loop, [&loop](bool isDebugging) {
         if (isDebugging)
             KyScriptEngine::get().editDebugger().pause();
         loop.quit();
@@ -112,8 +118,8 @@ void KyHostDebugger::setBreakpoints() {
         byScript[breakpoint.script].push_back({breakpoint.line, {}});
     KyScriptDebugger& debugger = KyScriptEngine::get().editDebugger();
     for (const auto& [script, breakpoints] : byScript) {
-        if (QFileInfo::exists(QString::fromLocal8Bit(script.c_str())))
-            debugger.setFileBreakpoints(script, breakpoints);
+        if (const auto path = QString::fromLocal8Bit(script.c_str()); QFileInfo::exists(path))
+            debugger.setFileBreakpoints(path.toStdString(), breakpoints);
         else
             debugger.setBreakpoints(KyScriptDebugger::makeChunkName(script), breakpoints);
     }
@@ -124,7 +130,7 @@ void KyHostDebugger::openWindow() {
         mWindow = std::make_unique<KyHostDebuggerWindow>([this] { onWatcherLeft(); });
         for (const KyHostOptions::Item& item : mOptions.items)
             if (KyHostScripts::isScript(item))
-                mWindow->addScript(item.text);
+                mWindow->addScript(QString::fromLocal8Bit(item.text.c_str()));
     }
     mWindow->show();
     mWindow->raise();
@@ -133,7 +139,7 @@ void KyHostDebugger::openWindow() {
 }
 
 bool KyHostDebugger::isWanted() const {
-    return (mWindow && mWindow->isVisible()) || (mAdapter && mAdapter->hasClient());
+    return (mWindow && mWindow->isVisible()) || (mAdapter && mAdapter->hasClient() && !mIsClientIdle);
 }
 
 void KyHostDebugger::follow() {

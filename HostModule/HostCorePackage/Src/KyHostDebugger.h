@@ -66,6 +66,8 @@ private:
     Listeners mListeners;
     std::unique_ptr<KyHostDebuggerWindow> mWindow;
     std::unique_ptr<KyDebugAdapter> mAdapter;
+    /// The editor only wants to see what scripts print.
+    bool mIsClientIdle = false;
     /// Wakes the wait for events.
     QTimer mPulse;
 };

@@ -13,8 +13,8 @@
 #include <QComboBox>
 #include <QFile>
 #include <QFileInfo>
+#include <QKeyEvent>
 #include <QLabel>
-#include <QShortcut>
 #include <QSplitter>
 #include <QToolBar>
 #include <QVBoxLayout>
@@ -56,34 +56,69 @@ KyHostDebuggerWindow::KyHostDebuggerWindow(std::function<void()> closed)
     , mNames(new QComboBox)
     , mSource(new KyHostSourceView([this](int line) { toggleBreakpoint(line); }))
     , mEditor(new KyQLuaDebuggerEditor)
-    , mState(new QLabel) {
+    , mState(new QLabel)
+    , mBar(new QToolBar) {
     setObjectName("debugger");
-    setWindowTitle(tr("Debugger - kyhost"));
     // The program does not end with it.
     setAttribute(Qt::WA_QuitOnClose, false);
     resize(cWidth, cHeight);
+    fillBar();
     layOut();
+    updateTranslations();
     connect(mNames, qOverload<int>(&QComboBox::currentIndexChanged), [this] { showScript(); });
     editDebugger().stoppedSignal.connect(this, &KyHostDebuggerWindow::onStopped);
     editDebugger().continuedSignal.connect(this, &KyHostDebuggerWindow::showState);
 }
 
-void KyHostDebuggerWindow::layOut() {
-    auto* const bar = new QToolBar;
-    addStep(*bar, tr("Step &over"), Qt::Key_F10, &KyScriptDebugger::stepOver);
-    addStep(*bar, tr("Step ou&t"), QKeySequence(static_cast<int>(Qt::SHIFT) + static_cast<int>(Qt::Key_F11)),
-            &KyScriptDebugger::stepOut);
-    addStep(*bar, tr("&Pause"), Qt::Key_F6, &KyScriptDebugger::pause);
-    QAction* const errors = bar->addAction(tr("Stop at &errors"));
+KyHostDebuggerWindow::~KyHostDebuggerWindow() = default;
+
+void KyHostDebuggerWindow::fillBar() {
+    addAction(QT_TR_NOOP("Step over"), QT_TR_NOOP("Stops at the next line, but not in functions that it calls"), "F10",
+              [] { editDebugger().stepOver(); });
+    addAction(QT_TR_NOOP("Step out"), QT_TR_NOOP("Stops when the function has ended"), "Shift+F11",
+              [] { editDebugger().stepOut(); });
+    addAction(QT_TR_NOOP("Pause"), QT_TR_NOOP("Stops at the next line that runs"), "F6",
+              [] { editDebugger().pause(); });
+    addAction(QT_TR_NOOP("Breakpoint"), QT_TR_NOOP("Sets or takes a breakpoint at the line of the cursor"), "F9",
+              [this] { toggleCursorLine(); });
+    QAction* const errors =
+        addAction(QT_TR_NOOP("Stop at errors"), QT_TR_NOOP("Stops where a script fails"), "Ctrl+E", {});
     errors->setCheckable(true);
     connect(errors, &QAction::toggled, [](bool isChecked) { editDebugger().setBreakingOnErrors(isChecked); });
-    bar->addWidget(mState);
+    mBar->addWidget(mState);
     mState->setContentsMargins(12, 0, 0, 0);
     mState->setObjectName("state");
-    addKey(Qt::Key_F5, &KyHostDebuggerWindow::resume);
-    addKey(Qt::Key_F11, &KyHostDebuggerWindow::stepInto);
-    addKey(Qt::Key_F9, &KyHostDebuggerWindow::toggleCursorLine);
+    mEditor->setKeys(Qt::Key_F5, Qt::Key_F11);
+}
 
+QAction* KyHostDebuggerWindow::addAction(const char* text, const char* help, const char* key,
+                                         std::function<void()> act) {
+    QAction* const action = mBar->addAction(QString());
+    action->setShortcut(QKeySequence(QLatin1String(key)));
+    if (act)
+        connect(action, &QAction::triggered, std::move(act));
+    // Tool bars leave the keyboard to menus, which there are none of.
+    mBar->widgetForAction(action)->setFocusPolicy(Qt::TabFocus);
+    mActions.push_back({action, text, help});
+    return action;
+}
+
+void KyHostDebuggerWindow::updateTranslations() {
+    setWindowTitle(tr("Debugger - kyhost"));
+    for (const Action& entry : mActions) {
+        const QString key = entry.action->shortcut().toString(QKeySequence::NativeText);
+        entry.action->setText(tr(entry.text));
+        entry.action->setToolTip(QStringLiteral("%1 (%2)").arg(tr(entry.help), key));
+    }
+    mNames->setAccessibleName(tr("Script"));
+    mNames->setToolTip(tr("Script whose text stands below"));
+    mSource->setAccessibleName(tr("Text of the script"));
+    mSource->setAccessibleDescription(tr("F9 sets or takes a breakpoint at the line of the cursor."));
+    mSource->setMarginToolTip(tr("A click sets or takes a breakpoint (F9)"));
+    mState->setText(describeState());
+}
+
+void KyHostDebuggerWindow::layOut() {
     auto* const source = new QWidget;
     auto* const sourceLayout = new QVBoxLayout(source);
     sourceLayout->addWidget(mNames);
@@ -95,27 +130,27 @@ void KyHostDebuggerWindow::layOut() {
     splitter->setStretchFactor(1, cEditorShare);
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins({});
-    layout->addWidget(bar);
+    layout->addWidget(mBar);
     layout->addWidget(splitter, 1);
 }
 
-QAction* KyHostDebuggerWindow::addStep(QToolBar& bar, const QString& text, const QKeySequence& key,
-                                       void (KyScriptDebugger::*step)()) {
-    QAction* const action = bar.addAction(text);
-    action->setShortcut(key);
-    action->setToolTip(QString("%1 (%2)").arg(text).remove('&').arg(key.toString(QKeySequence::NativeText)));
-    connect(action, &QAction::triggered, [step] { (editDebugger().*step)(); });
-    return action;
-}
-
-void KyHostDebuggerWindow::addKey(const QKeySequence& key, void (KyHostDebuggerWindow::*act)()) {
-    connect(new QShortcut(key, this), &QShortcut::activated, [this, act] { (this->*act)(); });
-}
-
-void KyHostDebuggerWindow::addScript(const std::string& path) {
-    const QFileInfo file(QString::fromLocal8Bit(path.c_str()));
-    mScripts.push_back({KyScriptDebugger::makeChunkName(path), file.absoluteFilePath()});
+void KyHostDebuggerWindow::addScript(const QString& path) {
+    const QFileInfo file(path);
+    mScripts.push_back({KyScriptDebugger::makeChunkName(path.toStdString()), file.absoluteFilePath()});
     mNames->addItem(file.fileName());
+}
+
+void KyHostDebuggerWindow::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::LanguageChange)
+        updateTranslations();
+    QWidget::changeEvent(event);
+}
+
+void KyHostDebuggerWindow::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape)
+        close();
+    else
+        QWidget::keyPressEvent(event);
 }
 
 void KyHostDebuggerWindow::closeEvent(QCloseEvent* event) {
@@ -133,14 +168,6 @@ void KyHostDebuggerWindow::showEvent(QShowEvent* event) {
         showState();
 }
 
-void KyHostDebuggerWindow::resume() {
-    mEditor->resumeLuaActionSlot(false);
-}
-
-void KyHostDebuggerWindow::stepInto() {
-    mEditor->stepLuaActionSlot(false);
-}
-
 void KyHostDebuggerWindow::toggleCursorLine() {
     toggleBreakpoint(mSource->getCursorLine());
 }
@@ -150,7 +177,7 @@ void KyHostDebuggerWindow::toggleBreakpoint(int line) {
     if (index < 0)
         return;
     const Script& script = mScripts[static_cast<std::size_t>(index)];
-    const std::string path = script.path.toLocal8Bit().toStdString();
+    const std::string path = script.path.toStdString();
     std::vector<KyScriptBreakpoint> ofName = editDebugger().getBreakpoints(script.chunkName);
     std::vector<KyScriptBreakpoint> ofFile = editDebugger().getFileBreakpoints(path);
     const auto isThere = [line](const KyScriptBreakpoint& breakpoint) { return breakpoint.line == line; };
@@ -177,29 +204,32 @@ void KyHostDebuggerWindow::showBreakpoints() {
         const Script& script = mScripts[static_cast<std::size_t>(index)];
         for (const auto& breakpoint : editDebugger().getBreakpoints(script.chunkName))
             lines.insert(breakpoint.line);
-        for (const auto& breakpoint : editDebugger().getFileBreakpoints(script.path.toLocal8Bit().toStdString()))
+        for (const auto& breakpoint : editDebugger().getFileBreakpoints(script.path.toStdString()))
             lines.insert(breakpoint.line);
     }
     mSource->setBreakpoints(std::move(lines));
 }
 
 void KyHostDebuggerWindow::showState() {
-    if (!editDebugger().isStopped()) {
+    if (!editDebugger().isStopped())
         mSource->setCurrentLine(0);
-        mState->setText(tr("Running"));
-        return;
-    }
+    mState->setText(describeState());
+}
+
+QString KyHostDebuggerWindow::describeState() {
+    if (!editDebugger().isStopped())
+        return tr("Running");
     const KyScriptStop& stop = editDebugger().getStop();
     const QString reason = tr(cReasons[static_cast<std::size_t>(stop.reason)]);
     const QString text = QString::fromStdString(stop.text);
-    mState->setText(tr("Stopped at %1:%2 (%3)").arg(getName(stop.chunkName)).arg(stop.line).arg(reason) +
-                    (text.isEmpty() ? text : ": " + text.section('\n', 0, 0)));
+    return tr("Stopped at %1:%2 (%3)").arg(getName(stop.chunkName)).arg(stop.line).arg(reason) +
+           (text.isEmpty() ? text : ": " + text.section('\n', 0, 0));
 }
 
 int KyHostDebuggerWindow::findStoppedScript() {
     const std::string& name = editDebugger().getStop().chunkName;
     const std::string path = editDebugger().findFile(name);
-    const QFileInfo file(QString::fromLocal8Bit(path.c_str()));
+    const QFileInfo file(QString::fromStdString(path));
     const auto isStopped = [&](const Script& script) {
         return path.empty() ? script.chunkName == name : QFileInfo(script.path) == file;
     };
@@ -208,7 +238,7 @@ int KyHostDebuggerWindow::findStoppedScript() {
         return static_cast<int>(found - mScripts.begin());
     if (path.empty() || !file.exists())
         return -1;
-    addScript(path);
+    addScript(file.filePath());
     mScripts.back().chunkName = name;
     return static_cast<int>(mScripts.size()) - 1;
 }

@@ -16,6 +16,7 @@ class KyQLuaDebuggerEditor;
 class KyScriptDebugger;
 class QAction;
 class QComboBox;
+class QKeyEvent;
 class QLabel;
 class QToolBar;
 
@@ -23,18 +24,21 @@ class QToolBar;
 /// (KyQLuaDebuggerEditor), and further steps.
 ///
 /// Keys: F5 runs on, F10 steps over calls, F11 into them, Shift+F11 out of a function; F6 stops what runs; F9 sets and
-/// takes a breakpoint at the line of the cursor.
+/// takes a breakpoint at the line of the cursor; Ctrl+E stops at errors, or no longer; Escape closes.
 class KyHostDebuggerWindow : public QWidget, public KyHasSlots {
     Q_DECLARE_TR_FUNCTIONS(KyHostDebuggerWindow)
 
 public:
     /// Called after it has been closed.
     explicit KyHostDebuggerWindow(std::function<void()> closed);
+    ~KyHostDebuggerWindow() override;
 
     /// Lists a file. Files in which a script stops are listed by themselves.
-    void addScript(const std::string& path);
+    void addScript(const QString& path);
 
 protected:
+    void changeEvent(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void showEvent(QShowEvent* event) override;
 
@@ -43,17 +47,23 @@ private:
         std::string chunkName;
         QString path;
     };
+    /// A button of the bar, with its text to translate.
+    struct Action {
+        QAction* action;
+        const char* text;
+        const char* help;
+    };
 
     void layOut();
-    void addKey(const QKeySequence& key, void (KyHostDebuggerWindow::*act)());
-    QAction* addStep(QToolBar& bar, const QString& text, const QKeySequence& key, void (KyScriptDebugger::*step)());
-    void resume();
-    void stepInto();
+    void fillBar();
+    QAction* addAction(const char* text, const char* help, const char* key, std::function<void()> act);
+    void updateTranslations();
     void toggleCursorLine();
     void toggleBreakpoint(int line);
     void showScript();
     void showBreakpoints();
     void showState();
+    static QString describeState();
     void onStopped();
     /// Of the stop's chunk, in the list; -1 when it is in no file.
     int findStoppedScript();
@@ -64,4 +74,6 @@ private:
     KyHostSourceView* mSource;
     KyQLuaDebuggerEditor* mEditor;
     QLabel* mState;
+    QToolBar* mBar;
+    std::vector<Action> mActions;
 };

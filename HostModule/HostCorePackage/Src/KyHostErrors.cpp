@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "KyHostErrors.h"
 
+#include "KyQtLuaBinding.h"
 #include "KyScriptEngine.h"
 
 #include "KyException.h"
@@ -28,8 +29,10 @@ void KyHostErrors::write(const std::string& message) {
 }
 
 void KyHostErrors::onScriptError(const std::string& message) {
-    ++msCurrent->mNbScriptErrors;
     writeLine(message);
+    if (KyQtLuaBinding::isWarning())
+        return;
+    ++msCurrent->mNbScriptErrors;
     if (!msCurrent->mPrintsTracebacks)
         return;
     const std::string& traceback = KyScriptEngine::get().getLastTraceback();

@@ -19,7 +19,7 @@ public:
     KyHostErrors(const KyHostErrors&) = delete;
     KyHostErrors& operator=(const KyHostErrors&) = delete;
 
-    /// Errors of scripts, coroutines included.
+    /// Errors of scripts, coroutines included. That a form is shown without some of its parts is none.
     unsigned getNbScriptErrors() const { return mNbScriptErrors; }
     /// Takes the last one back: a person has seen it and can answer it.
     void forgetLastScriptError() { --mNbScriptErrors; }

@@ -15,5 +15,9 @@ public:
     void toggle(QWindow& over);
 
 protected:
+    void changeEvent(QEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+
+private:
+    void updateTranslations();
 };

@@ -5,7 +5,7 @@
 #include "KyHostNavigation.h"
 #include "KyHostWindow.h"
 
-#include <Qt>
+#include <QtGlobal>
 
 #include <algorithm>
 #include <array>
@@ -44,28 +44,37 @@ constexpr Key cKeys[] = {
     {Qt::Key_O, &toggleOrthographic},
     {Qt::Key_P, [](KyHostWindow& window) { window.openSettings(); }},
     {Qt::Key_F1, [](KyHostWindow& window) { window.toggleHelp(); }},
+    {Qt::Key_F2, [](KyHostWindow& window) { window.toggleStatistics(); }},
     {Qt::Key_F9, [](KyHostWindow& window) { window.openDebugger(); }},
     {Qt::Key_F12, [](KyHostWindow& window) { window.writePicture(); }},
     {Qt::Key_Escape, [](KyHostWindow& window) { window.leave(); }},
 };
 
 constexpr std::array cKeyRows{
-    KyHostKeys::Row{"F", "show the whole model"},
-    KyHostKeys::Row{"1 to 6", "look from front, back, right, left, above, below"},
-    KyHostKeys::Row{"O", "parallel projection on and off"},
-    KyHostKeys::Row{"P", "settings"},
-    KyHostKeys::Row{"F1", "show and hide the keys"},
-    KyHostKeys::Row{"F9", "debugger of the scripts"},
-    KyHostKeys::Row{"F12", "write a picture into the current folder"},
-    KyHostKeys::Row{"Escape", "close the help, then the window"},
+    KyHostKeys::Row{"F", QT_TRANSLATE_NOOP("KyHostKeys", "show the whole model")},
+    KyHostKeys::Row{QT_TRANSLATE_NOOP("KyHostKeys", "1 to 6"),
+                    QT_TRANSLATE_NOOP("KyHostKeys", "look from front, back, right, left, above, below")},
+    KyHostKeys::Row{"O", QT_TRANSLATE_NOOP("KyHostKeys", "parallel projection on and off")},
+    KyHostKeys::Row{"P", QT_TRANSLATE_NOOP("KyHostKeys", "settings")},
+    KyHostKeys::Row{"F1", QT_TRANSLATE_NOOP("KyHostKeys", "show and hide the keys")},
+    KyHostKeys::Row{"F2", QT_TRANSLATE_NOOP("KyHostKeys", "show and hide how fast frames come")},
+    KyHostKeys::Row{"F9", QT_TRANSLATE_NOOP("KyHostKeys", "debugger of the scripts")},
+    KyHostKeys::Row{"F12", QT_TRANSLATE_NOOP("KyHostKeys", "write a picture into the current folder")},
+    KyHostKeys::Row{QT_TRANSLATE_NOOP("KyHostKeys", "Escape"),
+                    QT_TRANSLATE_NOOP("KyHostKeys", "cancel long work, close the help, then the window")},
 };
 
 constexpr std::array cGestureRows{
-    KyHostKeys::Row{"left drag, three fingers", "turn the view; of three fingers one moves"},
-    KyHostKeys::Row{"middle drag, one finger", "shift the view"},
-    KyHostKeys::Row{"right drag", "walk: up goes forward"},
-    KyHostKeys::Row{"wheel, two fingers", "nearer and farther; two fingers turn as well"},
-    KyHostKeys::Row{"Control + left drag", "drag the object under the pointer"},
+    KyHostKeys::Row{QT_TRANSLATE_NOOP("KyHostKeys", "left drag, three fingers"),
+                    QT_TRANSLATE_NOOP("KyHostKeys", "turn the view; of three fingers one moves")},
+    KyHostKeys::Row{QT_TRANSLATE_NOOP("KyHostKeys", "middle drag, one finger"),
+                    QT_TRANSLATE_NOOP("KyHostKeys", "shift the view")},
+    KyHostKeys::Row{QT_TRANSLATE_NOOP("KyHostKeys", "right drag"),
+                    QT_TRANSLATE_NOOP("KyHostKeys", "walk: up goes forward")},
+    KyHostKeys::Row{QT_TRANSLATE_NOOP("KyHostKeys", "wheel, two fingers"),
+                    QT_TRANSLATE_NOOP("KyHostKeys", "nearer and farther; two fingers turn as well")},
+    KyHostKeys::Row{QT_TRANSLATE_NOOP("KyHostKeys", "Control + left drag"),
+                    QT_TRANSLATE_NOOP("KyHostKeys", "drag the object under the pointer")},
 };
 
 } // namespace

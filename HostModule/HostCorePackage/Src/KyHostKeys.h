@@ -10,6 +10,7 @@ class KyHostWindow;
 /// What a hand does in the window: the keys with what they do, and the gestures of pointer and fingers for the help.
 class KyHostKeys {
 public:
+    /// In English; windows show it in the language of KyLanguage, from the translation context KyHostKeys.
     struct Row {
         const char* name;
         const char* help;

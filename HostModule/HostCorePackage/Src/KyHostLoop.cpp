@@ -122,6 +122,18 @@ void KyHostLoop::redraw() {
         mSurface->draw();
 }
 
+void KyHostLoop::processEvents() {
+    const bool isWithinFrame = std::exchange(mIsRunningFrame, true);
+    redraw();
+    QCoreApplication::processEvents();
+    mIsRunningFrame = isWithinFrame;
+    if (isWithinFrame || mIsOver)
+        return;
+    // The frame that was due may have been passed over.
+    mIsWaitingForDisplay = false;
+    wake();
+}
+
 void KyHostLoop::onDrawn() {
     if (!std::exchange(mIsWaitingForDisplay, false) || mIsRunningFrame)
         return;

@@ -39,6 +39,8 @@ public:
     void setFlush(std::function<void()> flush) { mFlush = std::move(flush); }
     /// Draws what has changed, between frames or in one that does not go on.
     void redraw();
+    /// In the middle of something long: draws what has changed and lets events through, but no frame runs.
+    void processEvents();
     /// Whether no frame follows any more.
     bool hasEnded() const { return mIsOver; }
     /// Ends at once if the host quits, else soon runs a frame.

@@ -2,15 +2,14 @@
 // SPDX-License-Identifier: MIT
 #include "KyHostNavigationPage.h"
 
-#include "KyHostErrors.h"
-
+#include "KyLanguage.h"
 #include "KyQtText.h"
-#include "KySettings.h"
 
 #include <QCheckBox>
 #include <QDoubleSpinBox>
 #include <QFormLayout>
 #include <QLabel>
+#include <QLocale>
 
 namespace {
 
@@ -20,9 +19,7 @@ constexpr int cDecimals = 2;
 } // namespace
 
 KyHostNavigationPage::KyHostNavigationPage(KyHostSettings& settings, std::function<void()> applied)
-    : KyQSettingsEditor("navigation", "View", "Navigation", &settings)
-    , mSettings(settings)
-    , mApplied(std::move(applied)) {
+    : KyHostSettingsPage("navigation", settings, std::move(applied)) {
     auto* const layout = new QFormLayout(this);
     for (std::size_t i = 0; i < mSpeeds.size(); ++i) {
         mLabels[i] = new QLabel;
@@ -43,35 +40,18 @@ KyHostNavigationPage::KyHostNavigationPage(KyHostSettings& settings, std::functi
     KyHostNavigationPage::reset();
 }
 
-bool KyHostNavigationPage::accept() {
-    setProblem(QString());
-    if (takeChanges()) {
-        mIsUnsaved = true;
-        if (mApplied)
-            mApplied();
-    }
-    if (!mIsUnsaved || mSettings.save()) {
-        mIsUnsaved = false;
-        return true;
-    }
-    const QString path = mSettings.getSettings()->getFilePath();
-    setProblem(tr("The settings cannot be saved in \"%1\".").arg(path));
-    KyHostErrors::write("cannot write the settings '" + path.toStdString() + "'");
-    return false;
-}
-
 bool KyHostNavigationPage::takeChanges() {
     bool isChanged = false;
     for (std::size_t i = 0; i < mSpeeds.size(); ++i) {
         if (mSpeeds[i]->value() == mShownSpeeds[i])
             continue;
-        mSettings.setSpeed(i, mShownSpeeds[i] = mSpeeds[i]->value());
+        editSettings().setSpeed(i, mShownSpeeds[i] = mSpeeds[i]->value());
         isChanged = true;
     }
     for (std::size_t i = 0; i < mInversions.size(); ++i) {
         if (mInversions[i]->isChecked() == mShownInversions[i])
             continue;
-        mSettings.setInverted(i, mShownInversions[i] = mInversions[i]->isChecked());
+        editSettings().setInverted(i, mShownInversions[i] = mInversions[i]->isChecked());
         isChanged = true;
     }
     return isChanged;
@@ -80,19 +60,24 @@ bool KyHostNavigationPage::takeChanges() {
 void KyHostNavigationPage::updateTranslations() {
     setGroupName(KyApplication::toKyString(tr("View")));
     setItemName(KyApplication::toKyString(tr("Navigation")));
-    for (std::size_t i = 0; i < mLabels.size(); ++i)
+    for (std::size_t i = 0; i < mLabels.size(); ++i) {
         mLabels[i]->setText(tr(KyHostSettings::getSpeeds()[i].label));
-    for (std::size_t i = 0; i < mInversions.size(); ++i)
+        mSpeeds[i]->setLocale(QLocale(KyLanguage::get()));
+        mSpeeds[i]->setToolTip(tr("How fast the view follows the hand"));
+    }
+    for (std::size_t i = 0; i < mInversions.size(); ++i) {
         mInversions[i]->setText(tr(KyHostSettings::getInversions()[i].label));
+        mInversions[i]->setToolTip(tr("Turns the direction round"));
+    }
 }
 
 void KyHostNavigationPage::reset() {
     for (std::size_t i = 0; i < mSpeeds.size(); ++i) {
-        mSpeeds[i]->setValue(mSettings.getSpeed(i));
+        mSpeeds[i]->setValue(editSettings().getSpeed(i));
         mShownSpeeds[i] = mSpeeds[i]->value();
     }
     for (std::size_t i = 0; i < mInversions.size(); ++i) {
-        mInversions[i]->setChecked(mSettings.isInverted(i));
+        mInversions[i]->setChecked(editSettings().isInverted(i));
         mShownInversions[i] = mInversions[i]->isChecked();
     }
 }

@@ -4,6 +4,8 @@
 
 #include "KyHostKeys.h"
 
+#include "KyLanguage.h"
+
 #include <algorithm>
 #include <charconv>
 #include <limits>
@@ -11,7 +13,8 @@
 
 namespace {
 
-/// One option: `argument` is null for switches, `expected` says what the argument must be.
+/// One option: `argument` is null for switches, `expected` says what the argument must be; a switch with it may have
+/// one after "=".
 struct Option {
     std::string_view name;
     std::string_view alias;
@@ -62,6 +65,22 @@ bool readInspected(KyHostOptions& options, std::string_view value) {
     return !value.empty();
 }
 
+bool readLanguage(KyHostOptions& options, std::string_view value) {
+    const QString name = QString::fromUtf8(value.data(), static_cast<int>(value.size()));
+    options.language = KyLanguage::find(name).toStdString();
+    return !options.language.empty();
+}
+
+/// Installed drivers would make it differ from machine to machine. What looks like an option is a forgotten name.
+template <std::string KyHostOptions::*cMember>
+bool readDescription(KyHostOptions& options, std::string_view value) {
+    options.request = KyHostOptions::eDescribeScripts;
+    options.view = KyHostOptions::eNoView;
+    options.loadsInstalledDrivers = false;
+    options.*cMember = value;
+    return !value.empty() && !value.starts_with("--");
+}
+
 bool addBreakpoint(KyHostOptions& options, std::string_view value) {
     const std::size_t colon = value.rfind(':');
     int line = 0;
@@ -80,6 +99,13 @@ bool readPort(KyHostOptions& options, std::string_view value) {
     return true;
 }
 
+/// Without an argument the value has no data.
+bool readSandbox(KyHostOptions& options, std::string_view value) {
+    options.isSandboxed = true;
+    options.isSandboxStrict = value == "strict";
+    return options.isSandboxStrict || !value.data();
+}
+
 bool addDriver(KyHostOptions& options, std::string_view value) {
     options.drivers.emplace_back(value);
     return !value.empty();
@@ -96,8 +122,8 @@ constexpr Option cOptions[] = {
     {"-i", "", nullptr, nullptr, "read lines from a prompt and print their results",
      &set<&KyHostOptions::isInteractive>},
     {"--watch", "", nullptr, nullptr, "run everything again when a file changes", &set<&KyHostOptions::isWatching>},
-    {"--sandbox", "", nullptr, nullptr, "remove the unsafe functions before any script runs",
-     &set<&KyHostOptions::isSandboxed>},
+    {"--sandbox", "", nullptr, "'strict'", "remove the unsafe functions from scripts; strict also bounds them",
+     &readSandbox},
     {"--no-window", "", nullptr, nullptr, "run without display and GL until no coroutine waits",
      &set<&KyHostOptions::view, KyHostOptions::eNoView>},
     {"--offscreen", "", nullptr, nullptr, "draw without a display, 120 frames unless told",
@@ -106,13 +132,17 @@ constexpr Option cOptions[] = {
     {"--screenshot", "", "FILE.png", "a file name", "write the last frame to a PNG file", &readScreenshot},
     {"--size", "", "WxH", "a size from 1x1 to 16384x16384", "size of the view in pixels, 1280x720 unless given",
      &readSize},
+    {"--statistics", "", nullptr, nullptr, "show over the view how fast frames come and what is in them",
+     &set<&KyHostOptions::showsStatistics>},
     {"--devices", "", nullptr, nullptr, "list input devices with their channels and exit",
      &set<&KyHostOptions::request, KyHostOptions::eListDevices>},
     {"--driver", "", "FILE", "a file name", "load one more driver of input devices; repeatable", &addDriver},
     {"--no-drivers", "", nullptr, nullptr, "leave the installed drivers of input devices out",
      &set<&KyHostOptions::loadsInstalledDrivers, false>},
-    {"--inspect", "", "NAME", "the name of an object", "show and edit the attributes of the object of that name",
-     &readInspected},
+    {"--inspect", "", "NAME", "the name of a published object",
+     "show and edit the attributes of the published object of that name", &readInspected},
+    {"--language", "", "CODE", "a language that is there, such as 'de'",
+     "language of windows and dialogs, such as de, en or fr", &readLanguage},
     {"--debugger", "", nullptr, nullptr, "open the debugger and stop at the first line that runs",
      &set<&KyHostOptions::hasDebugger>},
     {"--break", "", "FILE:LINE", "a script and a line, such as 'door.lua:12'",
@@ -125,6 +155,10 @@ constexpr Option cOptions[] = {
      &set<&KyHostOptions::printsResults>},
     {"--traceback", "", nullptr, nullptr, "print where in the script an error came from",
      &set<&KyHostOptions::printsTracebacks>},
+    {"--write-stubs", "", "DIR", "the name of a folder",
+     "write what scripts see as annotations for Lua editors and exit", &readDescription<&KyHostOptions::stubs>},
+    {"--write-reference", "", "FILE", "a file name", "write what scripts see as a document and exit",
+     &readDescription<&KyHostOptions::reference>},
     {"--version", "", nullptr, nullptr, "print the versions and exit",
      &set<&KyHostOptions::request, KyHostOptions::eShowVersion>},
     {"--help", "-h", nullptr, nullptr, "print this text and exit",
@@ -159,7 +193,7 @@ bool readOption(const std::vector<std::string>& arguments, std::size_t& position
         error = "unknown option " + quote(name);
         return false;
     }
-    if (!option->argument && hasInlineValue) {
+    if (!option->argument && !option->expected && hasInlineValue) {
         error = "option " + quote(name) + " takes no argument";
         return false;
     }
@@ -167,7 +201,11 @@ bool readOption(const std::vector<std::string>& arguments, std::size_t& position
         error = "option " + quote(name) + " needs " + option->expected;
         return false;
     }
-    const std::string_view value = hasInlineValue ? word.substr(equals + 1) : std::string_view(arguments[position]);
+    std::string_view value;
+    if (hasInlineValue)
+        value = word.substr(equals + 1);
+    else if (option->argument)
+        value = arguments[position];
     if (option->handle(options, value))
         return true;
     error = "option " + quote(name) + " needs " + option->expected + ", not " + quote(value);
@@ -188,14 +226,18 @@ struct Need {
 bool checkTogether(const KyHostOptions& options, std::string& error) {
     constexpr const char* cNeedsView = " needs a view, which '--no-window' takes away";
     constexpr const char* cNeedsWindow = " needs a window to open; '--debug-port' does without";
+    constexpr const char* cRunsNothing = " runs nothing: leave files and '-e' out";
     const bool hasNoView = options.view == KyHostOptions::eNoView;
     const bool hasNoWindow = options.view != KyHostOptions::eWindow;
     const Need needs[] = {
         {hasNoView && !options.screenshot.empty(), "--screenshot", cNeedsView},
         {hasNoView && !options.inspected.empty(), "--inspect", cNeedsView},
+        {hasNoView && options.showsStatistics, "--statistics", cNeedsView},
         {hasNoWindow && options.hasDebugger, "--debugger", cNeedsWindow},
         {hasNoWindow && !options.breakpoints.empty(), "--break", cNeedsWindow},
         {options.waitsForClient && !options.debugPort, "--debug-wait", " needs '--debug-port'"},
+        {!options.stubs.empty() && !options.items.empty(), "--write-stubs", cRunsNothing},
+        {!options.reference.empty() && !options.items.empty(), "--write-reference", cRunsNothing},
     };
     const Need* const missing = std::ranges::find_if(needs, &Need::isMissing);
     if (missing == std::end(needs))
@@ -204,12 +246,18 @@ bool checkTogether(const KyHostOptions& options, std::string& error) {
     return false;
 }
 
+std::string_view unquote(std::string_view text) {
+    return text.substr(1, text.size() - 2);
+}
+
 std::string getUsage(const Option& option) {
     std::string usage(option.name);
     if (!option.alias.empty())
         usage.insert(0, std::string(option.alias) + ", ");
     if (option.argument)
         usage += std::string(" ") + option.argument;
+    else if (option.expected)
+        usage += "[=" + std::string(unquote(option.expected)) + "]";
     return usage;
 }
 
@@ -236,8 +284,9 @@ std::string KyHostOptions::getHelp() {
     constexpr std::size_t cColumn = 24;
     std::string help = "usage: kyhost [options] [SCRIPT.lua | MODEL | DRAWING.svg]...\n\n"
                        "Shows a 3D scene that Lua scripts make and move. Scripts find it in the globals\n"
-                       "scene, camera, view, trackball, shaper, devices and host. A drawing is shown as 2D\n"
-                       "nodes in a window of its own, which scripts after it find in drawing and drawingView.\n\n";
+                       "scene, camera, view, trackball, shaper, devices, network, progress and host. A drawing\n"
+                       "is shown as 2D nodes in a window of its own, which scripts after it find in drawing and\n"
+                       "drawingView.\n\n";
     for (const Option& option : cOptions) {
         const std::string usage = getUsage(option);
         help += "  " + usage + std::string(cColumn - std::min(cColumn - 1, usage.size()), ' ') + option.help + "\n";

@@ -16,7 +16,7 @@
 /// ```
 struct KyHostOptions {
     enum View { eWindow, eOffscreen, eNoView, eNbViews };
-    enum Request { eRun, eShowHelp, eShowVersion, eListDevices, eNbRequests };
+    enum Request { eRun, eShowHelp, eShowVersion, eListDevices, eDescribeScripts, eNbRequests };
 
     /// One thing to run or show, in the order of the command line.
     struct Item {
@@ -53,14 +53,22 @@ struct KyHostOptions {
     bool loadsInstalledDrivers = true;
     /// Name of a published object to be shown in an editor; empty for none.
     std::string inspected;
+    /// Folder for the annotations of what scripts see, and file for its reference; empty for none.
+    std::string stubs;
+    std::string reference;
+    /// Code of the language of windows and dialogs; empty for that of the settings.
+    std::string language;
     bool hasDebugger = false;
     std::vector<Breakpoint> breakpoints;
     /// Loopback port for editors that debug the scripts; 0 for any that is free.
     std::optional<int> debugPort;
     bool waitsForClient = false;
+    bool showsStatistics = false;
     bool isInteractive = false;
     bool isWatching = false;
     bool isSandboxed = false;
+    /// Also bounded; see KyScriptSandbox.
+    bool isSandboxStrict = false;
     bool printsResults = false;
     bool printsTracebacks = false;
 

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "KyHostProgram.h"
 
+#include "KyHostDescription.h"
 #include "KyHostDisplay.h"
 #include "KyHostDrivers.h"
 #include "KyHostNetwork.h"
@@ -9,11 +10,13 @@
 #include "KyHostPicture.h"
 #include "KyHostWindow.h"
 
+#include "KyLanguage.h"
 #include "KyQtText.h"
 #include "KyScriptEngine.h"
 
 #include "KyMainTaskManager.h"
 #include "KyModuleManager.h"
+#include "KyProgress.h"
 
 #include <lua.hpp>
 
@@ -151,14 +154,29 @@ KyHostProgram::~KyHostProgram() {
     mErrors.setAround({});
     if (mSurface)
         mSurface->makeCurrent();
+    mProgress.reset();
+    mStatistics.reset();
     KyScriptEngine::get().closeLuaState();
 }
 
+int KyHostProgram::describeScripts() {
+    const bool succeeded = mScripts.run();
+    std::string error;
+    const bool isWritten = KyHostDescription::write(mOptions, error);
+    if (!isWritten)
+        KyHostErrors::write(error);
+    return succeeded && isWritten && mErrors.getNbScriptErrors() == 0 ? eSuccess : eFailure;
+}
+
 int KyHostProgram::execute() {
+    if (mOptions.request == KyHostOptions::eDescribeScripts)
+        return describeScripts();
     KyHostNetwork::load(KyHostNetwork::getDefaultPath());
+    speak();
     if (!openSurface())
         return eFailure;
     mLoop = std::make_unique<KyHostLoop>(mHost, mStage, mSurface.get(), KyHostLoop::Limits());
+    openOverlays();
     if (!openDebugger())
         return eBadUsage;
     if (!mOptions.inspected.empty())
@@ -170,6 +188,14 @@ int KyHostProgram::execute() {
     succeeded = (!mInspector || mInspector->hasFound()) && succeeded;
     succeeded = savePicture() && succeeded;
     return succeeded && mErrors.getNbScriptErrors() == 0 ? eSuccess : eFailure;
+}
+
+/// A picture that is drawn without a window is the same on every machine, unless somebody asks.
+void KyHostProgram::speak() const {
+    if (!mOptions.language.empty())
+        KyLanguage::set(QString::fromStdString(mOptions.language));
+    else if (mOptions.view == KyHostOptions::eWindow)
+        mSettings.applyLanguage();
 }
 
 bool KyHostProgram::openSurface() {
@@ -188,6 +214,7 @@ void KyHostProgram::openWindow(std::string& error) {
     if (window) {
         window->setSettings(mSettings);
         window->setDebuggerOpener([this] { mDebugger->openWindow(); });
+        window->setStatisticsToggler([this] { mStatistics->setShown(!mStatistics->isShown()); });
     }
     mSurface = std::move(window);
 }
@@ -198,6 +225,26 @@ void KyHostProgram::openWhatIsShown() {
         mDrawingView = KyObjectReference(KyHostDrawing::findShownView());
     if (mSurface && !mDrawingView)
         mSurface->open();
+}
+
+void KyHostProgram::openOverlays() {
+    KyHostProgress::Listeners listeners;
+    listeners.showView = [this] { return showView(); };
+    listeners.processEvents = [this] { mLoop->processEvents(); };
+    listeners.isEnding = [this] { return mHost.isQuitting() || mLoop->hasEnded(); };
+    mProgress = std::make_unique<KyHostProgress>(mStage, std::move(listeners));
+    if (!mSurface)
+        return;
+    mStatistics = std::make_unique<KyHostStatistics>(mStage);
+    mStatistics->setShown(mOptions.showsStatistics);
+}
+
+/// A window of a 2D scene is no place for the bar, nor a reason for a second window.
+bool KyHostProgram::showView() {
+    if (mOptions.view != KyHostOptions::eWindow || (mStage.isEmpty() && KyHostDrawing::findShownView()))
+        return false;
+    mSurface->open();
+    return true;
 }
 
 bool KyHostProgram::openDebugger() {
@@ -219,7 +266,7 @@ bool KyHostProgram::openDebugger() {
 
 void KyHostProgram::checkInspector() const {
     if (mInspector && !mInspector->hasFound())
-        KyHostErrors::write("there is no object of the name '" + mOptions.inspected + "' to inspect yet");
+        KyHostErrors::write("there is no published object of the name '" + mOptions.inspected + "' to inspect yet");
 }
 
 void KyHostProgram::runLoop() {
@@ -242,8 +289,12 @@ KyHostLoop::Limits KyHostProgram::getLimits() const {
     return limits;
 }
 
-/// A script that stands still has to go on to its end before its state may go.
+/// A script that stands still, or has something long done, has to go on to its end before its state may go.
 void KyHostProgram::runAgain() {
+    if (KyProgress::get().cancel()) {
+        mReloadTimer.start(cFrameMilliseconds);
+        return;
+    }
     if (mDebugger->isStopped()) {
         mDebugger->letGo();
         mReloadTimer.start(0);

@@ -10,10 +10,12 @@
 #include "KyHostInspector.h"
 #include "KyHostLoop.h"
 #include "KyHostOptions.h"
+#include "KyHostProgress.h"
 #include "KyHostPrompt.h"
 #include "KyHostScripts.h"
 #include "KyHostSettings.h"
 #include "KyHostStage.h"
+#include "KyHostStatistics.h"
 #include "KyHostSurface.h"
 
 #include "KyObjectReference.h"
@@ -40,12 +42,18 @@ private:
     KyHostProgram& operator=(const KyHostProgram&) = delete;
 
     int execute();
+    /// Writes what scripts see, after those of the command line.
+    int describeScripts();
+    void speak() const;
     bool openSurface();
     void openWindow(std::string& error);
     void openPrompt();
     void watchFiles();
     void runLoop();
     void openWhatIsShown();
+    void openOverlays();
+    /// Brings the view to the screen while something long goes on; false when there is none.
+    bool showView();
     /// False, and said, when the port that editors use cannot be had.
     bool openDebugger();
     /// Says it when there is no object of the name that is to be inspected.
@@ -64,6 +72,9 @@ private:
     KyHostStage mStage;
     KyHostScripts mScripts;
     std::unique_ptr<KyHostLoop> mLoop;
+    std::unique_ptr<KyHostProgress> mProgress;
+    /// Null without a view.
+    std::unique_ptr<KyHostStatistics> mStatistics;
     std::unique_ptr<KyHostFileWatch> mWatch;
     std::unique_ptr<KyHostPrompt> mPrompt;
     /// The window of a 2D scene where that is all there is to see, else null.

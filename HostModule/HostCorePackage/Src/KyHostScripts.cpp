@@ -15,8 +15,10 @@
 #include "KyNetworkConnectionObject.h"
 #include "KyQtLuaBinding.h"
 #include "KyScriptEngine.h"
+#include "KyScriptSandbox.h"
 
 #include "KyModelLoader.h"
+#include "KyProgress.h"
 #include "KyURL.h"
 
 #include <QFileInfo>
@@ -129,6 +131,8 @@ void KyHostScripts::prepareState() {
     KyScriptEngine& engine = KyScriptEngine::get();
     if (mOptions.isSandboxed)
         KyApplication::removeUnsafeLuaFunctionsAndModules();
+    if (mOptions.isSandboxStrict)
+        engine.editSandbox().enable();
     mSettings.applyTo(mStage.getTrackball());
     engine.setReturnValuesOutput(mOptions.printsResults);
     // The scripts' own function brings the bit functions and openUrl as well.
@@ -143,6 +147,7 @@ void KyHostScripts::prepareState() {
     // It writes files.
     if (!mOptions.isSandboxed)
         engine.bindInstance(KyNetworkConnectionObject::get(), "network");
+    engine.bindInstance(&KyProgress::get(), "progress");
     engine.bindInstance(&mHost, "host");
 }
 

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "KyHostSettings.h"
 
+#include "KyLanguage.h"
 #include "KySettings.h"
 #include "KyTrackballManipulator.h"
 
@@ -16,20 +17,22 @@ namespace {
 using Trackball = KyTrackballManipulator;
 
 const QString cPath = QStringLiteral("View/Navigation");
+const QString cLanguagePath = QStringLiteral("View/Language");
+const QString cLanguageName = QStringLiteral("code");
 
 } // namespace
 
 const std::array<KyHostSettings::Speed, KyHostSettings::cNbSpeeds>& KyHostSettings::getSpeeds() {
     static constexpr std::array<Speed, cNbSpeeds> cSpeeds{{
-        {"orbitSpeed", QT_TRANSLATE_NOOP("KyHostNavigationPage", "Turn"), &Trackball::getOrbitSpeed,
+        {"orbitSpeed", QT_TRANSLATE_NOOP("KyHostNavigationPage", "&Turn"), &Trackball::getOrbitSpeed,
          &Trackball::setOrbitSpeed},
-        {"panSpeed", QT_TRANSLATE_NOOP("KyHostNavigationPage", "Shift"), &Trackball::getPanSpeed,
+        {"panSpeed", QT_TRANSLATE_NOOP("KyHostNavigationPage", "&Shift"), &Trackball::getPanSpeed,
          &Trackball::setPanSpeed},
-        {"zoomSpeed", QT_TRANSLATE_NOOP("KyHostNavigationPage", "Zoom"), &Trackball::getZoomSpeed,
+        {"zoomSpeed", QT_TRANSLATE_NOOP("KyHostNavigationPage", "&Zoom"), &Trackball::getZoomSpeed,
          &Trackball::setZoomSpeed},
-        {"moveSpeed", QT_TRANSLATE_NOOP("KyHostNavigationPage", "Walk"), &Trackball::getMoveSpeed,
+        {"moveSpeed", QT_TRANSLATE_NOOP("KyHostNavigationPage", "&Walk"), &Trackball::getMoveSpeed,
          &Trackball::setMoveSpeed},
-        {"rotateSpeed", QT_TRANSLATE_NOOP("KyHostNavigationPage", "Look round"), &Trackball::getRotateSpeed,
+        {"rotateSpeed", QT_TRANSLATE_NOOP("KyHostNavigationPage", "&Look round"), &Trackball::getRotateSpeed,
          &Trackball::setRotateSpeed},
     }};
     return cSpeeds;
@@ -37,11 +40,11 @@ const std::array<KyHostSettings::Speed, KyHostSettings::cNbSpeeds>& KyHostSettin
 
 const std::array<KyHostSettings::Inversion, KyHostSettings::cNbInversions>& KyHostSettings::getInversions() {
     static constexpr std::array<Inversion, cNbInversions> cInversions{{
-        {"orbitInverse", QT_TRANSLATE_NOOP("KyHostNavigationPage", "The scene follows when turning"),
+        {"orbitInverse", QT_TRANSLATE_NOOP("KyHostNavigationPage", "The scene &follows when turning"),
          &Trackball::getOrbitInverseCtrl, &Trackball::setOrbitInverseCtrl},
-        {"moveInverse", QT_TRANSLATE_NOOP("KyHostNavigationPage", "The scene follows when walking"),
+        {"moveInverse", QT_TRANSLATE_NOOP("KyHostNavigationPage", "The scene follows when wal&king"),
          &Trackball::getMoveInverseCtrl, &Trackball::setMoveInverseCtrl},
-        {"rotateInverse", QT_TRANSLATE_NOOP("KyHostNavigationPage", "The scene follows when looking round"),
+        {"rotateInverse", QT_TRANSLATE_NOOP("KyHostNavigationPage", "The scene follows when looking &round"),
          &Trackball::getRotateInverseCtrl, &Trackball::setRotateInverseCtrl},
     }};
     return cInversions;
@@ -70,6 +73,12 @@ void KyHostSettings::updateDataFromSettings() {
     }
     for (std::size_t i = 0; i < cNbInversions; ++i)
         mInversions[i] = getSettings()->getAttribute(cPath, getInversions()[i].name, mInversions[i]);
+    mLanguage = getSettings()->getAttribute(cLanguagePath, cLanguageName, QString());
+}
+
+void KyHostSettings::setLanguage(const QString& language) {
+    mLanguage = language;
+    editSettings()->setAttribute(cLanguagePath, cLanguageName, language);
 }
 
 void KyHostSettings::setSpeed(std::size_t index, double value) {
@@ -82,6 +91,11 @@ void KyHostSettings::setInverted(std::size_t index, bool isInverted) {
     mInversions[index] = isInverted;
     mChangedInversions.set(index);
     editSettings()->setAttribute(cPath, getInversions()[index].name, isInverted);
+}
+
+void KyHostSettings::applyLanguage() const {
+    if (!KyLanguage::set(mLanguage))
+        KyLanguage::set(KyLanguage::getOfSystem());
 }
 
 bool KyHostSettings::save() {

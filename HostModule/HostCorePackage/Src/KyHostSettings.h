@@ -12,8 +12,8 @@
 
 class KyTrackballManipulator;
 
-/// What a person prefers, kept from one run to the next: how fast the hand turns the view, and which way. Scripts that
-/// set the trackball themselves have the last word.
+/// What a person prefers, kept from one run to the next: how fast the hand turns the view, which way, and the language.
+/// Scripts that set the trackball themselves have the last word.
 class KyHostSettings : public KyHasSettings {
 public:
     /// A factor of the trackball.
@@ -50,6 +50,11 @@ public:
     bool isInverted(std::size_t index) const { return mInversions[index]; }
     void setSpeed(std::size_t index, double value);
     void setInverted(std::size_t index, bool isInverted);
+    /// A code of KyLanguage; empty for the language of the system.
+    const QString& getLanguage() const { return mLanguage; }
+    void setLanguage(const QString& language);
+    /// Speaks it; the system's where it is not known.
+    void applyLanguage() const;
     /// False when the document cannot be written; its folder is made.
     bool save();
 
@@ -60,6 +65,7 @@ public:
 private:
     std::array<double, cNbSpeeds> mSpeeds;
     std::array<bool, cNbInversions> mInversions;
+    QString mLanguage;
     std::bitset<cNbSpeeds> mChangedSpeeds;
     std::bitset<cNbInversions> mChangedInversions;
 };

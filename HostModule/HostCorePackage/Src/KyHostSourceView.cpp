@@ -55,6 +55,10 @@ KyHostSourceView::~KyHostSourceView() {
     disconnect(this, nullptr, nullptr, nullptr);
 }
 
+void KyHostSourceView::setMarginToolTip(const QString& text) {
+    mMargin->setToolTip(text);
+}
+
 void KyHostSourceView::setBreakpoints(std::set<int> lines) {
     mBreakpoints = std::move(lines);
     mMargin->update();

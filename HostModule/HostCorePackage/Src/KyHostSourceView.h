@@ -20,6 +20,8 @@ public:
     void setBreakpoints(std::set<int> lines);
     /// 0 for none; the line is brought into sight.
     void setCurrentLine(int line);
+    /// What the numbers tell of themselves.
+    void setMarginToolTip(const QString& text);
     /// That of the text cursor.
     int getCursorLine() const { return textCursor().blockNumber() + 1; }
 

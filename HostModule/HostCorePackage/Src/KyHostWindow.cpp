@@ -4,6 +4,7 @@
 
 #include "KyHostHelp.h"
 #include "KyHostKeys.h"
+#include "KyHostLanguagePage.h"
 #include "KyHostNavigationPage.h"
 #include "KyHostPicture.h"
 #include "KyHostStage.h"
@@ -91,6 +92,7 @@ bool KyHostWindow::savePicture(const std::string& path, std::string& error) {
 void KyHostWindow::setSettings(KyHostSettings& settings) {
     mNavigationPage = std::make_unique<KyHostNavigationPage>(
         settings, [this, &settings] { settings.applyChangesTo(mStage.getTrackball()); });
+    mLanguagePage = std::make_unique<KyHostLanguagePage>(settings, [&settings] { settings.applyLanguage(); });
     mProxyPage = std::make_unique<KyQProxySettingsEditor>(KyNetworkConnection::get());
 }
 
@@ -107,6 +109,11 @@ void KyHostWindow::openSettings() {
 void KyHostWindow::openDebugger() {
     if (mDebuggerOpener)
         mDebuggerOpener();
+}
+
+void KyHostWindow::toggleStatistics() {
+    if (mStatisticsToggler)
+        mStatisticsToggler();
 }
 
 void KyHostWindow::toggleHelp() {

@@ -12,6 +12,7 @@
 #include <memory>
 
 class KyHostHelp;
+class KyHostLanguagePage;
 class KyHostNavigationPage;
 class KyHostSettings;
 class KyHostStage;
@@ -44,6 +45,9 @@ public:
     /// What openDebugger() does; nothing at first.
     void setDebuggerOpener(std::function<void()> opener) { mDebuggerOpener = std::move(opener); }
     void openDebugger();
+    /// What toggleStatistics() does; nothing at first.
+    void setStatisticsToggler(std::function<void()> toggler) { mStatisticsToggler = std::move(toggler); }
+    void toggleStatistics();
     void toggleHelp();
     /// Writes kyhost-DATE-TIME.png into the current folder and prints its name, or why it could not.
     void writePicture();
@@ -63,9 +67,11 @@ private:
 
     KyHostStage& mStage;
     std::unique_ptr<KyHostHelp> mHelp;
-    /// The dialog shows the page, which it gives back when it ends.
+    /// The dialog shows the pages, which it gives back when it ends.
     std::unique_ptr<KyHostNavigationPage> mNavigationPage;
+    std::unique_ptr<KyHostLanguagePage> mLanguagePage;
     std::unique_ptr<KyQProxySettingsEditor> mProxyPage;
     std::unique_ptr<KyQSettingsDialog> mSettingsDialog;
     std::function<void()> mDebuggerOpener;
+    std::function<void()> mStatisticsToggler;
 };

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace {
@@ -36,8 +37,36 @@ TEST(KyHostOptionsTest, SwitchesSetTheirOwnMemberOnly) {
     for (const auto& [option, member] : cases)
         for (const auto& [other, asked] : cases)
             EXPECT_EQ(member == asked, parse({option}).*asked) << option << other;
+    EXPECT_TRUE(parse({"--sandbox=strict"}).isSandboxed && parse({"--sandbox=strict"}).isSandboxStrict);
+    EXPECT_FALSE(parse({"--sandbox", "strict"}).isSandboxStrict) << "a file of that name";
+    for (const char* word : {"--sandbox=", "--sandbox=loose", "--sandbox=strict "})
+        expectRefused({word}, "--sandbox");
     EXPECT_EQ(KyHostOptions::eWindow, parse({}).view);
     EXPECT_EQ(KyHostOptions::eNoView, parse({"--offscreen", "--no-window"}).view) << "the last one holds";
+}
+
+TEST(KyHostOptionsTest, DescriptionsNeedNoViewAndAreTheSameOnEveryMachine) {
+    const std::tuple<Arguments, const char*, const char*> cases[] = {
+        {{"--write-stubs", "a"}, "a", ""},
+        {{"--write-reference=b"}, "", "b"},
+        {{"--write-stubs=a", "--write-reference", "b"}, "a", "b"}};
+    for (const auto& [arguments, stubs, reference] : cases) {
+        const KyHostOptions options = parse(arguments);
+        EXPECT_EQ(KyHostOptions::eDescribeScripts, options.request);
+        EXPECT_EQ(KyHostOptions::eNoView, options.view);
+        EXPECT_FALSE(options.loadsInstalledDrivers);
+        EXPECT_EQ(stubs, options.stubs);
+        EXPECT_EQ(reference, options.reference);
+    }
+    expectRefused({"--write-stubs", ""}, "--write-stubs");
+    expectRefused({"--write-stubs", "--write-reference", "b"}, "--write-reference");
+    expectRefused({"--write-reference=--offscreen"}, "--write-reference");
+    for (const Arguments& items : {Arguments{"a.lua"}, Arguments{"-e", "print(1)"}, Arguments{"--", "a.obj"}})
+        for (const char* option : {"--write-stubs", "--write-reference"}) {
+            Arguments arguments = items;
+            arguments.insert(arguments.begin(), {option, "a"});
+            expectRefused(arguments, option);
+        }
 }
 
 TEST(KyHostOptionsTest, ChunksAndFilesKeepTheirOrderAndAfterTwoDashesAllAreFiles) {
@@ -85,6 +114,14 @@ TEST(KyHostOptionsTest, TheDebuggerHasLinesAPortAndNeeds) {
     }
 }
 
+TEST(KyHostOptionsTest, ALanguageIsOneThatIsThere) {
+    EXPECT_EQ("", parse({}).language);
+    EXPECT_EQ("de", parse({"--language", "de_AT.UTF-8"}).language);
+    EXPECT_EQ("en", parse({"--language=en"}).language);
+    for (const char* language : {"", "it", "German"})
+        expectRefused({"--language", language}, "--language");
+}
+
 TEST(KyHostOptionsTest, AWrongCommandLineIsNamed) {
     expectRefused({"a.lua", "-x"}, "-x");
     expectRefused({"--nonsense=3"}, "--nonsense");
@@ -93,6 +130,7 @@ TEST(KyHostOptionsTest, AWrongCommandLineIsNamed) {
     expectRefused({"--offscreen=yes"}, "--offscreen");
     expectRefused({"--screenshot", ""}, "--screenshot");
     expectRefused({"--no-window", "--screenshot", "a.png"}, "--no-window");
+    expectRefused({"--no-window", "--statistics"}, "--no-window");
 }
 
 TEST(KyHostOptionsTest, HelpAndVersionAreAnsweredWhateverFollows) {

@@ -7,6 +7,8 @@
 #include <QTcpSocket>
 #include <QThread>
 
+#include <algorithm>
+
 namespace {
 
 class KyHostProgramTest : public KyHostProcessTest {
@@ -76,6 +78,18 @@ TEST_F(KyHostProgramTest, TheSandboxComesBeforeEveryScript) {
     expect({0, "false\tfalse\tfalse\tfalse\tfalse\n", ""}, {"a.lua"});
 }
 
+TEST_F(KyHostProgramTest, AStrictSandboxEndsAScriptAndRunsTheNextAlsoInAFreshState) {
+    const QString hostile = "while true do pcall(error) end";
+    expect(
+        {1, "true\tlocked\ttrue\n", "sandbox: more than "},
+        {"--sandbox=strict", "-e", hostile, "-e",
+         "bindAllClasses() print(debug == nil and io == nil and openUrl == nil and loadUi == nil and network == nil, "
+         "getmetatable(scene), scene:getNbChildren() == 0)"});
+    expect({1, "", "scene: sandbox: the object is not one that scripts made"},
+           {"--sandbox=strict", "-e", "local ok, text = pcall(deleteKyObject, scene) error('scene: ' .. text, 0)"});
+    expect({1, "next\n", "KyHost.quit is withheld"}, {"--sandbox=strict", "-e", "host:quit()", "-e", "print('next')"});
+}
+
 TEST_F(KyHostProgramTest, ThePromptRunsTheLinesOfAPipeAndGoesOnAfterErrorsWhichCount) {
     expect({0, "21\n20\n1\n2\nscene\t5\n3\n", ""}, {"-i", "-e", "x = 20"},
            "x + 1\n=x\nfor i = 1, 2 do\nprint(i)\nend\nscene.Name, 5\ny = 3\ny");
@@ -88,6 +102,21 @@ TEST_F(KyHostProgramTest, ModelsAreReadInTheirOrderAndBadOnesNamed) {
     write("a.obj", "v 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 3\n");
     const char* const count = "print(#scene.Children)";
     expect({1, "0\n1\n", "garbage.obj"}, {"garbage.obj", "-e", count, "a.obj", "-e", count});
+}
+
+TEST_F(KyHostProgramTest, ScriptsAreToldHowFarAModelIsReadAndMayCancelIt) {
+    write("make.lua",
+          "local file, n = io.open('grid.obj', 'w'), 400 "
+          "for i = 1, n * n do file:write('v ', i % n, ' ', math.floor(i / n), ' ', i % 7, '\\n') end "
+          "for i = 1, n * n - n - 1 do file:write('f ', i, ' ', i + 1, ' ', i + n, '\\n') end file:close()");
+    write("load.lua",
+          "local told, last = 0 connect(progress, 'changed', function(title, share) "
+          "told, last = told + 1, title if cancels then progress:cancel() end end) "
+          "local node = KyMeshNode() scene:addChild(node) print(node:loadModel('grid.obj'), told > 0, last) "
+          "print(#node.Children, progress.Active, progress.Title)");
+    expect({0, "true\ttrue\tLoading grid.obj\n1\tfalse\t\n", ""}, {"make.lua", "load.lua"});
+    expect({0, "false\ttrue\tLoading grid.obj\n0\tfalse\t\n", "cannot be loaded: it was cancelled"},
+           {"-e", "cancels = true", "load.lua"});
 }
 
 TEST_F(KyHostProgramTest, DrawingsAreReadWithoutAWindowTooAndWhatIsMissingOfThemIsNamed) {
@@ -168,4 +197,62 @@ TEST_F(KyHostTalkTest, ScriptsWaitForTheEditorWhenTheyAreToldToAndRunOnWithoutIt
     EXPECT_TRUE(waitFor("resume\nfirst\nlast\n"));
     ASSERT_TRUE(mProcess.waitForFinished(cPatience));
     EXPECT_EQ(0, mProcess.exitCode());
+}
+
+TEST_F(KyHostProgramTest, WhatScriptsSeeIsWrittenAndNothingElseIsDone) {
+    expect({0, "", ""}, {"--write-stubs", "stubs", "--write-reference", "reference.md"});
+    for (const char* name : {"enumerations", "functions", "globals", "objects", "qt", "values"}) {
+        QFile file(getPath(QString("stubs/%1.lua").arg(name)));
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly)) << name;
+        EXPECT_TRUE(file.readLine().startsWith("---@meta")) << name;
+        EXPECT_EQ(0, run({"--no-window", "-e", QString("assert(loadfile('stubs/%1.lua'))").arg(name)}).code) << name;
+    }
+    QFile globals(getPath("stubs/globals.lua"));
+    ASSERT_TRUE(globals.open(QIODevice::ReadOnly));
+    const QByteArray text = globals.readAll();
+    for (const char* line : {"---@type KyScene\nscene", "---@type Ky2DScene?\ndrawing",
+                             "---@type Ky2DView?\ndrawingView", "---@type KyNetworkConnectionObject?\nnetwork"})
+        EXPECT_TRUE(text.contains('\n' + QByteArray(line) + " = nil\n")) << line;
+}
+
+TEST_F(KyHostProgramTest, TheReferenceInTheDocumentsIsTheOneThatTheProgramWrites) {
+    expect({0, "", ""}, {"--write-reference", "reference.md"});
+    QFile written(getPath("reference.md"));
+    QFile kept(QString(KY_DOCUMENTS_DIR) + "/scripting-reference.md");
+    ASSERT_TRUE(written.open(QIODevice::ReadOnly));
+    ASSERT_TRUE(kept.open(QIODevice::ReadOnly));
+    const QList<QByteArray> lines = written.readAll().split('\n');
+    const QList<QByteArray> keptLines = kept.readAll().split('\n');
+    const auto [line, keptLine] = std::mismatch(lines.begin(), lines.end(), keptLines.begin(), keptLines.end());
+    EXPECT_TRUE(line == lines.end() && keptLine == keptLines.end())
+        << "what scripts see has changed; renew it by: kyhost --write-reference docs/scripting-reference.md\nnow:  "
+        << (line == lines.end() ? "" : line->toStdString())
+        << "\nkept: " << (keptLine == keptLines.end() ? "" : keptLine->toStdString());
+}
+
+TEST_F(KyHostProgramTest, DescriptionsThatCannotBeWrittenAreAFailureAndLoseNothing) {
+    write("file", "old");
+    expect({1, "", "kyhost: cannot write '"}, {"--write-stubs", "file"});
+    expect({1, "", "kyhost: cannot write '"}, {"--write-reference", "file/reference.md"});
+    expect({2, "", "kyhost: option '--write-stubs'"}, {"--write-stubs"});
+    expect({2, "", "kyhost: option '--write-reference'"}, {"--write-reference", ""});
+    expect({2, "", "kyhost: option '--write-stubs' runs nothing"}, {"--write-stubs", "new", "-e", "print(1)"});
+    EXPECT_FALSE(QFile::exists(getPath("new")));
+    if (!QFile::exists("/dev/full"))
+        GTEST_SKIP() << "nothing here is always full";
+    expect({1, "", "kyhost: cannot write '/dev/full'"}, {"--write-reference", "/dev/full"});
+    // Files may not grow beyond what the smaller ones need.
+    QDir(mFolder.path()).mkdir("stubs");
+    write("stubs/objects.lua", "old");
+    write("stubs/enumerations.lua", "old");
+    const QString script = "trap '' XFSZ; ulimit -f 16; exec " + getProgram() + " --write-stubs stubs";
+    const KyHostResult result = run({"-c", script}, {}, "/bin/sh");
+    EXPECT_EQ(1, result.code) << result;
+    EXPECT_PRED2(contains, result.errors, "kyhost: cannot write 'stubs/");
+    for (const char* name : {"file", "stubs/objects.lua", "stubs/enumerations.lua"}) {
+        QFile file(getPath(name));
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly)) << name;
+        EXPECT_EQ("old", file.readAll()) << name;
+    }
+    EXPECT_EQ(2, QDir(getPath("stubs")).entryList(QDir::Files | QDir::Hidden).size());
 }

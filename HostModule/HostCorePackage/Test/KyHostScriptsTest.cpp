@@ -11,7 +11,7 @@
 #include "KyMainTaskManager.h"
 #include "KyScriptEngine.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QTemporaryDir>
 
 #include <algorithm>
@@ -55,6 +55,8 @@ protected:
     KyHostSettings mSettings{mFolder.filePath("settings.xml")};
     KyHostScripts mScripts{mOptions, mErrors, mHost, mStage, mSettings};
 };
+
+using KyHostFormTest = KyHostSession<QApplication>;
 
 constexpr const char* cTree = "local n = KyNode() n.Name = 'tree' scene:addChild(n)";
 constexpr const char* cHouse = "local n = KyNode() n.Name = 'house' scene:addChild(n)";
@@ -129,4 +131,25 @@ TEST_F(KyHostScriptsTest, CompletionFollowsPathsWithoutRunningCode) {
     for (const char* word : {"nothing", "nothing.at.all", "trap.x", "scene.Name.x", "scene..", "1.", ".", ":"})
         EXPECT_EQ(0, std::ranges::count(KyHostCompletion::complete(word), "scene")) << word;
     EXPECT_EQ(0u, mErrors.getNbScriptErrors());
+}
+
+TEST_F(KyHostFormTest, AFormThatIsShownWithoutAPartIsNoFailure) {
+    const QTemporaryDir folder;
+    const std::string form = folder.filePath("a.ui").toStdString();
+    std::ofstream(form) << "<ui version='4.0'><widget class='QWidget'><widget class='QLabel' name='label'/>"
+                           "<widget class='Promoted' name='rest'/></widget><connections><connection>"
+                           "<sender>label</sender><signal>destroyed()</signal><receiver>label</receiver>"
+                           "<slot>missing()</slot></connection></connections></ui>";
+    const KyHostErrors errors(false);
+    const auto load = [](const std::string& path) {
+        return KyScriptEngine::get().executeChunk("deleteQObject(loadUi('" + path + "'))");
+    };
+    testing::internal::CaptureStderr();
+    EXPECT_TRUE(load(form));
+    const std::string warnings = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(0u, errors.getNbScriptErrors()) << warnings;
+    EXPECT_NE(std::string::npos, warnings.find("unknown widget Promoted"));
+    EXPECT_NE(std::string::npos, warnings.find("missing()"));
+    load(form + "x");
+    EXPECT_LT(0u, errors.getNbScriptErrors());
 }

@@ -99,3 +99,12 @@ TEST_F(KyHostTerminalTest, WhatCoroutinesPrintGoesAroundTheLine) {
           "for i = 1, 20 do coroutine.yield() end print('from beside') end)");
     converse({{"go = true\n", "> "}, {"6 * 1", "from beside\r\n"}, {"", "> 6 * 1"}, {"1\n", "66"}});
 }
+
+TEST_F(KyHostTerminalTest, LongWorkIsToldInALineThatGoesWithIt) {
+    begin("local file, n = io.open('grid.obj', 'w'), 500 "
+          "for i = 1, n * n do file:write('v ', i % n, ' ', math.floor(i / n), ' 0\\n') end "
+          "for i = 1, n * n - n - 1 do file:write('f ', i, ' ', i + 1, ' ', i + n, '\\n') end file:close()");
+    converse({{"print(KyMeshNode():loadModel('grid.obj'))\n", "\rLoading grid.obj "},
+              {"", " %\x1b[K\r\x1b[K"},
+              {"", "true"}});
+}

@@ -100,6 +100,16 @@ TEST_F(KyHostViewTest, ExamplesDrawMoreThanABackground) {
     }
 }
 
+TEST_F(KyHostViewTest, ExamplesThatNeedNoFilesRunInAStrictSandbox) {
+    for (const char* name : {"hello.lua", "objects.lua", "coroutines.lua", "viewer.lua", "hud.lua", "fly.lua"}) {
+        SCOPED_TRACE(name);
+        const KyHolder<KyImage> picture = take({"--frames", "3", "--size", "320x180", "--sandbox=strict",
+                                                QString(KY_TEST_DATA_DIR "/../../../examples/") + name});
+        ASSERT_TRUE(picture);
+        EXPECT_GT(countColors(*picture), 150u);
+    }
+}
+
 TEST_F(KyHostViewTest, ADownloadIsShownAsFarAsItIs) {
     mEnvironment.insert("no_proxy", "127.0.0.1");
     for (const int percent : {30, 60}) {
@@ -143,6 +153,32 @@ TEST_F(KyHostViewTest, ADownloadIsShownAsFarAsItIs) {
         EXPECT_GT(longest, 0.75 * full * percent / 100) << percent;
         EXPECT_LT(longest, 1.05 * full * percent / 100) << percent;
     }
+}
+
+TEST_F(KyHostViewTest, StatisticsAreDrawnOverTheScene) {
+    const QStringList scene{"--frames",
+                            "40",
+                            "--size",
+                            "480x300",
+                            "-e",
+                            "scene.Background = Color(1, 0, 0) "
+                            "return coroutine.create(function() while true do coroutine.yield() end end)"};
+    const auto plain = take(scene), shown = take(QStringList{"--statistics"} + scene);
+    ASSERT_TRUE(plain && shown);
+    // Bars are the only thing that is green or yellow.
+    const auto countBars = [](const KyImage& image) {
+        int count = 0;
+        for (int y = 0; y < image.getHeight(); ++y)
+            for (int x = 0; x < image.getWidth(); ++x) {
+                const KyColor color = image.getPixel(x, y);
+                count += color.green > 0.6f && color.blue < 0.6f ? 1 : 0;
+            }
+        return count;
+    };
+    EXPECT_EQ(countBars(*plain), 0);
+    EXPECT_GT(countBars(*shown), 300);
+    EXPECT_EQ(countRed(*plain), 480 * 300);
+    EXPECT_GT(countRed(*shown), 480 * 300 / 2) << "beside it the scene is as it was";
 }
 
 TEST_F(KyHostViewTest, APictureTakesThePlaceOfTheOneBeforeAtOnceOrIsNamed) {
