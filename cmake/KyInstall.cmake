@@ -7,7 +7,7 @@ include(CMakePackageConfigHelpers)
 
 set(KY_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/KyApplication)
 
-install(EXPORT KyApplicationTargets NAMESPACE Ky:: DESTINATION ${KY_CMAKE_DIR})
+install(EXPORT KyApplicationTargets NAMESPACE Ky:: DESTINATION ${KY_CMAKE_DIR} COMPONENT development)
 configure_package_config_file(cmake/KyApplicationConfig.cmake.in ${CMAKE_BINARY_DIR}/KyApplicationConfig.cmake
   INSTALL_DESTINATION ${KY_CMAKE_DIR})
 write_basic_package_version_file(${CMAKE_BINARY_DIR}/KyApplicationConfigVersion.cmake
@@ -15,7 +15,7 @@ write_basic_package_version_file(${CMAKE_BINARY_DIR}/KyApplicationConfigVersion.
 install(FILES
   ${CMAKE_BINARY_DIR}/KyApplicationConfig.cmake
   ${CMAKE_BINARY_DIR}/KyApplicationConfigVersion.cmake
-  DESTINATION ${KY_CMAKE_DIR})
+  DESTINATION ${KY_CMAKE_DIR} COMPONENT development)
 
 # The .pc files find their tree from where they lie, so it can be moved.
 cmake_path(RELATIVE_PATH CMAKE_INSTALL_FULL_BINDIR
@@ -29,7 +29,8 @@ function(ky_install_pc name library description)
   set(KY_PC_DESCRIPTION ${description})
   list(JOIN ARGN ", " KY_PC_REQUIRES)
   configure_file(cmake/ky-library.pc.in ${CMAKE_BINARY_DIR}/${name}.pc @ONLY)
-  install(FILES ${CMAKE_BINARY_DIR}/${name}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+  install(FILES ${CMAKE_BINARY_DIR}/${name}.pc
+    DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
 endfunction()
 
 ky_install_pc(ky-foundation KyFoundation "Object model, values, resources and tasks")
@@ -37,9 +38,4 @@ ky_install_pc(ky-scene KyScene "Scene graph and rendering on OpenGL" ky-foundati
 if(KY_WITH_QT)
   ky_install_pc(ky-application KyApplication "Scripting, devices, interaction and Qt bridge"
     ky-scene Qt5Core Qt5Gui Qt5Widgets Qt5Network Qt5Qml Qt5Quick Qt5Xml lua5.1)
-endif()
-
-# Who may open devices; udev reads its own folders only, so an installation elsewhere links it there.
-if(NOT WIN32)
-  install(FILES packaging/linux/70-kyapplication-devices.rules DESTINATION lib/udev/rules.d)
 endif()
