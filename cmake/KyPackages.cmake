@@ -16,7 +16,7 @@ function(ky_add_library target)
   add_library(${target} SHARED)
   add_library(Ky::${short} ALIAS ${target})
   set_target_properties(${target} PROPERTIES
-    EXPORT_NAME ${short} VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR} LINKER_LANGUAGE CXX)
+    EXPORT_NAME ${short} VERSION ${PROJECT_VERSION} SOVERSION ${KY_SOVERSION} LINKER_LANGUAGE CXX)
   if(WIN32)
     set_target_properties(${target} PROPERTIES PREFIX "")
   endif()
@@ -28,11 +28,12 @@ function(ky_add_library target)
 
   generate_export_header(${target}
     BASE_NAME ${target} EXPORT_MACRO_NAME ${upper}_EXPORT EXPORT_FILE_NAME ${generated}/${target}Export.h)
-  install(FILES ${generated}/${target}Export.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/KyApplication)
+  install(FILES ${generated}/${target}Export.h
+    DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/KyApplication COMPONENT development)
   install(TARGETS ${target} EXPORT KyApplicationTargets
-    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
-    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
-    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development
+    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT runtime)
 endfunction()
 
 # ky_add_part(<library> <part>)
@@ -43,6 +44,21 @@ function(ky_add_part library part)
   target_compile_definitions(${part} PRIVATE ${library}_EXPORTS)
   target_include_directories(${part} PRIVATE $<TARGET_PROPERTY:${library},INCLUDE_DIRECTORIES>)
   target_sources(${library} PRIVATE $<TARGET_OBJECTS:${part}>)
+endfunction()
+
+# ky_add_optional_part(<part> <with it> <its library> <target> <stem>)
+# A part of the application library that needs a library more: <stem>.cpp. A build without it has <stem>Missing.cpp in
+# the target instead.
+function(ky_add_optional_part part with library target stem)
+  if(NOT with)
+    target_sources(${target} PRIVATE ${stem}Missing.cpp)
+    return()
+  endif()
+  ky_add_part(KyApplication ${part})
+  target_sources(${part} PRIVATE ${stem}.cpp)
+  target_link_libraries(${part} PRIVATE
+    KyScene Qt5::Widgets PkgConfig::lua Boost::headers fmt::fmt Luabind::Headers ${library})
+  target_link_libraries(KyApplication PRIVATE ${library})
 endfunction()
 
 # ky_add_packages(<package folder>...)
@@ -68,7 +84,7 @@ function(ky_add_package library)
   endif()
   target_sources(${library} PRIVATE ${arg_HEADERS} ${arg_SOURCES} ${arg_PLATFORM_SOURCES})
   target_include_directories(${library} PUBLIC $<BUILD_INTERFACE:${CMAKE_CURRENT_SOURCE_DIR}/Src>)
-  install(FILES ${arg_HEADERS} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/KyApplication)
+  install(FILES ${arg_HEADERS} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/KyApplication COMPONENT development)
   set(KY_PACKAGE_LIBRARY ${library} PARENT_SCOPE)
 endfunction()
 
@@ -94,7 +110,7 @@ function(ky_add_executable name)
   add_executable(${name} ${main})
   ky_set_target_defaults(${name})
   target_link_libraries(${name} PRIVATE ${arg_CORE})
-  install(TARGETS ${name} RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+  install(TARGETS ${name} RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT host)
   set(KY_PACKAGE_LIBRARY ${arg_CORE} PARENT_SCOPE)
 endfunction()
 
@@ -114,7 +130,7 @@ function(ky_add_driver name)
   target_link_libraries(${name} PRIVATE ${name}Core)
   set_target_properties(${name} PROPERTIES PREFIX "" LIBRARY_OUTPUT_DIRECTORY ${KY_DRIVER_OUTPUT_DIR}
     INSTALL_RPATH "$ORIGIN/../..")
-  install(TARGETS ${name} LIBRARY DESTINATION ${KY_DRIVER_INSTALL_DIR})
+  install(TARGETS ${name} LIBRARY DESTINATION ${KY_DRIVER_INSTALL_DIR} COMPONENT runtime)
   set(KY_PACKAGE_LIBRARY ${name}Core PARENT_SCOPE)
 endfunction()
 

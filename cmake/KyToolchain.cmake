@@ -21,6 +21,11 @@ endif()
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/lib)
 set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/lib)
+# Before 1.0 a minor version may change the interface.
+set(KY_SOVERSION ${PROJECT_VERSION_MAJOR})
+if(PROJECT_VERSION_MAJOR EQUAL 0)
+  set(KY_SOVERSION 0.${PROJECT_VERSION_MINOR})
+endif()
 # Where the host looks for drivers, as seen from its own folder.
 set(KY_DRIVER_OUTPUT_DIR ${CMAKE_BINARY_DIR}/${CMAKE_INSTALL_LIBDIR}/KyApplication/drivers)
 set(KY_DRIVER_INSTALL_DIR ${CMAKE_INSTALL_LIBDIR}/KyApplication/drivers)
@@ -49,6 +54,10 @@ function(ky_set_target_defaults target)
   # GCC 12 takes joined short texts for overlapping copies when it optimises.
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
     target_compile_options(${target} PRIVATE -Wno-restrict)
+  endif()
+  # The older floating-point unit keeps more digits than a double has: what is equal elsewhere would differ there.
+  if(CMAKE_SIZEOF_VOID_P EQUAL 4 AND CMAKE_SYSTEM_PROCESSOR MATCHES "86")
+    target_compile_options(${target} PRIVATE -msse2 -mfpmath=sse)
   endif()
   if(KY_SANITIZE)
     list(JOIN KY_SANITIZE "," sanitizers)
