@@ -48,7 +48,7 @@ public:
     WheelDriver() {
         setNameDeviceDriver("Wheel");
         KyFieldSet fields;
-        fields.set("Path", KyField("/run/wheel"));
+        fields.set("Path", KyField("wheel.txt"));
         setCompatibleConfigurationFields(fields);
     }
 

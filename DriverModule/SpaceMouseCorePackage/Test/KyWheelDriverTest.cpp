@@ -22,7 +22,7 @@ std::string read(const char* name) {
 TEST(KyWheelDriverTest, IsTheDriverOfTheDocumentation) {
     const std::string code = read("KyWheelDriver.cpp");
     const std::string shown = code.substr(code.find("#include"));
-    EXPECT_NE(read("../../../docs/devices.md").find("```cpp\n" + shown + "```"), std::string::npos);
+    EXPECT_NE(read("../../../docs/extending/device-driver.md").find("```cpp\n" + shown + "```"), std::string::npos);
 }
 
 TEST(KyWheelDriverTest, DoesWhatTheDocumentationSays) {
