@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "Ky2DPathData.h"
 
+#include "KyNumberReading.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -76,7 +78,7 @@ public:
             return false;
         const std::size_t first = peek() == '+' ? mAt + 1 : mAt;
         const std::string_view number = mText.substr(first, end - first);
-        if (std::from_chars(number.data(), number.data() + number.size(), value).ec != std::errc()) {
+        if (KyNumberReading::read(number.data(), number.data() + number.size(), value).ec != std::errc()) {
             if (!isTiny(number))
                 return false;
             value = 0;

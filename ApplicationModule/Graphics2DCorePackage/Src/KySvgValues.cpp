@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "KySvgValues_p.h"
 
+#include "KyNumberReading.h"
+
 #include <algorithm>
 #include <charconv>
 #include <cmath>
@@ -134,7 +136,7 @@ std::optional<double> takeNumber(std::string_view& text) {
         return std::nullopt;
     const char* first = text.data() + (text[0] == '+' ? 1 : 0);
     double value = 0.0;
-    const auto [end, failure] = std::from_chars(first, text.data() + text.size(), value);
+    const auto [end, failure] = KyNumberReading::read(first, text.data() + text.size(), value);
     if (failure != std::errc() || !std::isfinite(value))
         return std::nullopt;
     text.remove_prefix(std::size_t(end - text.data()));

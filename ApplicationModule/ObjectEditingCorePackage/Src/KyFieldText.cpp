@@ -7,6 +7,7 @@
 #include "KyBox.h"
 #include "KyColor.h"
 #include "KyMat4.h"
+#include "KyNumberReading.h"
 #include "KyObject.h"
 #include "KyQuat.h"
 #include "KyRect.h"
@@ -54,7 +55,7 @@ std::string shortenNumbers(std::string_view text) {
     while (!text.empty()) {
         const std::size_t end = std::min(text.find(' '), text.size());
         double number = 0;
-        const auto result = std::from_chars(text.data(), text.data() + end, number);
+        const auto result = KyNumberReading::read(text.data(), text.data() + end, number);
         const bool isNumber = result.ec == std::errc() && result.ptr == text.data() + end;
         shortened += isNumber ? formatShortest(static_cast<Number>(number)) : std::string(text.substr(0, end));
         if (end < text.size())

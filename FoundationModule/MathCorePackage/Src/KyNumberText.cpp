@@ -3,6 +3,8 @@
 
 #include "KyNumberText.h"
 
+#include "KyNumberReading.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -52,12 +54,21 @@ std::string_view takeWord(std::string_view& text) {
     return word;
 }
 
+std::from_chars_result read(const char* first, const char* last, int& value) {
+    return std::from_chars(first, last, value);
+}
+
+template <class T>
+std::from_chars_result read(const char* first, const char* last, T& value) {
+    return KyNumberReading::read(first, last, value);
+}
+
 template <class T>
 bool parseWord(std::string_view word, T& value) {
     if (word.size() > 1 && word.front() == '+' && word[1] != '-')
         word.remove_prefix(1);
     const char* const last = word.data() + word.size();
-    const auto [end, error] = std::from_chars(word.data(), last, value);
+    const auto [end, error] = read(word.data(), last, value);
     return error == std::errc() && end == last;
 }
 

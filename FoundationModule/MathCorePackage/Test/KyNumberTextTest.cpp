@@ -56,6 +56,17 @@ TEST(KyNumberTextTest, ReadingIsStrictAboutCountAndCharacters) {
     EXPECT_EQ(value, 7);
 }
 
+/// Where digits and powers of ten are few enough to multiply, arithmetic wider than a double rounds these twice.
+TEST(KyNumberTextTest, NumbersReadAsTheNearestThereIs) {
+    constexpr std::pair<const char*, double> cRows[] = {{"-2.652740330370688e+33", -2.652740330370688e+33},
+                                                        {"6.841438326049714e+25", 6.841438326049714e+25}};
+    for (const auto& [text, number] : cRows) {
+        double value = 0.0;
+        EXPECT_TRUE(KyNumberText::parse(text, {&value, 1}));
+        EXPECT_EQ(value, number) << text;
+    }
+}
+
 TEST(KyNumberTextTest, TheProcessLocaleChangesNothing) {
     // The facet stands for a system that has no German locale installed.
     std::setlocale(LC_NUMERIC, "de_DE.UTF-8");
