@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "KyObject.h"
 
+#include "KyCallSignatures.h"
 #include "KyModificationScope.h"
 #include "KyTypeBuilder.h"
 
@@ -33,6 +34,7 @@ void KyObject::initializeType() {
     if (msType)
         return;
     msType = KyTypeBuilder<KyObject>("KyObject", nullptr).signal<&KyObject::modifiedSignal>("modifiedSignal").build();
+    KyCallSignatures::add("KyObject", {"modifiedSignal(object, kind, name, index)"});
 }
 
 void KyObject::finalizeType() {
