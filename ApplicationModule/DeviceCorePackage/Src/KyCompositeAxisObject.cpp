@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "KyCompositeAxisObject.h"
 
+#include "KyCallSignatures.h"
 #include "KyCompositeArguments_p.h"
 
 #include <memory>
@@ -82,6 +83,11 @@ void KyCompositeAxisObject::initializeType() {
     KyCompositeArguments::addOperationNames(builder);
     KyCompositeArguments::addButtonNames(builder);
     msType = builder.build();
+    KyCallSignatures::add("KyCompositeAxisObject",
+                          {"insertMappedAxis(axis, operation, position?)",
+                           "insertMappedButton(button, action, value, operation, position?)",
+                           "insertConstant(operation, value, position?)",
+                           "insertCondition(button, condition, expected)", "mapNormalizedValueToAxis(value)"});
 }
 
 void KyCompositeAxisObject::finalizeType() {

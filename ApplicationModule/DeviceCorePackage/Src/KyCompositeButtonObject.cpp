@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "KyCompositeButtonObject.h"
 
+#include "KyCallSignatures.h"
 #include "KyCompositeArguments_p.h"
 
 #include <memory>
@@ -67,6 +68,9 @@ void KyCompositeButtonObject::initializeType() {
     KyCompositeArguments::addOperationNames(builder);
     KyCompositeArguments::addButtonNames(builder);
     msType = builder.build();
+    KyCallSignatures::add("KyCompositeButtonObject", {"insertMappedButton(button, action, value, operation, position?)",
+                                                      "insertConstant(operation, value, position?)",
+                                                      "insertCondition(button, condition, expected)"});
 }
 
 void KyCompositeButtonObject::finalizeType() {

@@ -3,6 +3,7 @@
 #include "KyCompositeOrientationObject.h"
 
 #include "KyAxisObject.h"
+#include "KyCallSignatures.h"
 #include "KyCompositeArguments_p.h"
 
 #include <memory>
@@ -110,6 +111,12 @@ void KyCompositeOrientationObject::initializeType() {
     KyCompositeArguments::addOperationNames(builder);
     KyCompositeArguments::addButtonNames(builder);
     msType = builder.build();
+    KyCallSignatures::add("KyCompositeOrientationObject",
+                          {"insertMappedAxis(axis, component, operation, position?)",
+                           "insertMappedButton(button, action, angle, component, operation, position?)",
+                           "insertMappedOrientation(orientation, operation, position?)",
+                           "insertConstant(operation, value, position?)",
+                           "insertCondition(button, condition, expected)", "mapChannelValueToAngle(axis)"});
 }
 
 void KyCompositeOrientationObject::finalizeType() {

@@ -5,6 +5,7 @@
 #include "KyDevice.h"
 #include "KyDeviceParameters_p.h"
 
+#include "KyCallSignatures.h"
 #include "KyException.h"
 #include "KyTypeBuilder.h"
 
@@ -165,6 +166,9 @@ void KyDeviceManagerObject::initializeType() {
                  .method("releaseDevice", &M::releaseDevice)
                  .method("rescanDevices", &M::rescanDevices)
                  .build();
+    KyCallSignatures::add("KyDeviceManagerObject",
+                          {"findDevice(name)", "getDevice(index)", "getInfo(index)",
+                           "openDevice(driverName, deviceName, parameters?)", "releaseDevice(driverName, device)"});
 }
 
 void KyDeviceManagerObject::finalizeType() {

@@ -4,6 +4,7 @@
 
 #include "KyDevice.h"
 
+#include "KyCallSignatures.h"
 #include "KyTypeBuilder.h"
 
 #include <string>
@@ -112,6 +113,7 @@ void KyDeviceObject::initializeType() {
                  .method("findButton", [](D& d, const std::string& name) { return d.findButton(name); })
                  .method("findOrientation", [](D& d, const std::string& name) { return d.findOrientation(name); })
                  .build();
+    KyCallSignatures::add("KyDeviceObject", {"findAxis(name)", "findButton(name)", "findOrientation(name)"});
 }
 
 void KyDeviceObject::finalizeType() {

@@ -6,6 +6,7 @@
 #include "KyDeviceManager.h"
 #include "KyDeviceManagerObject.h"
 
+#include "KyCallSignatures.h"
 #include "KyException.h"
 #include "KyTypeBuilder.h"
 
@@ -212,6 +213,11 @@ void KyVirtualDevice::initializeType() {
                  .method("setOrientationValue", &V::setOrientationValue)
                  .method("rest", &V::rest)
                  .build();
+    KyCallSignatures::add("KyVirtualDevice",
+                          {"create(name, nbAxes, nbButtons, nbOrientations)", "setAxisMode(index, isAbsolute)",
+                           "setAxisName(index, name)", "setAxisValue(index, value)", "setButtonName(index, name)",
+                           "setButtonValue(index, value)", "setOrientationMode(index, isAbsolute)",
+                           "setOrientationName(index, name)", "setOrientationValue(index, value)"});
 }
 
 void KyVirtualDevice::finalizeType() {

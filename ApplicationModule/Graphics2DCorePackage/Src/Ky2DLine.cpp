@@ -4,6 +4,7 @@
 
 #include "Ky2DStyle.h"
 
+#include "KyCallSignatures.h"
 #include "KyCast.h"
 #include "KyTypeBuilder.h"
 
@@ -82,6 +83,7 @@ void Ky2DLine::initializeType() {
                  .method("setP2", &Ky2DLine::setP2)
                  .method("setP2", [](Ky2DLine& line, double x, double y) { line.setP2(KyVec2d(x, y)); })
                  .build();
+    KyCallSignatures::add("Ky2DLine", {"setP1(point)", "setP1(x, y)", "setP2(point)", "setP2(x, y)"});
 }
 
 Ky2DLine::Ky2DLine() {

@@ -5,6 +5,7 @@
 #include "Ky2DScene.h"
 #include "Ky2DStyle.h"
 
+#include "KyCallSignatures.h"
 #include "KyMat4.h"
 #include "KyTypeBuilder.h"
 
@@ -149,6 +150,37 @@ void Ky2DNode::initializeType() {
     addChildMethods(type);
     addStateMethods(type);
     msType = type.build();
+    KyCallSignatures::add("Ky2DNode", {"editChild(index)",
+                                       "editChildByName(name)",
+                                       "find(name)",
+                                       "getChild(index)",
+                                       "getChildByName(name)",
+                                       "insertChild(child, index?)",
+                                       "removeChild(child, destroy)",
+                                       "removeChildByIndex(index, destroy)",
+                                       "setChild(index, child)",
+                                       "rotate(degrees)",
+                                       "setRotation(degrees)",
+                                       "scale(factors)",
+                                       "scale(x, y)",
+                                       "setScale(scale)",
+                                       "setScale(x, y)",
+                                       "shear(offset)",
+                                       "shear(x, y)",
+                                       "setShear(shear)",
+                                       "setShear(x, y)",
+                                       "translate(offset)",
+                                       "translate(x, y)",
+                                       "setTranslation(translation)",
+                                       "setTranslation(x, y)",
+                                       "setInitialTransform(transform)",
+                                       "setLocalTransform(transform)",
+                                       "setInitialTransform(m11, m12, m21, m22, dx, dy)",
+                                       "setLocalTransform(m11, m12, m21, m22, dx, dy)",
+                                       "setQtOffset(offset)",
+                                       "setQtOffset(x, y)",
+                                       "setTransformOriginPoint(point)",
+                                       "setTransformOriginPoint(x, y)"});
 }
 
 void Ky2DNode::finalizeType() {

@@ -6,6 +6,7 @@
 #include "Ky2DStyle.h"
 #include "Ky2DUtil.h"
 
+#include "KyCallSignatures.h"
 #include "KyCast.h"
 #include "KyNumberText.h"
 #include "KyTypeBuilder.h"
@@ -73,6 +74,7 @@ void Ky2DPath::initializeType() {
                  .method("getPathData", &Ky2DPath::getPathData)
                  .method("setPathData", &Ky2DPath::setPathData)
                  .build();
+    KyCallSignatures::add("Ky2DPath", {"addCommand(command)", "getCommandString(index)", "removeCommand(index)"});
 }
 
 Ky2DPath::Ky2DPath() {

@@ -6,6 +6,7 @@
 
 #include "Ky2DIntersected.h"
 
+#include "KyCallSignatures.h"
 #include "KyTypeBuilder.h"
 
 #include <algorithm>
@@ -40,6 +41,7 @@ void Ky2DScene::initializeType() {
                  .signal<&Ky2DScene::changesPendingSignal>("changesPendingSignal")
                  .enumeration({{"eArea", eArea}, {"eTopmost", eTopmost}})
                  .build();
+    KyCallSignatures::add("Ky2DScene", {"pickNode(x, y)", "changesPendingSignal(scene)"});
 }
 
 void Ky2DScene::finalizeType() {

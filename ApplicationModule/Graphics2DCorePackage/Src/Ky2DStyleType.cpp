@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "Ky2DStyle.h"
 
+#include "KyCallSignatures.h"
 #include "KyTypeBuilder.h"
 
 namespace {
@@ -153,6 +154,8 @@ void Ky2DStyle::initializeType() {
     addMethods(builder);
     addNames(builder);
     msType = builder.build();
+    KyCallSignatures::add("Ky2DStyle", {"getDashElement(index)", "insertDashElement(value, index)",
+                                        "setDashElement(value, index)", "removeDashElement(index, destroy?)"});
 }
 
 void Ky2DStyle::finalizeType() {

@@ -7,6 +7,7 @@
 #include "KySvgDocument_p.h"
 #include "KySvgReports_p.h"
 
+#include "KyCallSignatures.h"
 #include "KyResource.h"
 #include "KyTypeBuilder.h"
 #include "KyURL.h"
@@ -35,6 +36,7 @@ void Ky2DSvgImporter::initializeType() {
                  .method("getWidth", &T::getWidth)
                  .method("getHeight", &T::getHeight)
                  .build();
+    KyCallSignatures::add("Ky2DSvgImporter", {"getReport(index)", "importFile(path)", "importText(svg)"});
 }
 
 void Ky2DSvgImporter::finalizeType() {

@@ -3,6 +3,7 @@
 #include "Ky2DScene.h"
 #include "Ky2DView.h"
 
+#include "KyCallSignatures.h"
 #include "KyTypeBuilder.h"
 
 const KyType* Ky2DView::msType = nullptr;
@@ -37,6 +38,9 @@ void Ky2DView::initializeType() {
                  .method("pick", &V::pick)
                  .method("saveImage", &V::saveImage)
                  .build();
+    KyCallSignatures::add("Ky2DView",
+                          {"fitNode(node)", "fromScene(point)", "toScene(x, y)", "pan(dx, dy)", "pick(x, y)",
+                           "saveImage(path)", "zoom(factor)", "zoomAt(factor, x, y)", "nodePicked(node)"});
 }
 
 void Ky2DView::finalizeType() {

@@ -4,6 +4,7 @@
 
 #include "KyManipulator.h"
 
+#include "KyCallSignatures.h"
 #include "KyInputEvent.h"
 #include "KyTypeBuilder.h"
 
@@ -44,6 +45,8 @@ void KyManipulatorEventHandler::initializeType() {
                  .method("getElementManipulator", &Handler::editElementManipulator)
                  .method("removeManipulator", &Handler::removeManipulator)
                  .build();
+    KyCallSignatures::add("KyManipulatorEventHandler", {"getElementManipulator(index)", "removeManipulator(index)",
+                                                        "setMultipleManipulators(manipulator)"});
 }
 
 void KyManipulatorEventHandler::finalizeType() {

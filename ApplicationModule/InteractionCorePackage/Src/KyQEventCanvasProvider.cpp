@@ -121,7 +121,10 @@ void KyQEventCanvasProvider::setInputEvent(KyInputEvent& event) {
     // A handler may drop the canvas; one that nobody holds must not end with this.
     const KyHolder<KyCanvas> kept(canvas->getNbReferences() > 0 ? canvas : nullptr);
     place(event, *canvas);
-    event.setInternalEventReturn(send(event, *canvas));
+    event.setInternalEventReturn(false);
+    // Who hears of what was sent may have used it as well.
+    if (send(event, *canvas))
+        event.setInternalEventReturn(true);
 }
 
 void KyQEventCanvasProvider::place(KyInputEvent& event, const KyCanvas& canvas) {

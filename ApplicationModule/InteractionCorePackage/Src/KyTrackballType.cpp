@@ -6,6 +6,7 @@
 
 #include "KyNode.h"
 
+#include "KyCallSignatures.h"
 #include "KyTypeBuilder.h"
 
 const KyType* KyTrackballManipulator::msType = nullptr;
@@ -89,6 +90,10 @@ void KyTrackballManipulator::initializeType() {
     describeSettings(builder);
     describeFraming(builder);
     msType = builder.build();
+    KyCallSignatures::add("KyTrackballManipulator",
+                          {"coast(seconds)", "focusFront(volume)", "focusFront(node)", "focusPerspective(volume)",
+                           "focusPerspective(node)", "focusPerspective(volume, x, y, z)",
+                           "focusPerspective(node, x, y, z)"});
 }
 
 void KyTrackballManipulator::finalizeType() {

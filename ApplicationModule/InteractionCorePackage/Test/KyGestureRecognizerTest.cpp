@@ -61,7 +61,6 @@ TEST_F(KyGestureRecognizerTest, KindsFollowFromTypesAndFingers) {
                         {cEnded, one, cBegan, moved, cNone, false},
                         {cUpdated, none, cUpdated, none, cNone, false},
                         {cUpdated, none, cUpdated, two, cNone, false},
-                        {cUpdated, two, cUpdated, one, cNone, false},
                         {cBegan, one, cEnded, moved, KyGesture::eTap, true},
                         {cBegan, none, cEnded, one, KyGesture::eTap, true},
                         {cUpdated, one, cEnded, moved, KyGesture::ePan, true},

@@ -7,7 +7,6 @@
 #include "KyGraphicsViewMultiPass.h"
 
 #include "KyException.h"
-#include "KyType.h"
 
 #include <gtest/gtest.h>
 
@@ -194,21 +193,6 @@ TEST(KyManipulatorTest, ManipulatorsMayEndWhileTheyHandleAnEvent) {
     EXPECT_TRUE(handler->handleEvent(makeEvent(KyInputEvent::eWheel)));
     EXPECT_FALSE(handler->getManipulator() || handler->getElementManipulator(0));
     EXPECT_FALSE(handler->handleEvent(makeEvent(KyInputEvent::eWheel)));
-}
-
-TEST(KyManipulatorTest, TypesAreSetUpAnewAfterTheyWereTakenDown) {
-    for (int i = 0; i < 2; ++i) {
-        KyManipulatorEventHandler::initializeClass();
-        KyTrackballManipulator::initializeClass();
-        for (const char* name : {"KyManipulatorEventHandler", "KyTrackballManipulator"}) {
-            KyObject* object = KyObject::create(name);
-            ASSERT_TRUE(object) << name;
-            object->destroy();
-        }
-        KyManipulatorEventHandler::finalizeType();
-        KyTrackballManipulator::finalizeType();
-        EXPECT_EQ(KyType::getType("KyTrackballManipulator"), nullptr);
-    }
 }
 
 } // namespace

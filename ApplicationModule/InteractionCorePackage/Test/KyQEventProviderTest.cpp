@@ -210,15 +210,12 @@ TEST_F(KyQEventProviderTest, MouseEventsMadeOfATouchSaySoWhileItLasts) {
 }
 
 TEST_F(KyQEventProviderTest, TheFirstFingerPlaysTheMouseWhenTouchesAreConverted) {
-    static std::vector<std::string> reports;
-    reports.clear();
-    const auto former = KyException::setReportHandler([](const std::string& text) { reports.push_back(text); });
+    static int nbReports = 0;
+    const auto former = KyException::setReportHandler([](const std::string&) { ++nbReports; });
     for (const bool convert : {true, false, true})
         mProvider.setTouchToMouseConversion(convert);
     KyException::setReportHandler(former);
-    EXPECT_EQ(reports, std::vector<std::string>(
-                           2, "KyQEventProvider::setTouchToMouseConversion() : Enabling touch conversion on Windows "
-                              "will probably result in double mouse events reception."));
+    EXPECT_EQ(nbReports, 2);
 
     touch(QEvent::TouchBegin, {{4, {10, 20}, Qt::TouchPointPressed}});
     touch(QEvent::TouchUpdate, {{1, {90, 90}, Qt::TouchPointPressed}, {4, {11, 20}}});
@@ -227,11 +224,12 @@ TEST_F(KyQEventProviderTest, TheFirstFingerPlaysTheMouseWhenTouchesAreConverted)
     touch(QEvent::TouchUpdate, {{1, {95, 90}}});
     touch(QEvent::TouchEnd, {{1, {95, 90}, Qt::TouchPointReleased}});
     ASSERT_EQ(getTypes(), (std::vector<int>{Event::eMousePressed, Event::eMouseMoved, Event::eMouseReleased}));
-    const std::tuple<int, unsigned, unsigned, bool> expected[] = {{10, 1, 1, true}, {11, 1, 0, true}, {12, 0, 1, true}};
+    const std::array<std::uint32_t, 3> expected[] = {{10, 1, 1}, {11, 1, 0}, {12, 0, 1}};
     for (std::size_t i = 0; i < 3; ++i) {
         const Event& event = mLog->events[i];
-        EXPECT_EQ(std::tuple(event.getX(), event.getState(), event.getButton(), event.getTouchPoints().empty()),
+        EXPECT_EQ((std::array{static_cast<std::uint32_t>(event.getX()), event.getState(), event.getButton()}),
                   expected[i]);
+        EXPECT_TRUE(event.getTouchPoints().empty());
     }
 }
 

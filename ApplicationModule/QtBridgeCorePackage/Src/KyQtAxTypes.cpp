@@ -5,6 +5,8 @@
 #include "KyQtAxCall_p.h"
 #include "KyQtTypes_p.h"
 
+#include "KyCallSignatures.h"
+
 #include <QAxWidget>
 
 namespace {
@@ -23,6 +25,9 @@ QObject* toControl(QObject* object) {
 luabind::scope kyMakeQtAxTypes() {
     auto axClass = kyQtClass<QAxWidget, QWidget>("QAxWidget");
     kyQtWidgetConstructors<QAxWidget>(axClass);
+    KyCallSignatures::add("", {"toQAxWidget(object)"});
+    KyCallSignatures::add("QAxWidget",
+                          {"__init(parent?)", "setControl(control)", "dynamicCall(functionName, parameters)"});
     axClass
         .def("setControl", kyQtCall([](QAxWidget& control, const QString& name) { return control.setControl(name); }))
         .def("dynamicCall", kyQt<&dynamicCall>)

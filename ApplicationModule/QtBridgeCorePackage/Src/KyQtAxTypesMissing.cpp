@@ -6,6 +6,8 @@
 #include "KyQtLuaVariant_p.h"
 #include "KyQtTypes_p.h"
 
+#include "KyCallSignatures.h"
+
 #include <QWidget>
 
 namespace {
@@ -44,6 +46,9 @@ QObject* toControl(QObject*) {
 luabind::scope kyMakeQtAxTypes() {
     auto axClass = kyQtClass<AxWidget, QWidget>("QAxWidget", QWidget::staticMetaObject);
     kyQtWidgetConstructors<AxWidget>(axClass);
+    KyCallSignatures::add("", {"toQAxWidget(object)"});
+    KyCallSignatures::add("QAxWidget",
+                          {"__init(parent?)", "setControl(control)", "dynamicCall(functionName, parameters)"});
     axClass.def("setControl", kyQt<&setControl>)
         .def("dynamicCall", kyQt<&dynamicCall>)
         .def("generateDocumentation", kyQt<&generateDocumentation>);

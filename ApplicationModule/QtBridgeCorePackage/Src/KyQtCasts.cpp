@@ -3,6 +3,8 @@
 #include "KyQtLuaClass_p.h"
 #include "KyQtTypes_p.h"
 
+#include "KyCallSignatures.h"
+
 #include <QAction>
 #include <QApplication>
 #include <QBoxLayout>
@@ -66,7 +68,9 @@ constexpr Cast cCasts[] = {
 
 luabind::scope kyMakeQtCasts() {
     luabind::scope casts;
-    for (const Cast& cast : cCasts)
+    for (const Cast& cast : cCasts) {
+        KyCallSignatures::add({}, {std::string(cast.name) + "(object)"});
         static_cast<void>((casts, luabind::def(cast.name, cast.cast)));
+    }
     return casts;
 }

@@ -4,6 +4,8 @@
 #include "KyQtLuaClass_p.h"
 #include "KyQtTypes_p.h"
 
+#include "KyCallSignatures.h"
+
 #include <QAction>
 #include <QDockWidget>
 #include <QIcon>
@@ -22,6 +24,9 @@ void ensureWidgetVisible(QScrollArea& area, QWidget& widget, int xMargin, int yM
 luabind::scope makeScrollArea() {
     auto areaClass = kyQtClass<QScrollArea, QWidget>("QScrollArea");
     kyQtWidgetConstructors<QScrollArea>(areaClass);
+    KyCallSignatures::add("QScrollArea", {"__init(parent?)", "ensureWidgetVisible(widget)",
+                                          "ensureWidgetVisible(widget, xMargin, yMargin)", "ensureVisible(x, y)",
+                                          "ensureVisible(x, y, xMargin, yMargin)"});
     areaClass
         .def("ensureWidgetVisible",
              kyQtCall([](QScrollArea& area, QWidget& widget) { ensureWidgetVisible(area, widget, 50, 50); }))
@@ -42,6 +47,7 @@ void setDockWidget(QDockWidget& dock, QWidget* widget) {
 luabind::scope makeDockWidget() {
     auto dockClass = kyQtClass<QDockWidget, QWidget>("QDockWidget");
     kyQtTextConstructors<QDockWidget>(dockClass);
+    KyCallSignatures::add("QDockWidget", {"__init(parent?)", "__init(text, parent?)"});
     dockClass.def("isFloating", kyQt<&QDockWidget::isFloating>)
         .def("setFloating", kyQt<&QDockWidget::setFloating>)
         .def("setWidget", kyQt<&setDockWidget>);
@@ -51,6 +57,7 @@ luabind::scope makeDockWidget() {
 luabind::scope makeStackedWidget() {
     auto stackClass = kyQtClass<QStackedWidget, QWidget>("QStackedWidget");
     kyQtWidgetConstructors<QStackedWidget>(stackClass);
+    KyCallSignatures::add("QStackedWidget", {"__init(parent?)"});
     stackClass.def("currentIndex", kyQt<&QStackedWidget::currentIndex>)
         .def("setCurrentIndex", kyQt<&QStackedWidget::setCurrentIndex>);
     return stackClass;
@@ -65,6 +72,8 @@ QAction* addAction(QMenu& menu, const QIcon& icon, const QString& text) {
 luabind::scope makeMenu() {
     auto menuClass = kyQtClass<QMenu, QWidget>("QMenu");
     kyQtTextConstructors<QMenu>(menuClass);
+    KyCallSignatures::add("QMenu", {"__init(parent?)", "__init(title, parent?)", "addAction(text)",
+                                    "addAction(icon, text)", "addAction(action)"});
     menuClass.def("addAction", kyQtCall([](QMenu& menu, const QString& text) { return addAction(menu, {}, text); }))
         .def("addAction", kyQt<&addAction>)
         .def("addAction",

@@ -3,6 +3,8 @@
 #include "KyQtLuaClass_p.h"
 #include "KyQtTypes_p.h"
 
+#include "KyCallSignatures.h"
+
 #include <QAbstractButton>
 #include <QDoubleSpinBox>
 #include <QIcon>
@@ -27,6 +29,7 @@ luabind::scope makeSliders() {
     kyQtRange<QAbstractSlider>(abstractClass);
     auto sliderClass = kyQtClass<QSlider, QAbstractSlider>("QSlider");
     kyQtWidgetConstructors<QSlider>(sliderClass);
+    KyCallSignatures::add("QSlider", {"__init(parent?)", "__init(orientation: integer, parent?)"});
     sliderClass
         .def("__init", kyQtConstructor<QSlider>(+[](double orientation) { return makeSlider(orientation, nullptr); }))
         .def("__init", kyQtConstructor<QSlider>(&makeSlider));
@@ -36,6 +39,7 @@ luabind::scope makeSliders() {
 luabind::scope makeSpinBox() {
     auto boxClass = kyQtClass<QDoubleSpinBox, QWidget>("QDoubleSpinBox");
     kyQtWidgetConstructors<QDoubleSpinBox>(boxClass);
+    KyCallSignatures::add("QDoubleSpinBox", {"__init(parent?)"});
     boxClass.def("value", kyQt<&QDoubleSpinBox::value>).def("setValue", kyQtCall([](QDoubleSpinBox& box, double value) {
                                                                 box.setValue(std::isnan(value) ? 0.0 : value);
                                                             }));
@@ -45,6 +49,7 @@ luabind::scope makeSpinBox() {
 luabind::scope makeProgressBar() {
     auto barClass = kyQtClass<QProgressBar, QWidget>("QProgressBar");
     kyQtWidgetConstructors<QProgressBar>(barClass);
+    KyCallSignatures::add("QProgressBar", {"__init(parent?)"});
     kyQtRange<QProgressBar>(barClass);
     return barClass;
 }
@@ -59,6 +64,7 @@ luabind::scope makeButtons() {
         .def("setIcon", kyQt<&QAbstractButton::setIcon>);
     auto pushClass = kyQtClass<QPushButton, QAbstractButton>("QPushButton");
     kyQtTextConstructors<QPushButton>(pushClass);
+    KyCallSignatures::add("QPushButton", {"__init(parent?)", "__init(text, parent?)", "__init(icon, text, parent?)"});
     pushClass
         .def("__init", kyQtConstructor<QPushButton>(+[](const QIcon& icon, const QString& text) -> QObject* {
                  return new QPushButton(icon, text);

@@ -10,6 +10,8 @@
 #include "KyLuaConnections_p.h"
 #include "KyLuaInstance_p.h"
 
+#include "KyCallSignatures.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QThread>
@@ -176,6 +178,10 @@ constexpr Alias cAliases[] = {
 
 luabind::scope kyMakeQtFunctions() {
     using luabind::def;
+    KyCallSignatures::add(
+        "", {"deleteQObject(object: QObject?)", "loadUi(file, parent?)", "connect(sender, signal, callback: function)",
+             "connect(sender, signal, callback: function)", "disconnect(sender, signal?, callback?: function)",
+             "disconnect(sender, signal?, callback?: function)"});
     return def("deleteQObject", &deleteQObject), def("loadUi", &loadUi),
            def(
                "loadUi",
@@ -188,6 +194,42 @@ luabind::scope kyMakeQtFunctions() {
 }
 
 void kySetQtGlobals(lua_State* state) {
+    KyCallSignatures::add(
+        "", {"QAxWidget_dynamicCall(widget, functionName, parameters)",
+             "QAxWidget_GenerateDoc(widget)",
+             "QBoxLayout_insertWidget(layout, index: integer, widget, stretch?: integer, alignment?: integer)",
+             "QObject_property(object, name)",
+             "QObject_setProperty(object, name, value)",
+             "QSettings_beginGroup(settings, prefix)",
+             "QSettings_contains(settings, key)",
+             "QSettings_remove(settings, key)",
+             "QSettings_setValue(settings, key, value)",
+             "QSettings_value(settings, key, fallback?)",
+             "QString_fromStdString(text)",
+             "QString_fromUtf8(text)",
+             "QString_toQUrl(string)",
+             "QString_toStdString(string)",
+             "QString_toUtf8(string)",
+             "QUrl_toString(url)",
+             "QWidget_getGeometry(widget)",
+             "QWidget_mapToGlobal(widget, position)",
+             "findChild(object, name?)",
+             "findChildren(object, name?)",
+             "getCursorPosition(lineEdit)",
+             "QComboBox_addItem(box, text)",
+             "QComboBox_addItem(box, icon, text)",
+             "QComboBox_addItem(box, text, data)",
+             "QComboBox_addItem(box, icon, text, data)",
+             "QComboBox_insertItem(box, index: integer, text)",
+             "QComboBox_insertItem(box, index: integer, icon, text)",
+             "QComboBox_insertItem(box, index: integer, text, data)",
+             "QComboBox_insertItem(box, index: integer, icon, text, data)",
+             "QDir_entryList(directory)",
+             "QDir_entryList(directory, filter, flags?: integer, sort?: integer)",
+             "QDir_entryList(directory, flags: integer, sort?: integer)",
+             "QDir_entryListOld(directory)",
+             "QDir_entryListOld(directory, filter, flags?: integer, sort?: integer)",
+             "QDir_entryListOld(directory, flags: integer, sort?: integer)"});
     for (const auto& [name, className, method] : cAliases) {
         lua_pushstring(state, name);
         lua_getglobal(state, className);

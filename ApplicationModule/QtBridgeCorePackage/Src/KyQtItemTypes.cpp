@@ -3,6 +3,8 @@
 #include "KyQtArgument_p.h"
 #include "KyQtTypes_p.h"
 
+#include "KyCallSignatures.h"
+
 #include <QComboBox>
 #include <QIcon>
 #include <QListWidget>
@@ -14,6 +16,7 @@ using luabind::argument;
 luabind::scope makeListWidget() {
     auto listClass = kyQtClass<QListWidget, QWidget>("QListWidget");
     kyQtWidgetConstructors<QListWidget>(listClass);
+    KyCallSignatures::add("QListWidget", {"__init(parent?)", "addItem(text)"});
     listClass.def("clear", kyQt<&QListWidget::clear>)
         .def("currentRow", kyQt<&QListWidget::currentRow>)
         .def("addItem", kyQtCall([](QListWidget& list, const QString& text) { list.addItem(text); }));
@@ -36,6 +39,12 @@ void removeItem(QComboBox& box, int index) {
 luabind::scope makeComboBox() {
     auto boxClass = kyQtClass<QComboBox, QWidget>("QComboBox");
     kyQtWidgetConstructors<QComboBox>(boxClass);
+    KyCallSignatures::add("QComboBox",
+                          {"__init(parent?)", "addItem(text)", "addItem(icon, text)", "addItem(text, data)",
+                           "addItem(icon, text, data)", "insertItem(index: integer, text)",
+                           "insertItem(index: integer, icon, text)", "insertItem(index: integer, text, data)",
+                           "insertItem(index: integer, icon, text, data)", "removeItem(index: integer)",
+                           "itemText(index: integer)"});
     boxClass.def("addItem", kyQtCall([](QComboBox& box, const QString& text) { box.addItem(text); }))
         .def("addItem",
              kyQtCall([](QComboBox& box, const QIcon& icon, const QString& text) { box.addItem(icon, text); }))

@@ -3,6 +3,8 @@
 #include "KyQtLuaClass_p.h"
 #include "KyQtTypes_p.h"
 
+#include "KyCallSignatures.h"
+
 #include <QBoxLayout>
 #include <QWidget>
 
@@ -42,6 +44,7 @@ void insertWidget(QBoxLayout& layout, int index, QWidget& widget) {
 template <class T>
 luabind::scope makeDirection(const char* name) {
     auto layoutClass = kyQtClass<T, QBoxLayout>(name);
+    KyCallSignatures::add(name, {"__init(parent?)"});
     layoutClass.def("__init", kyQtConstructor<T>(+[]() -> QObject* { return new T; }))
         .def("__init", kyQtConstructor<T>(+[](QWidget* parent) -> QObject* { return new T(parent); }));
     return layoutClass;
@@ -54,6 +57,10 @@ QObject* makeBox(double direction, QWidget* parent) {
 
 luabind::scope makeBoxClass() {
     auto boxClass = kyQtClass<QBoxLayout, QLayout>("QBoxLayout");
+    KyCallSignatures::add("QBoxLayout",
+                          {"__init(direction?: integer, parent?)",
+                           "addWidget(widget, stretch?: integer, alignment?: integer)",
+                           "insertWidget(index: integer, widget, stretch?: integer, alignment?: integer)"});
     boxClass.def("__init", kyQtConstructor<QBoxLayout>(+[] { return makeBox(QBoxLayout::LeftToRight, nullptr); }))
         .def("__init", kyQtConstructor<QBoxLayout>(+[](double direction) { return makeBox(direction, nullptr); }))
         .def("__init", kyQtConstructor<QBoxLayout>(&makeBox))
@@ -74,6 +81,7 @@ luabind::scope makeBoxClass() {
 
 luabind::scope kyMakeQtLayoutTypes() {
     auto layoutClass = kyQtClass<QLayout, QObject>("QLayout");
+    KyCallSignatures::add("QLayout", {"addWidget(widget)"});
     layoutClass.def("addWidget", kyQt<&addWidget>);
     return layoutClass, makeBoxClass(), makeDirection<QHBoxLayout>("QHBoxLayout"),
            makeDirection<QVBoxLayout>("QVBoxLayout");

@@ -105,7 +105,7 @@ QVariant readTable(lua_State* state, int table, Progress& progress) {
     if (size == -1)
         return {};
     ++progress.depth;
-    const QVariant value = size == -2 ? readMap(state, table, progress) : readList(state, table, size, progress);
+    QVariant value = size == -2 ? readMap(state, table, progress) : readList(state, table, size, progress);
     --progress.depth;
     return value;
 }

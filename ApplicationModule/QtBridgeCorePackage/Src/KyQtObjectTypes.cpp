@@ -5,6 +5,8 @@
 #include "KyQtLifetime_p.h"
 #include "KyQtTypes_p.h"
 
+#include "KyCallSignatures.h"
+
 #include <QAction>
 #include <QApplication>
 #include <QIcon>
@@ -102,6 +104,8 @@ QString describe(const argument& value) {
 luabind::scope makeObject() {
     kyAddQtClass({"QObject", luabind::detail::registered_class<QObject>::id, &QObject::staticMetaObject});
     luabind::class_<QObject> objectClass("QObject");
+    KyCallSignatures::add("QObject", {"findChild(name?)", "findChildren(name?)", "property(name)",
+                                      "setProperty(name, value)", "blockSignals(areBlocked)", "inherits(className)"});
     objectClass.def("__eq", &areEqual)
         .def("__tostring", &describe)
         .def("findChild", kyQt<&findChildOf>)
@@ -126,6 +130,7 @@ luabind::scope makeApplication() {
 
 luabind::scope makeMovie() {
     auto movieClass = kyQtClass<QMovie, QObject>("QMovie");
+    KyCallSignatures::add("QMovie", {"__init(parent?)", "__init(file, format?, parent?)", "setSpeed(percent)"});
     movieClass.def("__init", kyQtConstructor<QMovie>(+[]() -> QObject* { return new QMovie; }))
         .def("__init", kyQtConstructor<QMovie>(+[](QObject* parent) -> QObject* { return new QMovie(parent); }))
         .def("__init", kyQtConstructor<QMovie>(+[](const QString& file) -> QObject* { return new QMovie(file); }))
@@ -147,6 +152,7 @@ luabind::scope makeMovie() {
 
 luabind::scope makeAction() {
     auto actionClass = kyQtClass<QAction, QObject>("QAction");
+    KyCallSignatures::add("QAction", {"__init(parent?)", "__init(text, parent?)", "__init(icon, text, parent?)"});
     actionClass.def("__init", kyQtConstructor<QAction>(+[]() -> QObject* { return new QAction; }))
         .def("__init", kyQtConstructor<QAction>(+[](QObject* parent) -> QObject* { return new QAction(parent); }))
         .def("__init", kyQtConstructor<QAction>(+[](const QString& text) -> QObject* { return new QAction(text); }))

@@ -3,6 +3,8 @@
 #include "KyQtArgument_p.h"
 #include "KyQtTypes_p.h"
 
+#include "KyCallSignatures.h"
+
 #include <QDir>
 #include <QFile>
 #include <QSettings>
@@ -115,6 +117,8 @@ QVariant getValueOr(Settings& settings, const QString& key, const argument& fall
 
 luabind::scope makeSettings() {
     luabind::class_<Settings> settingsClass("QSettings");
+    KyCallSignatures::add("QSettings", {"__init(fileName)", "beginGroup(prefix)", "setValue(key, value)",
+                                        "value(key, fallback?)", "remove(key)", "contains(key)"});
     settingsClass.def("__init", kyLuaConstructor(+[] { return Settings(); }))
         .def("__init", kyLuaConstructor(&openSettings))
         .def(
@@ -148,6 +152,8 @@ bool at(const QString& file) {
 
 luabind::scope makeFile() {
     using luabind::def;
+    KyCallSignatures::add("QFile",
+                          {"copy(from, to)", "exists(file)", "link(from, to)", "remove(file)", "rename(from, to)"});
     return luabind::namespace_("QFile")[(def("copy", &fromTo<&QFile::copy>), def("exists", &at<&QFile::exists>),
                                          def("link", &fromTo<&QFile::link>), def("remove", &at<&QFile::remove>),
                                          def("rename", &fromTo<&QFile::rename>))];
@@ -182,6 +188,8 @@ QStringList listKindsSorted(const QDir& directory, double flags, double sort) {
 
 luabind::scope makeDirectory() {
     luabind::class_<QDir> directoryClass("QDir");
+    KyCallSignatures::add("QDir", {"__init(path)", "entryList(filter, flags?: integer, sort?: integer)",
+                                   "entryList(flags: integer, sort?: integer)"});
     kyDefineLuaEquality(directoryClass);
     directoryClass.enum_("Filter")[(
         value("Dirs", QDir::Dirs), value("AllDirs", QDir::AllDirs), value("Files", QDir::Files),

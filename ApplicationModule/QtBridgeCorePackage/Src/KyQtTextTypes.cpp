@@ -3,6 +3,8 @@
 #include "KyQtLuaClass_p.h"
 #include "KyQtTypes_p.h"
 
+#include "KyCallSignatures.h"
+
 #include <QIcon>
 #include <QLabel>
 #include <QLineEdit>
@@ -25,6 +27,7 @@ QPixmap getLargestPixmap(const QIcon& icon) {
 luabind::scope makeLabel() {
     auto labelClass = kyQtClass<QLabel, QWidget>("QLabel");
     kyQtTextConstructors<QLabel>(labelClass);
+    KyCallSignatures::add("QLabel", {"__init(parent?)", "__init(text, parent?)", "setPixmap(file)", "setPixmap(icon)"});
     labelClass.def("text", kyQt<&QLabel::text>)
         .def("setText", kyQt<&QLabel::setText>)
         .def("setPixmap", kyQtCall([](QLabel& label, const QString& file) { label.setPixmap(QPixmap(file)); }))
@@ -37,6 +40,7 @@ luabind::scope makeLabel() {
 luabind::scope makeLineEdit() {
     auto editClass = kyQtClass<QLineEdit, QWidget>("QLineEdit");
     kyQtTextConstructors<QLineEdit>(editClass);
+    KyCallSignatures::add("QLineEdit", {"__init(parent?)", "__init(text, parent?)"});
     editClass.def("text", kyQt<&QLineEdit::text>)
         .def("setText", kyQt<&QLineEdit::setText>)
         .def("setCursorPosition", kyQt<&QLineEdit::setCursorPosition>)
@@ -47,6 +51,7 @@ luabind::scope makeLineEdit() {
 luabind::scope makeTextEdit() {
     auto editClass = kyQtClass<QTextEdit, QWidget>("QTextEdit");
     kyQtTextConstructors<QTextEdit>(editClass);
+    KyCallSignatures::add("QTextEdit", {"__init(parent?)", "__init(text, parent?)"});
     editClass.def("text", kyQt<&QTextEdit::toPlainText>)
         .def("setText", kyQt<&QTextEdit::setText>)
         .def("setHtml", kyQt<&QTextEdit::setHtml>);

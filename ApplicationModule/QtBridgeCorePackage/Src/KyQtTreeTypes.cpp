@@ -5,6 +5,8 @@
 #include "KyQtTreeItem_p.h"
 #include "KyQtTypes_p.h"
 
+#include "KyCallSignatures.h"
+
 #include <QIcon>
 #include <QTreeWidget>
 
@@ -108,6 +110,10 @@ void defineContent(luabind::class_<KyQtTreeItem>& itemClass) {
 luabind::scope makeItem() {
     using luabind::argument;
     luabind::class_<KyQtTreeItem> itemClass("QTreeWidgetItem");
+    KyCallSignatures::add("QTreeWidgetItem",
+                          {"text(column: integer)", "setText(column: integer, text)", "setIcon(column: integer, icon)",
+                           "child(index: integer)", "addChild(child)", "insertChild(index: integer, child)",
+                           "removeChild(child)", "indexOfChild(child)"});
     defineContent(itemClass);
     itemClass.def("__init", kyLuaConstructor(+[] { return KyQtTreeItem(); }))
         .def("__eq", &areEqual)
@@ -131,6 +137,7 @@ luabind::scope makeTree() {
     auto viewClass = kyQtClass<QTreeView, QWidget>("QTreeView");
     auto treeClass = kyQtClass<QTreeWidget, QTreeView>("QTreeWidget");
     kyQtWidgetConstructors<QTreeWidget>(treeClass);
+    KyCallSignatures::add("QTreeWidget", {"__init(parent?)"});
     treeClass.def("invisibleRootItem", kyQt<&KyQtTreeItem::ofRoot>).def("currentItem", kyQtCall([](QTreeWidget& tree) {
                                                                             return toHandle(tree.currentItem());
                                                                         }));

@@ -3,6 +3,8 @@
 #include "KyQtLuaClass_p.h"
 #include "KyQtTypes_p.h"
 
+#include "KyCallSignatures.h"
+
 #include <QIcon>
 #include <QUrl>
 
@@ -14,6 +16,7 @@ KyQtText makeText(const QString& text) {
 
 luabind::scope makeTextClass() {
     luabind::class_<KyQtText> textClass("QString");
+    KyCallSignatures::add("QString", {"__init(text)", "fromStdString(text)", "fromUtf8(text)"});
     kyDefineLuaEquality(textClass);
     const auto toLua = +[](const KyQtText& self) { return self.text; };
     textClass.def("__init", kyLuaConstructor(+[] { return KyQtText(); }))
@@ -31,6 +34,7 @@ luabind::scope makeTextClass() {
 
 luabind::scope makeUrl() {
     luabind::class_<QUrl> urlClass("QUrl");
+    KyCallSignatures::add("QUrl", {"__init(text)"});
     kyDefineLuaEquality(urlClass);
     const auto toText = +[](const QUrl& url) { return url.toString(); };
     urlClass.def("__init", kyLuaConstructor(+[] { return QUrl(); }))
@@ -51,6 +55,7 @@ QIcon makeIcon(const QString& file) {
 
 luabind::scope makeIconClass() {
     luabind::class_<QIcon> iconClass("QIcon");
+    KyCallSignatures::add("QIcon", {"__init(file)"});
     iconClass.def("__init", kyLuaConstructor(+[] { return QIcon(); }))
         .def("__init", kyLuaConstructor(&makeIcon))
         .def(

@@ -5,6 +5,8 @@
 #include "KyQtTypes_p.h"
 #include "KyQtWebView_p.h"
 
+#include "KyCallSignatures.h"
+
 #include <QUrl>
 #include <QWidget>
 
@@ -49,6 +51,8 @@ QObject* makeView(QWidget* parent) {
 
 luabind::scope kyMakeQtWebTypes() {
     auto viewClass = kyQtClass<WebView, QWidget>(cClassName, QWidget::staticMetaObject);
+    KyCallSignatures::add("", {"toQWebView(object)"});
+    KyCallSignatures::add(cClassName, {"__init(parent?)", "load(url)", "load(url)"});
     viewClass.def("__init", kyQtConstructor<WebView>(+[] { return makeView(nullptr); }))
         .def("__init", kyQtConstructor<WebView>(&makeView))
         .def("setUrl", kyQt<&setUrl>)

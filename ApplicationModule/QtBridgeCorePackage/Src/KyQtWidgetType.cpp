@@ -5,6 +5,7 @@
 
 #include "KyQtValues.h"
 
+#include "KyCallSignatures.h"
 #include "KyColor.h"
 #include "KyRect.h"
 #include "KyVec2.h"
@@ -153,6 +154,11 @@ void definePlace(luabind::class_<QWidget, QObject>& widgetClass) {
 luabind::scope kyMakeQtWidgetType() {
     auto widgetClass = kyQtClass<QWidget, QObject>("QWidget");
     kyQtWidgetConstructors<QWidget>(widgetClass);
+    KyCallSignatures::add("QWidget", {"__init(parent?)", "testAttribute(attribute: integer)",
+                                      "setAttribute(attribute: integer, isOn?)", "addAction(action)", "move(x, y)",
+                                      "move(position)", "resize(size)", "resize(width, height)",
+                                      "setGeometry(x, y, width, height)", "setGeometry(rect)", "mapToGlobal(position)",
+                                      "childAt(x, y)", "childAt(position)"});
     defineState(widgetClass);
     definePlace(widgetClass);
     return widgetClass;

@@ -21,7 +21,7 @@
 namespace {
 
 /// What scripts print is left out while the client has so much to take.
-constexpr qint64 cMaxUnsentOutput = 8 * 1024 * 1024;
+constexpr qint64 cMaxUnsentOutput = qint64(8) * 1024 * 1024;
 
 struct Received {
     int client;
@@ -117,6 +117,11 @@ void KyDebugAdapter::close() {
 
 bool KyDebugAdapter::hasClient() const {
     return mPrivate->session != nullptr;
+}
+
+void KyDebugAdapter::stopAtEntry() {
+    if (const auto session = mPrivate->session; session && session->isReady() && session->isAttached())
+        session->stopAtEntry();
 }
 
 bool KyDebugAdapter::Private::start(quint16 port) {

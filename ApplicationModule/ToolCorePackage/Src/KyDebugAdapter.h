@@ -48,6 +48,9 @@ public:
     void close();
     /// True while a debugger is connected.
     bool hasClient() const;
+    /// Stops at the next line that runs, and tells the client that scripts begin there. Nothing without a client that
+    /// is ready and debugs.
+    void stopAtEntry();
 
 Q_SIGNALS:
     /// After a client's connection has been made, before its first request.

@@ -3,9 +3,10 @@
 #include "KyDebugAdapterSession_p.h"
 
 #include "KyDebugAdapterJson_p.h"
-#include "KyDebugAdapterLines_p.h"
 #include "KyScriptDebugger.h"
 #include "KyScriptEngine.h"
+#include "KyScriptLines.h"
+#include "KyScriptListing.h"
 
 #include <QFileInfo>
 #include <QJsonArray>
@@ -19,16 +20,11 @@ namespace {
 
 using Kind = KyDebugArgument::Kind;
 
-constexpr int cMaxVariables = 10000;
 constexpr int cMaxBreakpoints = 1000;
 constexpr std::size_t cMaxFrames = 100000;
 constexpr char cNoFrame[] = "there is no such frame";
 constexpr char cNoThread[] = "there is no such thread";
 constexpr std::size_t cMaxSourceSize = std::size_t(32) << 20;
-/// Characters of the variables told at once.
-constexpr int cMaxListSize = 4 << 20;
-/// Variables made at once.
-constexpr int cMaxPage = 1000;
 constexpr char cErrorFilter[] = "error";
 
 std::string getText(const QJsonObject& arguments, const char* name) {
@@ -124,7 +120,7 @@ KyDebugAdapterSession::Answer KyDebugAdapterSession::setBreakpoints(const QJsonO
             wanted.append(QJsonObject{{"line", line}});
     if (wanted.size() > cMaxBreakpoints)
         return fail("there are too many breakpoints");
-    const KyDebugAdapterLines lines = chunkName ? KyDebugAdapterLines(*chunkName) : KyDebugAdapterLines::read(path);
+    const KyScriptLines lines = chunkName ? KyScriptLines(*chunkName) : KyScriptLines::read(path);
     std::vector<KyScriptBreakpoint> breakpoints;
     const QJsonArray told = makeArray(
         wanted, [&](const QJsonValue& element) { return makeBreakpoint(element, lines, breakpoints.emplace_back()); });
@@ -139,7 +135,7 @@ KyDebugAdapterSession::Answer KyDebugAdapterSession::setBreakpoints(const QJsonO
     return {{{"breakpoints", told}}, {}};
 }
 
-QJsonObject KyDebugAdapterSession::makeBreakpoint(const QJsonValue& wanted, const KyDebugAdapterLines& lines,
+QJsonObject KyDebugAdapterSession::makeBreakpoint(const QJsonValue& wanted, const KyScriptLines& lines,
                                                   KyScriptBreakpoint& breakpoint) const {
     static constexpr KyDebugArgument cParts[] = {{"line", Kind::eInteger, true}, {"condition", Kind::eText}};
     const auto refuse = [](const QString& message) { return QJsonObject{{"verified", false}, {"message", message}}; };
@@ -234,25 +230,13 @@ KyDebugAdapterSession::Answer KyDebugAdapterSession::listScopes(const QJsonObjec
 }
 
 KyDebugAdapterSession::Answer KyDebugAdapterSession::listVariables(const QJsonObject& arguments) {
-    const int wanted = arguments.value("count").toInt();
-    const int count = wanted > 0 ? std::min(wanted, cMaxVariables) : cMaxVariables;
-    const int reference = arguments.value("variablesReference").toInt();
-    const int first = std::max(arguments.value("start").toInt(), 0);
-    QJsonArray told;
-    int size = 0;
-    // Long values take long to make, so not all are made before it is known how many fit.
-    for (int done = 0, page = 0; done < count; done += page) {
-        page = std::min(count - done, cMaxPage);
-        const auto variables = debugger().getVariables(reference, first + done, page);
-        for (const KyScriptVariable& variable : variables) {
-            size += static_cast<int>(variable.name.size() + variable.value.size());
-            told.append(size <= cMaxListSize ? kyDebugVariable(variable, "value") : makeRest());
-            if (size > cMaxListSize)
-                return {{{"variables", told}}, {}};
-        }
-        if (static_cast<int>(variables.size()) < page)
-            break;
-    }
+    const KyScriptListing listing =
+        KyScriptListing::make(debugger(), arguments.value("variablesReference").toInt(),
+                              arguments.value("start").toInt(), arguments.value("count").toInt());
+    QJsonArray told = makeArray(listing.variables,
+                                [](const KyScriptVariable& variable) { return kyDebugVariable(variable, "value"); });
+    if (listing.isTooLarge)
+        told.append(makeRest());
     return {{{"variables", told}}, {}};
 }
 

@@ -12,9 +12,9 @@
 
 namespace {
 
-constexpr qint64 cReadSize = 64 * 1024;
-constexpr qint64 cMaxUnhandled = 4 * 1024 * 1024;
-constexpr qint64 cMaxUnsent = 64 * 1024 * 1024;
+constexpr qint64 cReadSize = qint64(64) * 1024;
+constexpr qint64 cMaxUnhandled = qint64(4) * 1024 * 1024;
+constexpr qint64 cMaxUnsent = qint64(64) * 1024 * 1024;
 constexpr int cNbPending = 8;
 /// Milliseconds.
 constexpr int cPulse = 25;

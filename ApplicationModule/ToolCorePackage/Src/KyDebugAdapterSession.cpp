@@ -124,7 +124,7 @@ QString KyDebugAdapterSession::check(const QJsonObject& request, const Request* 
                                                  {"type", Kind::eText, true},
                                                  {"command", Kind::eText, true},
                                                  {"arguments", Kind::eObject}};
-    if (const QString error = kyCheckDebugArguments(request, cParts); !error.isEmpty())
+    if (QString error = kyCheckDebugArguments(request, cParts); !error.isEmpty())
         return error;
     if (request.value("type") != QLatin1String("request"))
         return QStringLiteral("the message is no request");
@@ -174,7 +174,7 @@ void KyDebugAdapterSession::tellEnd() {
         mSend(kyDebugEvent("terminated"));
 }
 
-/// Whatever comes last, to be attached or to be configured.
+/// Whatever comes last, to be attached, to be configured or to have nothing stand still.
 void KyDebugAdapterSession::proceed() {
     if (isReady() && !mProgram.empty())
         runProgram();
@@ -182,15 +182,34 @@ void KyDebugAdapterSession::proceed() {
 
 // Not from inside a request: it returns when the script has ended, which takes further requests.
 void KyDebugAdapterSession::runProgram() {
-    mIsEntering = mStopsOnEntry && mIsAttached;
-    if (mIsEntering)
-        debugger().pause();
-    mHasAskedForStop = mHasAskedForStop || mIsEntering;
-    const auto run = [reference = KyObjectReference(&mEngine), program = std::exchange(mProgram, {})] {
-        if (reference)
-            static_cast<KyScriptEngine*>(reference.get())->executeScript(program);
+    const auto run = [session = weak_from_this(), reference = KyObjectReference(&mEngine),
+                      program = std::exchange(mProgram, {})] {
+        if (!reference)
+            return;
+        if (const auto current = session.lock(); current && !current->enter(program))
+            return;
+        static_cast<KyScriptEngine*>(reference.get())->executeScript(program);
     };
     QTimer::singleShot(0, QCoreApplication::instance(), run);
+}
+
+bool KyDebugAdapterSession::enter(const std::string& program) {
+    if (!mIsAttached)
+        return true;
+    if (debugger().isStopped()) {
+        mProgram = program;
+        return false;
+    }
+    if (mStopsOnEntry) {
+        mHasAskedForStop = true;
+        stopAtEntry();
+    }
+    return true;
+}
+
+void KyDebugAdapterSession::stopAtEntry() {
+    mIsEntering = true;
+    debugger().pause();
 }
 
 void KyDebugAdapterSession::onStopped() {
@@ -239,6 +258,7 @@ void KyDebugAdapterSession::onContinued() {
     mHasAskedForStop = mHasAskedForStop && mIsGoingOn;
     if (!std::exchange(mIsGoingOn, false) && isTold)
         mSend(kyDebugEvent("continued", {{"threadId", 1}, {"allThreadsContinued", true}}));
+    proceed();
 }
 
 void KyDebugAdapterSession::forgetFrames() {

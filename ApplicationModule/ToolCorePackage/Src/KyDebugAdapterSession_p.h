@@ -10,18 +10,19 @@
 #include <QString>
 
 #include <functional>
+#include <memory>
 #include <set>
 #include <string>
 #include <utility>
 #include <vector>
 
-class KyDebugAdapterLines;
+class KyScriptLines;
 class KyScriptDebugger;
 class KyScriptEngine;
 
 /// One client of the debug adapter: answers its requests from the engine's debugger and tells it what happens there.
 /// Knows nothing of connections.
-class KyDebugAdapterSession : public KyHasSlots {
+class KyDebugAdapterSession : public KyHasSlots, public std::enable_shared_from_this<KyDebugAdapterSession> {
 public:
     using Send = std::function<void(const QJsonObject& message)>;
 
@@ -39,6 +40,8 @@ public:
     void end(bool canOthersResume = false);
     /// Tells the client that there will be nothing more to debug.
     void tellEnd();
+    /// Stops at the next line that runs, which the client is told to be the entry.
+    void stopAtEntry();
     /// True after the client has taken its leave.
     bool hasEnded() const { return mHasEnded; }
     /// Whether the engine may be made to stop for the client.
@@ -96,11 +99,14 @@ private:
     bool isStopWanted() const;
     void tellThreads();
     void runProgram();
+    /// Right before the program runs. False when something stands still by now: inside of that it would run through
+    /// without stopping, so it comes afterwards.
+    bool enter(const std::string& program);
     void forgetFrames();
     QJsonObject makeSource(const std::string& chunkName, const std::string& shortName);
     QJsonObject makeFrame(int thread, const KyScriptFrame& frame);
     /// Gives what the client is told of a breakpoint; one that cannot be had has line 0.
-    QJsonObject makeBreakpoint(const QJsonValue& wanted, const KyDebugAdapterLines& lines,
+    QJsonObject makeBreakpoint(const QJsonValue& wanted, const KyScriptLines& lines,
                                KyScriptBreakpoint& breakpoint) const;
     /// Thread and level; null for a number that is none.
     const std::pair<int, int>* findFrame(const QJsonValue& id) const;

@@ -12,6 +12,7 @@
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QShortcut>
+#include <QStackedLayout>
 #include <QVBoxLayout>
 
 namespace {
@@ -24,6 +25,7 @@ public:
     using KyQAttributeEditor::KyQAttributeEditor;
 
 protected:
+    // NOLINTNEXTLINE(bugprone-parent-virtual-call): what the editor does when it is shown is what is left out.
     void showEvent(QShowEvent* event) override { QWidget::showEvent(event); }
 };
 
@@ -31,6 +33,7 @@ protected:
 
 KyQLuaDebuggerEditor::KyQLuaDebuggerEditor(QWidget* parent)
     : QWidget(parent)
+    , mViews(new QStackedLayout)
     , mAttributeEditor(new Snapshot(this, KyQAttributeEditor::eInspection))
     , mResumeButton(new QPushButton)
     , mStepButton(new QPushButton)
@@ -45,7 +48,8 @@ KyQLuaDebuggerEditor::KyQLuaDebuggerEditor(QWidget* parent)
     buttons->addWidget(mStepButton);
     buttons->addStretch();
     auto* layout = new QVBoxLayout(this);
-    layout->addWidget(mAttributeEditor);
+    mViews->addWidget(mAttributeEditor);
+    layout->addLayout(mViews);
     layout->addLayout(buttons);
     connect(mResumeButton, SIGNAL(clicked(bool)), this, SLOT(resumeLuaActionSlot(bool)));
     connect(mStepButton, SIGNAL(clicked(bool)), this, SLOT(stepLuaActionSlot(bool)));
@@ -65,13 +69,32 @@ void KyQLuaDebuggerEditor::follow() {
     mAttributeEditor->setObject(engine ? engine->getDebugEntity() : nullptr);
     if (!engine)
         return;
-    engine->editDebugger().stoppedSignal.connect(this, &KyQLuaDebuggerEditor::look);
+    engine->editDebugger().stoppedSignal.connect(this, &KyQLuaDebuggerEditor::onStopped);
     engine->editDebugger().changedSignal.connect(this, &KyQLuaDebuggerEditor::look);
+}
+
+void KyQLuaDebuggerEditor::setStopView(QWidget* view) {
+    mStopView = view;
+    mViews->addWidget(view);
+    look();
+}
+
+// Between two steps it stays.
+void KyQLuaDebuggerEditor::onStopped() {
+    if (mStopView)
+        mViews->setCurrentWidget(mStopView);
+    look();
 }
 
 // Asking for the entity brings it up to date.
 void KyQLuaDebuggerEditor::look() {
-    if (const KyScriptEngine* engine = KyScriptEngine::find(); engine && isVisible())
+    const KyScriptEngine* const engine = KyScriptEngine::find();
+    const bool isStopped = engine && engine->isStopped();
+    if (mStopView)
+        mViews->setCurrentWidget(isStopped ? mStopView : mAttributeEditor);
+    if (mStopView && isStopped)
+        return;
+    if (engine && isVisible())
         engine->getDebugEntity();
     mAttributeEditor->refresh();
 }

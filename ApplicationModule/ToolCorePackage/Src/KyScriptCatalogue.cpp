@@ -5,6 +5,7 @@
 #include "KyScriptCatalogue_p.h"
 #include "KyScriptEngine.h"
 #include "KyScriptRunner_p.h"
+#include "KyScriptSignatures_p.h"
 #include "KyScriptTypeNames_p.h"
 
 #include <algorithm>
@@ -28,13 +29,14 @@ Types collectTypes(const KyScriptCatalogue& catalogue) {
 }
 
 /// A type that nothing describes is any: "Vec3d?", "string|URL" and "KyNode[]" stand for what they are made of.
+/// Functions and fields, "fun(node: KyNode)" and "{ Lamp: KyLight }", are taken as they are said.
 void checkType(const Types& types, std::string& type) {
     std::string_view rest = type;
     while (!rest.empty()) {
         const std::size_t bar = std::min(rest.find('|'), rest.size());
         std::string_view part = rest.substr(0, bar);
         part = part.substr(0, part.find_first_of("?["));
-        if (!types.contains(part) && !part.starts_with("fun(")) {
+        if (!types.contains(part) && !part.starts_with("fun(") && !part.starts_with('{')) {
             type = "any";
             return;
         }
@@ -71,6 +73,7 @@ void sortByName(Entries& entries) {
 }
 
 void complete(KyScriptCatalogue& catalogue) {
+    kyNameScriptCatalogue(catalogue);
     const Types types = collectTypes(catalogue);
     for (KyScriptClass& scriptClass : catalogue.classes) {
         checkClass(types, scriptClass);
@@ -80,8 +83,10 @@ void complete(KyScriptCatalogue& catalogue) {
     }
     for (KyScriptFunction& function : catalogue.functions)
         checkCalls(types, function.calls);
-    for (KyScriptGlobal& global : catalogue.globals)
+    for (KyScriptGlobal& global : catalogue.globals) {
         checkType(types, global.type);
+        sortByName(global.members);
+    }
     sortByName(catalogue.classes);
     sortByName(catalogue.enumerations);
     sortByName(catalogue.aliases);

@@ -14,10 +14,12 @@ class KyScriptEngine;
 
 /// One argument of a call, or of a signal.
 struct KyScriptParameter {
-    /// Made up from its type where the source has none.
+    /// As its registration says; made up from its type where that says nothing.
     std::string name;
     /// In the notation above.
     std::string type;
+    /// May be left out, with those after it.
+    bool isOptional = false;
 };
 
 /// One way to call a function.
@@ -132,6 +134,8 @@ struct KyScriptGlobal {
     std::string type;
     /// What it is; empty where nothing says.
     std::string text;
+    /// Attributes and components that hold an object of a narrower class now than the variable's class declares.
+    std::vector<KyScriptMember> members = {};
 };
 
 /// A second global name of a class.
@@ -161,6 +165,9 @@ struct KYAPPLICATION_EXPORT KyScriptCatalogue {
     std::vector<KyScriptFunction> functions;
     /// Global variables.
     std::vector<KyScriptGlobal> globals;
+    /// Calls whose parameters have no names of their own, and names that fit no call: what KyCallSignatures was not
+    /// told, or was told wrongly.
+    std::vector<std::string> unnamed;
 
     /// Binds every class first. Nothing but the records on a closed state.
     static KyScriptCatalogue make(KyScriptEngine& engine);

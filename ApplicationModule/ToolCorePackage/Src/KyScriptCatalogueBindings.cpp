@@ -4,6 +4,8 @@
 
 #include "KyScriptTypeNames_p.h"
 
+#include "KyLuaStackScope.h"
+
 #include <luabind/luabind.hpp>
 #include <luabind/make_function.hpp>
 
@@ -34,22 +36,11 @@ struct ConstantsTag {};
 const Constants& getConstants(const class_rep& luaClass, ConstantsTag);
 template struct ConstantsAccess<ConstantsTag, &class_rep::m_static_constants>;
 
-/// The stack as it was when it began.
-class StackScope {
-public:
-    explicit StackScope(lua_State* state)
-        : mState(state)
-        , mTop(lua_gettop(state)) {
-        luaL_checkstack(state, LUA_MINSTACK, "too many values");
-    }
-    ~StackScope() { lua_settop(mState, mTop); }
-    StackScope(const StackScope&) = delete;
-    StackScope& operator=(const StackScope&) = delete;
-
-private:
-    lua_State* mState;
-    int mTop;
-};
+/// With room for a few values.
+KyLuaStackScope openScope(lua_State* state) {
+    luaL_checkstack(state, LUA_MINSTACK, "too many values");
+    return KyLuaStackScope(state);
+}
 
 bool isQtName(std::string_view name) {
     return name.size() > 1 && name[0] == 'Q' && std::isupper(static_cast<unsigned char>(name[1]));
@@ -64,7 +55,7 @@ void forEachEntry(lua_State* state, int table, Visit visit) {
             keys.emplace_back(lua_tostring(state, -2));
     std::ranges::sort(keys);
     for (const std::string& key : keys) {
-        const StackScope scope(state);
+        const KyLuaStackScope scope = openScope(state);
         lua_pushlstring(state, key.data(), key.size());
         lua_rawget(state, table);
         visit(key);
@@ -84,7 +75,7 @@ public:
         , mDescribed(described) {}
 
     void read() {
-        const StackScope scope(mState);
+        const KyLuaStackScope scope = openScope(mState);
         mClass.get_table(mState);
         mMembers = lua_gettop(mState);
         mClass.get_default_table(mState);
@@ -98,7 +89,7 @@ public:
 private:
     /// Whether the value on top came from a base.
     bool isInherited(const std::string& name) const {
-        const StackScope scope(mState);
+        const KyLuaStackScope scope = openScope(mState);
         const int value = lua_gettop(mState);
         return std::ranges::any_of(mClass.bases(), [&](const class_rep* base) {
             base->get_table(mState);
@@ -109,7 +100,7 @@ private:
     }
 
     void addMember(const std::string& name) {
-        if (name != cConstructor && isInherited(name))
+        if (isInherited(name))
             return;
         if (lua_tocfunction(mState, -1) == &luabind::detail::property_tag)
             addProperty(name);
@@ -118,7 +109,7 @@ private:
         else if (name.starts_with("__"))
             addMetamethod(name);
         else
-            mDescribed.functions.push_back({name, {}, true, kyReadScriptCalls(mState, lua_gettop(mState), name, true)});
+            mDescribed.functions.push_back({name, {}, true, kyReadScriptCalls(mState, lua_gettop(mState), true)});
     }
 
     void addProperty(const std::string& name) {
@@ -129,19 +120,19 @@ private:
         member.isReadOnly = !lua_getupvalue(mState, property, 2) || !lua_isfunction(mState, -1);
         lua_settop(mState, property);
         if (lua_getupvalue(mState, property, 1)) {
-            const auto calls = kyReadScriptCalls(mState, lua_gettop(mState), name, true);
+            const auto calls = kyReadScriptCalls(mState, lua_gettop(mState), true);
             member.type = calls.empty() ? "any" : calls.front().result;
         }
     }
 
     void addConstructors() {
-        mDescribed.constructors = kyReadScriptCalls(mState, lua_gettop(mState), mDescribed.name, true);
+        mDescribed.constructors = kyReadScriptCalls(mState, lua_gettop(mState), true);
         for (KyScriptCall& call : mDescribed.constructors)
             call.result.clear();
     }
 
     void addMetamethod(const std::string& name) {
-        const auto calls = kyReadScriptCalls(mState, lua_gettop(mState), name, false);
+        const auto calls = kyReadScriptCalls(mState, lua_gettop(mState), false);
         const bool isOperator = std::ranges::find(cOperators, name) != std::end(cOperators);
         if (!isOperator || calls.empty())
             mDescribed.metamethods.push_back(name);
@@ -179,7 +170,7 @@ private:
         lua_rawget(mState, mMembers);
         if (!lua_isnil(mState, -1) || !lua_isfunction(mState, value))
             return;
-        mDescribed.functions.push_back({name, {}, false, kyReadScriptCalls(mState, value, name, false)});
+        mDescribed.functions.push_back({name, {}, false, kyReadScriptCalls(mState, value, false)});
     }
 
     void addConstants() {
@@ -222,17 +213,16 @@ void kyCatalogueBindings(lua_State* state, KyScriptCatalogue& catalogue) {
             catalogue.classes.push_back(describe(state, *luaClass));
 }
 
-std::vector<KyScriptCall> kyReadScriptCalls(lua_State* state, int index, const std::string& name, bool isMethod) {
+std::vector<KyScriptCall> kyReadScriptCalls(lua_State* state, int index, bool isMethod) {
     std::vector<KyScriptCall> calls;
     if (!lua_iscfunction(state, index) || !luabind::detail::is_luabind_function(state, index))
         return calls;
-    const StackScope scope(state);
+    const KyLuaStackScope scope = openScope(state);
     lua_getupvalue(state, index, 1);
     const function_object* function = *static_cast<function_object**>(lua_touserdata(state, -1));
     for (; function; function = function->next) {
         function->format_signature(state, cName);
         calls.push_back(kyParseScriptCall(lua_tostring(state, -1), cName, isMethod));
-        kyNameScriptParameters(name, calls.back().parameters);
         lua_pop(state, 1);
     }
     std::ranges::reverse(calls);

@@ -14,38 +14,7 @@
 
 namespace {
 
-/// Functions that are Lua's own kind of function and tell nothing of themselves.
-struct PlainFunction {
-    std::string_view name;
-    KyScriptParameter parameters[2];
-    const char* result;
-    const char* text;
-    bool namesItsResult = false;
-};
-
-const PlainFunction cPlainFunctions[] = {
-    {"bindAllClasses", {}, "", "Makes every type of object a class."},
-    {"bindClass", {{"typeName", "string"}}, "", "Makes a type of object a class."},
-    {"bit_and", {{"a", "integer"}, {"b", "integer"}}, "integer", "Of 32 bits, with a sign."},
-    {"bit_not", {{"a", "integer"}}, "integer", "Of 32 bits, with a sign."},
-    {"bit_or", {{"a", "integer"}, {"b", "integer"}}, "integer", "Of 32 bits, with a sign."},
-    {"bit_xor", {{"a", "integer"}, {"b", "integer"}}, "integer", "Of 32 bits, with a sign."},
-    {"class", {{"name", "string"}}, "fun(base: any)", "Begins a class of scripts: class 'Name' (Base)."},
-    {"createKyObject",
-     {{"typeName", "string"}},
-     "KyObject?",
-     "A new object of that type; nil when there is none.",
-     true},
-    {"deleteKyObject", {{"object", "KyObject"}}, "", "Ends the object."},
-    {"ldb", {{"value", "any"}}, "", "Prints the metatable of a value."},
-    {"openUrl", {{"url", "string"}}, "boolean", "Opens it on the desktop; false where there is none."},
-    {"property", {{"get", "function"}, {"set", "function?"}}, "any", "A property of a class of scripts."},
-    {"super", {{"...", "any"}}, "", "In a constructor of a class of scripts: the constructor of its base."},
-    {"tprint", {{"values", "table"}, {"indent", "integer?"}}, "", "Prints a table with the tables in it."},
-};
-
 using Names = std::set<std::string, std::less<>>;
-using Parameters = std::vector<KyScriptParameter>;
 
 struct StateCloser {
     void operator()(lua_State* state) const { lua_close(state); }
@@ -78,32 +47,42 @@ KyScriptCall makeCall(const KyFunction& function) {
     for (unsigned i = 0; i < function.getNbParameters(); ++i)
         call.parameters.push_back({{}, kyGetScriptType(function.getParameter(i))});
     call.result = kyGetScriptType(function.getResult());
-    kyNameScriptParameters(function.getName(), call.parameters);
     return call;
 }
 
-/// The function on top of the stack.
+/// The function on top of the stack; without calls when it tells nothing of itself, as Lua's own kind of function.
 KyScriptFunction describeFunction(lua_State* state, const KyScriptEngine& engine, const std::string& name) {
-    KyScriptFunction described{name, {}, false, kyReadScriptCalls(state, lua_gettop(state), name, false)};
-    if (!described.calls.empty())
-        return described;
-    if (const auto* functions = engine.findFunctions(name)) {
-        for (const KyFunction* function : *functions)
-            described.calls.push_back(makeCall(*function));
-        return described;
-    }
-    const PlainFunction* const plain = std::ranges::find(cPlainFunctions, name, &PlainFunction::name);
-    if (plain == std::end(cPlainFunctions)) {
-        described.calls.push_back({{{"...", "any"}}, "any"});
-        return described;
-    }
-    described.text = plain->text;
-    described.namesItsResult = plain->namesItsResult;
-    KyScriptCall& call = described.calls.emplace_back();
-    call.result = plain->result;
-    std::ranges::copy_if(plain->parameters, std::back_inserter(call.parameters),
-                         [](const KyScriptParameter& parameter) { return !parameter.name.empty(); });
+    KyScriptFunction described{name, {}, false, kyReadScriptCalls(state, lua_gettop(state), false)};
+    const auto* functions = described.calls.empty() ? engine.findFunctions(name) : nullptr;
+    if (functions)
+        std::ranges::transform(*functions, std::back_inserter(described.calls),
+                               [](const KyFunction* function) { return makeCall(*function); });
     return described;
+}
+
+bool isNarrower(const KyObject* held, const KyType* declared) {
+    return held && declared && held->getObjectType() != declared && held->getObjectType()->isA(*declared);
+}
+
+/// What the object's attributes and components hold, where that is of another class than they are declared with.
+std::vector<KyScriptMember> describeHeld(const KyObject& object) {
+    std::vector<KyScriptMember> members;
+    const auto add = [&](const std::string& name, KyScriptMember::Kind kind, const KyObject& held, bool isReadOnly) {
+        members.push_back({name, kind, kyMakeScriptTypeName(held.getObjectType()->getName()), isReadOnly, {}});
+    };
+    for (unsigned i = 0; i < object.getNbAttributes(); ++i) {
+        const KyAttributeInterface& attribute = *object.getAttribute(i);
+        if (attribute.getKind() == KyAttributeInterface::eContainer || !attribute.getObjectType())
+            continue;
+        KyField value;
+        attribute.getValue(object, value);
+        if (const KyObject* const held = value.toKyObject(); isNarrower(held, attribute.getObjectType()))
+            add(attribute.getName(), KyScriptMember::eAttribute, *held, attribute.isReadOnly());
+    }
+    for (const KyComponent& component : object.getObjectType()->getComponents())
+        if (const KyObject* const held = component.get(object); isNarrower(held, component.objectType()))
+            add(component.name, KyScriptMember::eComponent, *held, true);
+    return members;
 }
 
 /// The globals of one state while they are sorted into the catalogue.
@@ -202,7 +181,10 @@ private:
         KyObject* const object = instance ? instance->get() : nullptr;
         std::string type =
             object ? kyMakeScriptTypeName(object->getObjectType()->getName()) : kyFindScriptClassOf(mState, index);
-        mCatalogue.globals.push_back({name, type.empty() ? "any" : std::move(type), {}});
+        KyScriptGlobal& global =
+            mCatalogue.globals.emplace_back(KyScriptGlobal{name, type.empty() ? "any" : std::move(type), {}});
+        if (object)
+            global.members = describeHeld(*object);
     }
 
     void addClass(const std::string& name, const std::string& luaClass) {

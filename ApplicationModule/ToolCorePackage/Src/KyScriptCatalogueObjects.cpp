@@ -77,7 +77,6 @@ KyScriptCall makeCall(const KyFunction& function) {
         function.getResult().objectType && function.getResult().kind == cFieldKindOf<KyObjectReference>;
     if (isObject)
         call.result += '?';
-    kyNameScriptParameters(function.getName(), call.parameters);
     return call;
 }
 
@@ -97,7 +96,6 @@ void addSignals(const KyType& type, KyScriptClass& described) {
         KyScriptSignal& entry = described.emitted.emplace_back();
         entry.name = entries[i].name;
         entry.parameters = makeParameters(entries[i].parameters);
-        kyNameScriptParameters(entry.name, entry.parameters);
     }
 }
 

@@ -16,7 +16,7 @@ void kyCatalogueBindings(lua_State* state, KyScriptCatalogue& catalogue);
 void kyCatalogueGlobals(lua_State* state, const KyScriptEngine& engine, KyScriptCatalogue& catalogue);
 
 /// The overloads of the function at `index`; nothing for one that no binding made.
-std::vector<KyScriptCall> kyReadScriptCalls(lua_State* state, int index, const std::string& name, bool isMethod);
+std::vector<KyScriptCall> kyReadScriptCalls(lua_State* state, int index, bool isMethod);
 /// The class of the bound value at `index`, or that it is: empty when it is neither.
 std::string kyFindScriptClassOf(lua_State* state, int index);
 std::string kyFindScriptClass(lua_State* state, int index);

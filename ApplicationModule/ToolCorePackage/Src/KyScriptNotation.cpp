@@ -79,8 +79,18 @@ std::string kyAccessScriptName(std::string_view object, std::string_view name) {
 std::string kyListScriptParameters(const std::vector<KyScriptParameter>& parameters) {
     std::string list;
     for (const KyScriptParameter& parameter : parameters)
-        list += (list.empty() ? "" : ", ") + parameter.name + ": " + parameter.type;
+        list += (list.empty() ? "" : ", ") + kyGetScriptParameterName(parameter) + ": " +
+                kyGetScriptParameterType(parameter);
     return list;
+}
+
+std::string kyGetScriptParameterName(const KyScriptParameter& parameter) {
+    return parameter.name + (parameter.isOptional ? "?" : "");
+}
+
+std::string kyGetScriptParameterType(const KyScriptParameter& parameter) {
+    const bool saysItTwice = parameter.isOptional && parameter.type.ends_with('?');
+    return parameter.type.substr(0, parameter.type.size() - (saysItTwice ? 1 : 0));
 }
 
 std::string kyMakeScriptFunctionType(const KyScriptCall& call, std::string_view self) {

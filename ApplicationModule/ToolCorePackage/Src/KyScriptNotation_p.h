@@ -17,7 +17,11 @@ bool kyIsScriptName(std::string_view name);
 std::string kyQuoteScriptText(std::string_view text);
 /// `object.name`, or `object["any name"]`.
 std::string kyAccessScriptName(std::string_view object, std::string_view name);
-/// "a: number, b: string?".
+/// "name?" for one that may be left out.
+std::string kyGetScriptParameterName(const KyScriptParameter& parameter);
+/// Without the "?" that its name has already.
+std::string kyGetScriptParameterType(const KyScriptParameter& parameter);
+/// "a: number, b?: string".
 std::string kyListScriptParameters(const std::vector<KyScriptParameter>& parameters);
 /// "fun(a: number): string", with the object first when there is one.
 std::string kyMakeScriptFunctionType(const KyScriptCall& call, std::string_view self = {});

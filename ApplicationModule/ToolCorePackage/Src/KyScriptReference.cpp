@@ -17,10 +17,11 @@ constexpr const char* cHeader =
     "program\n"
     "itself. [scripting.md](scripting.md) tells how it is used.\n"
     "\n"
-    "A type with `?` may be nil, `T[]` is a table of T from 1. A container counts from 0 and has `size()`,\n"
-    "`insert(index, value)` and `remove(index)` where its object allows them. What a class has from the one it "
-    "derives\n"
-    "from is not repeated.\n";
+    "A type with `?` may be nil, a parameter with `?` may be left out, `T[]` is a table of T from 1. A container "
+    "counts\n"
+    "from 0 and has `size()`, `insert(index, value)` and `remove(index)` where its object allows them. What a class "
+    "has\n"
+    "from the one it derives from is not repeated.\n";
 
 struct Section {
     KyScriptClass::Group group;
@@ -167,9 +168,14 @@ void addClass(std::string& text, const KyScriptCatalogue& catalogue, const KyScr
 
 void addGlobals(std::string& text, const KyScriptCatalogue& catalogue) {
     addHeading(text, "##", "Globals");
+    addParagraph(
+        text, "Below a variable stand those of its attributes that hold an object of a narrower class than declared.");
     text += '\n';
-    for (const KyScriptGlobal& global : catalogue.globals)
+    for (const KyScriptGlobal& global : catalogue.globals) {
         addItem(text, global.name + ": " + global.type, global.text);
+        for (const KyScriptMember& member : global.members)
+            text += "  - " + quote(global.name + '.' + member.name + ": " + member.type) + '\n';
+    }
 }
 
 void addEnumerations(std::string& text, const KyScriptCatalogue& catalogue) {

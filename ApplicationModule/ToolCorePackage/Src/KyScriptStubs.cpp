@@ -47,7 +47,9 @@ constexpr const char* cGeneric = "T";
 void addParameters(std::string& stub, const KyScriptFunction& function, const KyScriptCall& call) {
     for (const KyScriptParameter& parameter : call.parameters) {
         const bool isName = function.namesItsResult && &parameter == &call.parameters.front();
-        addTag(stub, "param", parameter.name + ' ' + (isName ? '`' + std::string(cGeneric) + '`' : parameter.type));
+        addTag(stub, "param",
+               kyGetScriptParameterName(parameter) + ' ' +
+                   (isName ? '`' + std::string(cGeneric) + '`' : kyGetScriptParameterType(parameter)));
     }
     if (call.result.empty())
         return;
@@ -112,8 +114,8 @@ void addOperators(std::string& stub, const KyScriptClass& scriptClass) {
     }
 }
 
-void addMembers(std::string& stub, const KyScriptClass& scriptClass) {
-    for (const KyScriptMember& member : scriptClass.members) {
+void addMembers(std::string& stub, const std::vector<KyScriptMember>& members) {
+    for (const KyScriptMember& member : members) {
         if (member.kind == KyScriptMember::eContainer)
             addField(stub, member.name, kyGetScriptContainer(member.type), member.text);
         else if (member.isReadOnly)
@@ -138,7 +140,7 @@ void addClass(std::string& stub, const KyScriptClass& scriptClass) {
     addNotes(stub, scriptClass);
     addTag(stub, "class", scriptClass.name + (scriptClass.parent.empty() ? "" : ": " + scriptClass.parent));
     addOperators(stub, scriptClass);
-    addMembers(stub, scriptClass);
+    addMembers(stub, scriptClass.members);
     for (const KyScriptCall& call : scriptClass.constructors)
         addTag(stub, "overload", kyMakeScriptFunctionType({call.parameters, scriptClass.name}));
     stub += (scriptClass.isGlobal ? "" : "local ") + owner + " = {}\n";
@@ -211,12 +213,25 @@ std::string makeFunctions(const KyScriptCatalogue& catalogue) {
     return stub;
 }
 
+/// The type of the variable: a class of its own when it holds more than its class tells.
+std::string addGlobalClass(std::string& stub, const KyScriptGlobal& global) {
+    if (global.members.empty())
+        return global.type;
+    const bool mayBeNil = global.type.ends_with('?');
+    const std::string name = "Global." + global.name;
+    stub += '\n';
+    addTag(stub, "class", name + ": " + global.type.substr(0, global.type.size() - (mayBeNil ? 1 : 0)));
+    addMembers(stub, global.members);
+    return mayBeNil ? name + '?' : name;
+}
+
 std::string makeGlobals(const KyScriptCatalogue& catalogue) {
     std::string stub = cHeader;
     for (const KyScriptGlobal& global : catalogue.globals) {
+        const std::string type = addGlobalClass(stub, global);
         stub += '\n';
         addText(stub, global.text);
-        addTag(stub, "type", global.type);
+        addTag(stub, "type", type);
         stub += (kyIsScriptName(global.name) ? global.name : kyAccessScriptName("_G", global.name)) + " = nil\n";
     }
     return stub;

@@ -217,7 +217,7 @@ KyScriptCall kyParseScriptCall(std::string_view signature, std::string_view name
     return call;
 }
 
-void kyNameScriptParameters(std::string_view functionName, std::vector<KyScriptParameter>& parameters) {
+bool kyNameScriptParameters(std::string_view functionName, std::vector<KyScriptParameter>& parameters) {
     constexpr std::string_view cSetter = "set";
     const bool isSetter =
         functionName.starts_with(cSetter) && functionName.size() > cSetter.size() && parameters.size() == 1;
@@ -227,10 +227,13 @@ void kyNameScriptParameters(std::string_view functionName, std::vector<KyScriptP
         parameter.name = kyIsScriptName(property) ? property : getParameterName(parameter.type);
         ++uses[parameter.name];
     }
+    if (parameters.empty() || kyIsScriptName(property))
+        return true;
     std::map<std::string, int> numbers;
     for (KyScriptParameter& parameter : parameters)
         if (uses[parameter.name] > 1) {
             const std::string name = parameter.name;
             parameter.name += std::to_string(++numbers[name]);
         }
+    return false;
 }

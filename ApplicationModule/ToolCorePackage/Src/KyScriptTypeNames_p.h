@@ -27,5 +27,6 @@ std::string kyGetScriptType(const KyParameter& parameter);
 /// A call as a bound function writes it, with `name` where its name stands: "Vec3d name(Vec3d const&,double)". The
 /// first parameter is left out when it is the object that a method is called on.
 KyScriptCall kyParseScriptCall(std::string_view signature, std::string_view name, bool isMethod);
-/// Names the parameters after their types, or after the function: "setPower" sets "power".
-void kyNameScriptParameters(std::string_view functionName, std::vector<KyScriptParameter>& parameters);
+/// Names a setter's parameter after the function: "setPower" sets "power". Otherwise false, with names made up from the
+/// types, unless there are no parameters.
+bool kyNameScriptParameters(std::string_view functionName, std::vector<KyScriptParameter>& parameters);

@@ -68,29 +68,6 @@ TEST_F(KyDebugAdapterTest, ASessionStopsStepsLooksAndWritesInACoroutine) {
     });
 }
 
-TEST_F(KyDebugAdapterTest, AProgramStopsAtItsEntryOrNeverAsItsLaunchWants) {
-    const QString path = addFile("launch.lua", "local a = 1\nprint(a)\n");
-    const auto launch = [&](KyDebugClient& client, const char* option) {
-        client.ask("initialize");
-        client.ask("setBreakpoints", client.breakpoint(path, 2));
-        EXPECT_EQ(client.error("launch", {{"program", path}, {option, true}}), "");
-        client.ask("configurationDone");
-    };
-    talk([&](KyDebugClient& client) {
-        launch(client, "stopOnEntry");
-        EXPECT_EQ(client.stop(), "entry 1");
-        EXPECT_EQ(client.goOn("continue"), "breakpoint 2");
-    });
-    KyScriptEngine::get().setHook();
-    talk([&](KyDebugClient& client) {
-        launch(client, "noDebug");
-        client.ask("setBreakpoints", client.breakpoint(path, 1));
-        EXPECT_EQ(client.output(), "1\n");
-        EXPECT_FALSE(client.holds("stopped"));
-        EXPECT_NE(client.error("pause"), "");
-    });
-}
-
 TEST_F(KyDebugAdapterTest, EvaluationsThatNeverEndAreGivenUp) {
     const QString path = addFile("stand.lua", "local a = 1\nhas_run = true\nreturn a\n");
     const QString endless = "(function() while true do end end)()";

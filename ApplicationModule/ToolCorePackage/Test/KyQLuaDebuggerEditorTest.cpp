@@ -96,6 +96,21 @@ TEST_F(KyQLuaDebuggerEditorTest, LooksAtScriptsThatRunNowAndThenAndListensNever)
     EXPECT_EQ(value("Globals", "shared"), "one2");
 }
 
+TEST_F(KyQLuaDebuggerEditorTest, AViewOfTheProgramStandsInForAStopAndGoesWithIt) {
+    auto* const view = new QWidget;
+    mEditor->setStopView(view);
+    mEditor->show();
+    EXPECT_TRUE(attributes().isVisible() && !view->isVisible());
+    int nbStops = 0;
+    mUser = [&] {
+        EXPECT_TRUE(view->isVisible() && !attributes().isVisible());
+        press(++nbStops < 3 ? "mStepButton" : "mResumeButton");
+    };
+    EXPECT_TRUE(run(cScript));
+    EXPECT_EQ(nbStops, 3);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return attributes().isVisible() && !view->isVisible(); }, 2000));
+}
+
 TEST_F(KyQLuaDebuggerEditorTest, OutlivesTheEngineAndFindsTheNext) {
     mEditor->show();
     KyScriptEngine::finalizeClass();

@@ -25,7 +25,10 @@ KyScriptClass makeLamp() {
                     {"how \"bright\"", KyScriptMember::eAttribute, "number", false, {}},
                     {"end", KyScriptMember::eComponent, "Lamp", true, {}},
                     {"Bulbs", KyScriptMember::eContainer, "Lamp", false, {}}};
-    lamp.functions = {{"blink", "Once, or so often.", true, {{{}, {}}, {{{"number", "integer"}}, "boolean"}}},
+    lamp.functions = {{"blink",
+                       "Once, or so often.",
+                       true,
+                       {{{}, {}}, {{{"number", "integer"}, {"node", "Node?", true}}, "boolean"}}},
                       {"count", {}, false, {{{}, "integer"}}},
                       {"repeat", {}, true, {{{{"text", "string?"}}, {}}}}};
     lamp.constants = {{"eSpot", 0}, {"e-Point", 1}};
@@ -46,8 +49,9 @@ KyScriptCatalogue makeCatalogue() {
     catalogue.enumerations = {{"Mode", {"eOn", "it's \\off"}}};
     catalogue.functions = {{"connect", {}, false, {{{{"sender", "any"}}, {}}}},
                            {"a b", {}, false, {{{}, {}}}},
-                           {"make", {}, false, {{{{"type", "string"}, {"power", "number"}}, "Lamp?"}}, true}};
-    catalogue.globals = {{"lamp", "Lamp", "The one.\nAnd only."}};
+                           {"make", {}, false, {{{{"type", "string"}, {"power", "number", true}}, "Lamp?"}}, true}};
+    catalogue.globals = {{"lamp", "Lamp", "The one.\nAnd only."},
+                         {"spot", "Lamp?", {}, {{"Bulb", KyScriptMember::eAttribute, "Spot", true, {}}}}};
     return catalogue;
 }
 
@@ -98,7 +102,8 @@ TEST_F(KyScriptStubsTest, EveryEntryHasItsAnnotationAndNamesThatLuaDoesNotTakeAr
              "---@field Bulbs Container.Lamp\n",
              "\n---@overload fun(): Lamp\n---@overload fun(power: number): Lamp\nLamp = {}\n",
              "\nLamp.eSpot = 0\nLamp[\"e-Point\"] = 1\n",
-             "\n---Once, or so often.\n---@overload fun(self: Lamp, number: integer): boolean\nfunction Lamp:blink() "
+             "\n---Once, or so often.\n---@overload fun(self: Lamp, number: integer, node?: Node): boolean\nfunction "
+             "Lamp:blink() "
              "end\n",
              "\n---@return integer\nfunction Lamp.count() end\n",
              "\n---@param text string?\nLamp[\"repeat\"] = function(self, text) end\n",
@@ -111,10 +116,11 @@ TEST_F(KyScriptStubsTest, EveryEntryHasItsAnnotationAndNamesThatLuaDoesNotTakeAr
              "\n---@overload fun(sender: Lamp, signal: \"switched\", callback: fun(isOn: boolean))\n"
              "function connect(sender) end\n",
              "\n_G[\"a b\"] = function() end\n",
-             "\n---@generic T : Lamp\n---@param type `T`\n---@param power number\n---@return T?\nfunction make(type, "
+             "\n---@generic T : Lamp\n---@param type `T`\n---@param power? number\n---@return T?\nfunction make(type, "
              "power) "
              "end\n",
              "\n---The one.\n---And only.\n---@type Lamp\nlamp = nil\n",
+             "\n---@class Global.spot: Lamp\n---@field Bulb Spot (read-only)\n\n---@type Global.spot?\nspot = nil\n",
          })
         EXPECT_NE(std::string::npos, all.find(line)) << line;
 }
@@ -135,11 +141,13 @@ TEST_F(KyScriptStubsTest, TheReferenceTellsTheSame) {
              "`Lamp()`\n- `Lamp(power: number)`\n",
              "\n- `Power: number`: In watts.\n- `Age: integer`: read-only\n",
              "\n- `Bulbs: Lamp`: container\n",
-             "\n- `:blink()`: Once, or so often.\n- `:blink(number: integer): boolean`\n- `.count(): integer`\n",
+             "\n- `:blink()`: Once, or so often.\n- `:blink(number: integer, node?: Node): boolean`\n- `.count(): "
+             "integer`\n",
              "\n- `Lamp + Lamp: number`\n- `-Lamp: Lamp`\n\nMetamethods: `__eq`.\n",
              "\nConstants: `eSpot` 0, `e-Point` 1.\n",
              "\n- `switched(isOn: boolean)`\n",
              "\n- `Mode`: `eOn`, `it's \\off`\n",
+             "\n- `spot: Lamp?`\n  - `spot.Bulb: Spot`\n",
          })
         EXPECT_NE(std::string::npos, text.find(line)) << line << text;
 }

@@ -5,6 +5,7 @@
 #include "KyGpuName_p.h"
 #include "KyImage.h"
 
+#include "KyCallSignatures.h"
 #include "KyTypeBuilder.h"
 
 #include <epoxy/gl.h>
@@ -25,6 +26,7 @@ void KyFrameBuffer::initializeType() {
                  .method("setSize", &KyFrameBuffer::setSize)
                  .method("readPixels", &KyFrameBuffer::readPixels)
                  .build();
+    KyCallSignatures::add("KyFrameBuffer", {"setSize(width, height)"});
 }
 
 void KyFrameBuffer::finalizeType() {

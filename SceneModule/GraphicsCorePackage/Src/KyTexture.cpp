@@ -5,6 +5,7 @@
 #include "KyGpuName_p.h"
 #include "KyImage.h"
 
+#include "KyCallSignatures.h"
 #include "KyTypeBuilder.h"
 
 #include <epoxy/gl.h>
@@ -48,6 +49,7 @@ void KyTexture::initializeType() {
                  .method("touch", &KyTexture::touch)
                  .enumeration({{"eNearest", eNearest}, {"eLinear", eLinear}})
                  .build();
+    KyCallSignatures::add("KyTexture", {"setSize(width, height)"});
 }
 
 void KyTexture::finalizeType() {

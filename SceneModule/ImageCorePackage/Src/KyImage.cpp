@@ -4,6 +4,7 @@
 
 #include "KyImagePixels_p.h"
 
+#include "KyCallSignatures.h"
 #include "KyTypeBuilder.h"
 #include "KyURL.h"
 
@@ -66,6 +67,8 @@ void KyImage::initializeType() {
                  .staticMethod("load", [](const KyURL& url) { return create(url); })
                  .constructor([](int width, int height, int bits) { return new KyImage(width, height, bits); })
                  .build();
+    KyCallSignatures::add("KyImage", {"__init(width, height, bitsPerPixel)", "getPixel(x, y)", "setPixel(x, y, color)",
+                                      "load(url)", "savePNG(url)"});
 }
 
 void KyImage::finalizeType() {

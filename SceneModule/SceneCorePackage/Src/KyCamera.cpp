@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "KyCamera.h"
 
+#include "KyCallSignatures.h"
 #include "KyRay.h"
 #include "KyTypeBuilder.h"
 
@@ -44,6 +45,7 @@ void KyCamera::initializeType() {
                  .method("frame", [](KyCamera& c, KyNode& node, double aspect,
                                      double margin) { return c.frame(node.getBoundingVolume(), aspect, margin); })
                  .build();
+    KyCallSignatures::add("KyCamera", {"frame(node, aspect?, margin?)"});
 }
 
 void KyCamera::finalizeType() {

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "KyMeshNode.h"
 
+#include "KyCallSignatures.h"
 #include "KyTypeBuilder.h"
 #include "KyURL.h"
 
@@ -62,6 +63,11 @@ void KyMeshNode::initializeType() {
                     })
             .method("setColor", &setColorByText)
             .build();
+    KyCallSignatures::add(
+        "KyMeshNode", {"makeBox(width, height, depth)", "makeBox(size)", "makeSphere(radius, segments?)",
+                       "makeCylinder(radius, height, segments?)", "makeCone(radius, height, segments?)",
+                       "makeTorus(radius, tubeRadius, segments?)", "makePlane(width, depth)",
+                       "makeGrid(size, divisions)", "loadModel(path)", "setColor(red, green, blue)", "setColor(html)"});
 }
 
 void KyMeshNode::finalizeType() {

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "KyNode.h"
 
+#include "KyCallSignatures.h"
 #include "KyTypeBuilder.h"
 
 const KyType* KyNode::msType = nullptr;
@@ -53,6 +54,12 @@ void KyNode::initializeType() {
             .method("setLocalFrame", &KyNode::setLocalFrame)
             .method("getBoundingVolume", &KyNode::getBoundingVolume)
             .build();
+    KyCallSignatures::add("KyNode",
+                          {"addChild(child)", "insertChild(index, child)", "removeChild(child)", "getChild(index)",
+                           "find(name)", "setPosition(x, y, z)", "setWorldPosition(x, y, z)", "setScale(x, y, z)",
+                           "translate(x, y, z)", "rotate(x, y, z, angle)", "rotate(axis, angle)",
+                           "lookAt(eyeX, eyeY, eyeZ, centreX, centreY, centreZ)", "lookAt(centreX, centreY, centreZ)",
+                           "setLocalFrame(frame)", "setWorldFrame(frame)"});
 }
 
 void KyNode::finalizeType() {

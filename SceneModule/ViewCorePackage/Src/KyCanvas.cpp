@@ -7,6 +7,7 @@
 #include "KyRendererContext.h"
 #include "KyRevision_p.h"
 
+#include "KyCallSignatures.h"
 #include "KyInputEvent.h"
 #include "KyTypeBuilder.h"
 
@@ -31,6 +32,7 @@ void KyCanvas::initializeType() {
                  .method("removeView", &KyCanvas::removeView)
                  .method("needsRedraw", &KyCanvas::needsRedraw)
                  .build();
+    KyCallSignatures::add("KyCanvas", {"insertView(view, position)", "removeView(view)", "viewRemoved(view)"});
 }
 
 void KyCanvas::finalizeType() {

@@ -4,6 +4,7 @@
 
 #include "KyCanvas.h"
 
+#include "KyCallSignatures.h"
 #include "KyTypeBuilder.h"
 
 #include <cmath>
@@ -24,6 +25,7 @@ void KyGraphicsView::initializeType() {
                              return view.pickPoint(x, y, world) ? KyField(world) : KyField();
                          })
                  .build();
+    KyCallSignatures::add("KyGraphicsView", {"pickPoint(x, y): Vec3d?"});
 }
 
 void KyGraphicsView::finalizeType() {

@@ -6,6 +6,7 @@
 #include "KyRendererContext.h"
 #include "KyRevision_p.h"
 
+#include "KyCallSignatures.h"
 #include "KyInputEvent.h"
 #include "KyTypeBuilder.h"
 
@@ -41,6 +42,8 @@ void KyGraphicsViewMultiPass::initializeType() {
             .method("insert", &View::insert)
             .method("remove", &View::remove)
             .build();
+    KyCallSignatures::add("KyGraphicsViewMultiPass",
+                          {"insert(view, position)", "remove(view)", "addPass(pass)", "removePass(pass)"});
 }
 
 void KyGraphicsViewMultiPass::finalizeType() {

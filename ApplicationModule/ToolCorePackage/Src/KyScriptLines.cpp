@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The KyApplication authors
 // SPDX-License-Identifier: MIT
-#include "KyDebugAdapterLines_p.h"
+#include "KyScriptLines.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr qint64 cMaxSize = 16 * 1024 * 1024;
+constexpr qint64 cMaxSize = qint64(16) * 1024 * 1024;
 
 bool holdsCode(std::string_view line) {
     const std::size_t begin = line.find_first_not_of(" \t\r\f\v;");
@@ -18,7 +18,7 @@ bool holdsCode(std::string_view line) {
 
 } // namespace
 
-KyDebugAdapterLines::KyDebugAdapterLines(std::string_view script)
+KyScriptLines::KyScriptLines(std::string_view script)
     : mIsKnown(true) {
     while (!script.empty()) {
         const std::size_t end = script.find('\n');
@@ -27,14 +27,14 @@ KyDebugAdapterLines::KyDebugAdapterLines(std::string_view script)
     }
 }
 
-KyDebugAdapterLines KyDebugAdapterLines::read(const QString& path) {
+KyScriptLines KyScriptLines::read(const QString& path) {
     QFile file(path);
     if (!QFileInfo(path).isFile() || file.size() > cMaxSize || !file.open(QIODevice::ReadOnly))
         return {};
-    return KyDebugAdapterLines(file.readAll().toStdString());
+    return KyScriptLines(file.readAll().toStdString());
 }
 
-int KyDebugAdapterLines::findCode(int line) const {
+int KyScriptLines::findCode(int line) const {
     if (line < 1 || !mIsKnown)
         return std::max(line, 0);
     const auto first = mHoldCode.begin() + std::min(line - 1, static_cast<int>(mHoldCode.size()));
