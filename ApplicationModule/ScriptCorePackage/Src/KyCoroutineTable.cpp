@@ -7,6 +7,7 @@
 #include "KyScriptEngine.h"
 #include "KyScriptFile_p.h"
 #include "KyScriptRunner_p.h"
+#include "KyScriptSandbox_p.h"
 
 #include <algorithm>
 #include <utility>
@@ -86,7 +87,7 @@ bool KyCoroutineTable::launch(const std::string& chunk) {
         thread = lua_newthread(state);
         kyLuaKeepThread(state, lua_gettop(state));
         lua_rawset(state, LUA_REGISTRYINDEX);
-        isLoaded = luaL_loadbuffer(thread, chunk.data(), chunk.size(), chunk.c_str()) == 0;
+        isLoaded = KyScriptSandbox::Private::load(thread, chunk, chunk.c_str()) == 0;
     });
     if (!isMade) {
         if (runner.isOpen())

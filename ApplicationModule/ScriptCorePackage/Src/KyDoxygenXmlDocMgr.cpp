@@ -4,6 +4,7 @@
 
 #include "KyDoxygenXmlDocReader.h"
 
+#include "KyCallSignatures.h"
 #include "KyCast.h"
 #include "KyTypeBuilder.h"
 
@@ -86,6 +87,9 @@ void KyDoxygenXmlDocMgr::initializeType() {
                  .method("getCompletions", &KyDoxygenXmlDocMgr::getCompletions)
                  .staticMethod("get", &KyDoxygenXmlDocMgr::find)
                  .build();
+    KyCallSignatures::add("KyDoxygenXmlDocMgr",
+                          {"load(directory)", "getClassText(typeName)", "getMemberText(typeName, memberName)",
+                           "getCompletions(typeName, beginning)"});
 }
 
 void KyDoxygenXmlDocMgr::finalizeType() {

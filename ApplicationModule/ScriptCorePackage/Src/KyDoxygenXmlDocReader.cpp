@@ -4,6 +4,7 @@
 
 #include "KyDoxygenXmlParser_p.h"
 
+#include "KyCallSignatures.h"
 #include "KyCast.h"
 #include "KyException.h"
 #include "KyTypeBuilder.h"
@@ -73,6 +74,7 @@ void KyDoxygenXmlDocReader::initializeType() {
                  .method("readDirectory", &KyDoxygenXmlDocReader::readDirectory)
                  .method("clear", &KyDoxygenXmlDocReader::clear)
                  .build();
+    KyCallSignatures::add("KyDoxygenXmlDocReader", {"readDirectory(directory)", "readFile(path)"});
 }
 
 void KyDoxygenXmlDocReader::finalizeType() {

@@ -78,12 +78,21 @@ void cacheClassMember(lua_State* state, KyLuaClass& luaClass) {
     lua_pop(state, 1);
 }
 
+/// Pushes the attribute unless a sandbox withholds it.
+int readAttribute(lua_State* state, KyLuaClass& luaClass, const KyAttributeInterface& attribute, const KyObject& object,
+                  KyLuaErrorText& error) {
+    const bool isChecked = luaClass.shared->isSandboxed && luaClass.shared->granted != &object;
+    if (isChecked && !KyScriptSandbox::Private::mayRead(state, luaClass, object, attribute))
+        return error.set({"sandbox: ", object.getObjectType()->getName(), ".", attribute.getName(), " is withheld"});
+    return pushAttribute(state, *luaClass.shared, attribute, object);
+}
+
 /// Attribute or component; 0 results when there is none, which leaves the class table.
-int pushOwnMember(lua_State* state, KyLuaClass& luaClass, KyObject& object, bool& isFound) {
+int pushOwnMember(lua_State* state, KyLuaClass& luaClass, KyObject& object, bool& isFound, KyLuaErrorText& error) {
     const std::string_view key = keyOf(state);
     isFound = true;
     if (const KyAttributeInterface* attribute = findAttribute(state, luaClass, object, key))
-        return pushAttribute(state, *luaClass.shared, *attribute, object);
+        return readAttribute(state, luaClass, *attribute, object, error);
     if (KyObject* component = object.getComponentByName(key)) {
         kyLuaPushInstance(state, *luaClass.shared, *component);
         return 1;
@@ -111,8 +120,8 @@ int indexSlowly(lua_State* state) {
         return pushNil(state);
     lua_settop(state, 2);
     bool isFound = false;
-    const int nbResults =
-        kyLuaRun(state, [&](KyLuaErrorText&) { return pushOwnMember(state, *luaClass, *object, isFound); });
+    const int nbResults = kyLuaRun(
+        state, [&](KyLuaErrorText& error) { return pushOwnMember(state, *luaClass, *object, isFound, error); });
     if (isFound)
         return nbResults;
     pushClassMember(state);
@@ -186,17 +195,19 @@ const KyLuaAddressMap::Slot* findCached(lua_State* state, const KyLuaClass& luaC
     return object ? slot : nullptr;
 }
 
-void checkWriting(lua_State* state) {
+void checkWriting(lua_State* state, const KyLuaShared& shared) {
     const KyLuaInstance* instance = kyLuaToInstance(state, 1);
     const KyObject* object = instance ? instance->get() : nullptr;
     if (object && lua_type(state, 2) == LUA_TSTRING)
-        KyScriptSandbox::Private::checkWriting(state, *object, lua_tostring(state, 2));
+        KyScriptSandbox::Private::checkWriting(state, shared, *object, lua_tostring(state, 2));
 }
 
 } // namespace
 
 int kyLuaIndexInstance(lua_State* state) {
     KyLuaClass& luaClass = upvalueClass(state);
+    if (luaClass.shared->isSandboxed) [[unlikely]]
+        KyScriptSandbox::Private::chargeReading(state, *luaClass.shared);
     KyObject* object = nullptr;
     const KyLuaAddressMap::Slot* slot = findCached(state, luaClass, object);
     if (!slot)
@@ -205,15 +216,15 @@ int kyLuaIndexInstance(lua_State* state) {
     if (!attribute)
         return indexOther(state, luaClass, *object);
     return kyLuaRun(state,
-                    [&](KyLuaErrorText&) { return pushAttribute(state, *luaClass.shared, *attribute, *object); });
+                    [&](KyLuaErrorText& error) { return readAttribute(state, luaClass, *attribute, *object, error); });
 }
 
 int kyLuaNewIndexInstance(lua_State* state) {
     KyObject* object = nullptr;
     const KyLuaAddressMap::Slot* slot = findCached(state, upvalueClass(state), object);
     const KyAttributeInterface* attribute = slot ? KyLuaAttributeCache::getAttribute(*slot) : nullptr;
-    if (KyScriptSandbox::Private::isAnyEnabled()) [[unlikely]]
-        checkWriting(state);
+    if (const KyLuaShared& shared = *upvalueClass(state).shared; shared.isSandboxed) [[unlikely]]
+        checkWriting(state, shared);
     if (!attribute)
         return newIndexSlowly(state);
     return kyLuaRun(state, [&](KyLuaErrorText& error) { return writeAttribute(state, *attribute, *object, error); });

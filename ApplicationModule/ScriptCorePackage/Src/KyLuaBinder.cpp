@@ -11,6 +11,7 @@
 #include "KyLuaValues_p.h"
 #include "KyScriptEngine.h"
 
+#include "KyCallSignatures.h"
 #include "KyCast.h"
 #include "KyException.h"
 #include "KyTypeBuilder.h"
@@ -42,6 +43,10 @@ constexpr std::array<std::pair<const char*, lua_CFunction>, 3> cGlobals = {{
 }};
 
 void setGlobals(lua_State* state) {
+    KyCallSignatures::add(
+        {}, {"createKyObject(typeName: `KyObject`): KyObject? -- A new object of that type; nil when there is none.",
+             "deleteKyObject(object: KyObject) -- Ends the object.",
+             "bindAllClasses() -- Makes every type of object a class."});
     for (const auto& [name, function] : cGlobals) {
         lua_pushstring(state, name);
         lua_pushcfunction(state, function);

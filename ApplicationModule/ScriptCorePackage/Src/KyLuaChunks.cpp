@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "KyLuaChunks_p.h"
 
+#include "KyCallSignatures.h"
+
 #include <algorithm>
 #include <array>
 
@@ -58,6 +60,8 @@ bool runChunk(lua_State* state, const char* chunk) {
 } // namespace
 
 bool kyInstallLuaChunks(lua_State* state) {
+    KyCallSignatures::add({}, {"ldb(value: any) -- Prints the metatable of a value.",
+                               "tprint(values: table, indent?: integer) -- Prints a table with the tables in it."});
     constexpr std::array chunks{cPrintMetatable, cPrintTable};
     return std::all_of(chunks.begin(), chunks.end(), [state](const char* chunk) { return runChunk(state, chunk); });
 }

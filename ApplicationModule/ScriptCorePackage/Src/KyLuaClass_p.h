@@ -9,6 +9,7 @@
 
 #include <lua.hpp>
 
+class KyObject;
 class KyScriptEngine;
 struct KyLuaShared;
 
@@ -31,6 +32,8 @@ struct KyLuaClass {
     bool isDropped = false;
     /// Everything is in its tables; until then, and after an error on the way, the class counts as not bound.
     bool isComplete = false;
+    /// Known to be open to scripts in a sandbox; asked again while it is not.
+    bool isReviewed = false;
     KyLuaAttributeCache attributes;
 };
 
@@ -50,6 +53,11 @@ struct KyLuaShared {
     std::array<void*, cNbBuiltInFieldTypes> valueClasses{};
     int equalReference = LUA_NOREF;
     int lessReference = LUA_NOREF;
+    /// The state is in a sandbox that is enabled. Of that: a published object, null when none has been met in the run,
+    /// and readings up to the next look at the clock.
+    bool isSandboxed = false;
+    const KyObject* granted = nullptr;
+    int nbReadingsLeft = 0;
     /// The function that pushes a field, made ahead so that calling it allocates nothing.
     int pushFieldReference = LUA_NOREF;
 

@@ -3,6 +3,7 @@
 #include "KyLuaValueClass_p.h"
 #include "KyLuaValueTypes_p.h"
 
+#include "KyCallSignatures.h"
 #include "KyColor.h"
 
 namespace {
@@ -59,6 +60,8 @@ void defineOperators(luabind::class_<KyColor>& colorClass) {
 
 luabind::scope makeColor() {
     luabind::class_<KyColor> colorClass("Color");
+    KyCallSignatures::add("Color", {"__init(red, green, blue, alpha?)", "__init(name: integer)", "__init(html)",
+                                    "setHSV(hue, saturation, value)"});
     kyDefineLuaValue(colorClass);
     defineNames(colorClass);
     defineConstructors(colorClass);

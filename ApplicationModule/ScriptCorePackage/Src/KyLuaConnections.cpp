@@ -6,6 +6,7 @@
 #include "KyLuaState_p.h"
 #include "KyScriptEngine.h"
 #include "KyScriptRunner_p.h"
+#include "KyScriptSandbox_p.h"
 
 #include <algorithm>
 #include <functional>
@@ -107,7 +108,7 @@ KyLuaConnections* KyLuaConnections::find(lua_State* state) {
 
 bool KyLuaConnections::connect(lua_State* state, KyObject& sender, const std::string& signal, int function) {
     KySignalBase* const found = sender.editSignal(signal);
-    if (!found || !*mState)
+    if (!found || !*mState || !KyScriptSandbox::Private::mayListen(state, sender, signal))
         return false;
     std::erase_if(mConnections, [](const Connection& old) { return !old.connection.isConnected(); });
     lua_pushvalue(state, function);

@@ -5,6 +5,7 @@
 #include "KyLuaConverters_p.h"
 #include "KyLuaErrorText_p.h"
 #include "KyLuaInstance_p.h"
+#include "KyScriptSandbox_p.h"
 
 #include <cmath>
 #include <cstdio>
@@ -16,6 +17,8 @@ namespace {
 
 constexpr char cObjectField[] = "__tessaly_object";
 constexpr char cAttributeField[] = "__tessaly_attr";
+
+constexpr std::size_t cUnitsPerElement = 50;
 
 constexpr std::string_view cGetPrefix = "get attribute on container failed: ";
 constexpr std::string_view cSetPrefix = "set attribute on container failed: ";
@@ -114,7 +117,18 @@ unsigned toIndex(lua_Number number) {
     return whole >= 0 && whole < static_cast<lua_Number>(cOutOfBounds) ? static_cast<unsigned>(whole) : cOutOfBounds;
 }
 
+/// Before anything stands on the C++ stack: these raise errors in a sandbox.
+void checkReading(lua_State* state) {
+    if (sharedOf(state).isSandboxed) [[unlikely]]
+        KyScriptSandbox::Private::chargeReading(state, sharedOf(state));
+}
+
+void checkWriting(lua_State* state) {
+    KyScriptSandbox::Private::checkElement(state, sharedOf(state));
+}
+
 int getLength(lua_State* state) {
+    checkReading(state);
     return kyLuaRun(state, [&](KyLuaErrorText& error) {
         Container container;
         if (resolve(state, cLengthPrefix, container, error) < 0)
@@ -128,6 +142,7 @@ int getLength(lua_State* state) {
 }
 
 int getElement(lua_State* state, unsigned index) {
+    checkReading(state);
     return kyLuaRun(state, [&](KyLuaErrorText& error) {
         Container container;
         if (resolve(state, cGetPrefix, container, error) < 0)
@@ -185,6 +200,7 @@ int failRange(KyLuaErrorText& error, lua_Number index, unsigned count) {
 }
 
 int setElement(lua_State* state, lua_Number number) {
+    checkWriting(state);
     return kyLuaRun(state, [&](KyLuaErrorText& error) {
         Container container;
         if (resolve(state, cSetPrefix, container, error) < 0)
@@ -221,6 +237,7 @@ int newIndexProxy(lua_State* state) {
 
 int insertElement(lua_State* state) {
     lua_settop(state, 3);
+    checkWriting(state);
     const unsigned index = toIndex(checkIndex(state, cAddPrefix));
     return kyLuaRun(state, [&](KyLuaErrorText& error) {
         Container container;
@@ -233,6 +250,7 @@ int insertElement(lua_State* state) {
 }
 
 int removeElement(lua_State* state) {
+    checkWriting(state);
     const unsigned index = toIndex(checkIndex(state, cRemovePrefix));
     return kyLuaRun(state, [&](KyLuaErrorText& error) {
         Container container;
@@ -319,6 +337,8 @@ bool kyLuaCheckContainerProxy(lua_State* state, int index, KyLuaShared& shared, 
     const KyObject* object = isIntact ? proxy->instance->get() : nullptr;
     unsigned count = 0;
     if (!object || !hasAttribute(*object, proxy->attribute) || !proxy->attribute->getNbValues(*object, count))
+        return false;
+    if (shared.isSandboxed && !KyScriptSandbox::Private::admitWork(state, count * cUnitsPerElement))
         return false;
     std::vector<KyField> values(count);
     for (unsigned i = 0; i < count; ++i)

@@ -7,6 +7,7 @@
 #include "KyLuaBinder.h"
 #include "KyLuaContainerProxy_p.h"
 #include "KyLuaValues_p.h"
+#include "KyScriptSandbox_p.h"
 #include "KyStaticLuaMaps.h"
 
 #include <algorithm>
@@ -28,11 +29,25 @@ struct TableWalk {
     std::array<const void*, cMaxDepth> outer;
     int depth = 0;
     std::size_t nbInnerValuesLeft = 4'000'000;
+    /// Values that a sandbox has admitted at once; null without one.
+    lua_State* sandboxed = nullptr;
+    std::size_t nbAdmitted = 0;
 
     bool isInside(const void* table) const {
         return std::find(outer.begin(), outer.begin() + depth, table) != outer.begin() + depth;
     }
-    bool takeInnerValue() { return depth <= 1 || (nbInnerValuesLeft > 0 && nbInnerValuesLeft-- > 0); }
+    bool takeInnerValue() {
+        return (!sandboxed || isAdmitted()) && (depth <= 1 || (nbInnerValuesLeft > 0 && nbInnerValuesLeft-- > 0));
+    }
+
+private:
+    bool isAdmitted() {
+        constexpr std::size_t cValues = 256;
+        constexpr std::size_t cUnitsPerValue = 100;
+        if (nbAdmitted == 0 && KyScriptSandbox::Private::admitWork(sandboxed, cValues * cUnitsPerValue))
+            nbAdmitted = cValues;
+        return nbAdmitted > 0 && nbAdmitted-- > 0;
+    }
 };
 
 KyField checkField(lua_State* state, int index, KyFieldKind kind, TableWalk* walk);
@@ -106,6 +121,7 @@ KyField checkTable(lua_State* state, int index, TableWalk& walk) {
 
 KyField checkOuterTable(lua_State* state, int index) {
     TableWalk walk;
+    walk.sandboxed = KyLuaShared::get(state).isSandboxed ? state : nullptr;
     return checkTable(state, index, walk);
 }
 

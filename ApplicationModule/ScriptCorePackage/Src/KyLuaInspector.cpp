@@ -231,9 +231,19 @@ void KyLuaInspector::collectKeys(lua_State* state, int table) {
         mKeys.push_back({!isNumber, isNumber ? lua_tonumber(state, -2) : 0, {}, position++});
         kyLuaKeyText(state, -2, mKeys.back().name);
     }
-    std::sort(mKeys.begin(), mKeys.end(), [](const Key& one, const Key& other) {
+}
+
+/// Those of the page come to their places; of a large table the others are in no order.
+void KyLuaInspector::sortKeys(std::size_t first, std::size_t last) {
+    const auto isBefore = [](const Key& one, const Key& other) {
         return std::tie(one.isText, one.number, one.name) < std::tie(other.isText, other.number, other.name);
-    });
+    };
+    const auto place = [this](std::size_t index) { return mKeys.begin() + static_cast<std::ptrdiff_t>(index); };
+    if (first >= last)
+        return;
+    std::nth_element(mKeys.begin(), place(first), mKeys.end(), isBefore);
+    std::nth_element(place(first), place(last - 1), mKeys.end(), isBefore);
+    std::sort(place(first), place(last), isBefore);
 }
 
 void KyLuaInspector::listTable(lua_State* state, const KyLuaReference& origin, Page page, Variables& variables) {
@@ -241,6 +251,7 @@ void KyLuaInspector::listTable(lua_State* state, const KyLuaReference& origin, P
     collectKeys(state, table);
     const auto nbKeys = static_cast<int>(mKeys.size());
     const auto last = static_cast<std::size_t>(std::min(end(page, nbKeys + 1), nbKeys));
+    sortKeys(static_cast<std::size_t>(page.first), last);
     mPlaces.clear();
     for (auto i = static_cast<std::size_t>(page.first); i < last; ++i) {
         mPlaces[mKeys[i].position] = variables.size();

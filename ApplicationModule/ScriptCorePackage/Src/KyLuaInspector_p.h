@@ -72,6 +72,7 @@ private:
                       Variables& variables);
     void listTable(lua_State* state, const KyLuaReference& origin, Page page, Variables& variables);
     void collectKeys(lua_State* state, int table);
+    void sortKeys(std::size_t first, std::size_t last);
     void listObject(lua_State* state, const KyLuaReference& origin, Page page, Variables& variables);
 
     std::vector<KyLuaReference> mReferences;

@@ -140,10 +140,9 @@ int callMethod(lua_State* state, KyLuaErrorText& error) {
 
 /// Before anything stands on the C++ stack: it may raise an error.
 void checkCall(lua_State* state) {
-    if (!KyScriptSandbox::Private::isAnyEnabled()) [[likely]]
-        return;
-    if (const MethodRecord* record = upvalueRecord(state))
-        KyScriptSandbox::Private::checkCall(state, *record->luaClass->type, *record->getOverloads().front());
+    const MethodRecord* const record = upvalueRecord(state);
+    if (record && record->luaClass->shared->isSandboxed) [[unlikely]]
+        KyScriptSandbox::Private::checkCall(state, *record->luaClass, *record->getOverloads().front());
 }
 
 int callMethodClosure(lua_State* state) {

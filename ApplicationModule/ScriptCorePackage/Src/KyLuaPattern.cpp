@@ -6,11 +6,12 @@
 
 #include <cctype>
 #include <cstring>
+#include <utility>
 
 namespace {
 
 constexpr int cMaxDepth = 200;
-constexpr unsigned cStepsPerCharge = 1024;
+constexpr std::size_t cStepsPerCharge = 1024;
 
 unsigned char at(const char* place) {
     return static_cast<unsigned char>(*place);
@@ -24,14 +25,22 @@ KyLuaPattern::KyLuaPattern(lua_State* state, std::string_view subject, std::stri
     , mPattern(pattern.data())
     , mPatternEnd(pattern.data() + pattern.substr(0, pattern.find('\0')).size()) {}
 
-void KyLuaPattern::count() {
-    if (++mNbSteps % cStepsPerCharge == 0)
-        KyScriptSandbox::Private::charge(mState, cStepsPerCharge);
+void KyLuaPattern::count(std::size_t nbSteps) {
+    mNbSteps += nbSteps;
+    if (mNbSteps >= cStepsPerCharge)
+        KyScriptSandbox::Private::charge(mState, std::exchange(mNbSteps, 0U));
+}
+
+/// A set may be as long as the pattern, and is read from one end to the other.
+void KyLuaPattern::countItem(const char* item, const char* itemEnd) {
+    constexpr std::ptrdiff_t cBytesPerStep = 8;
+    count(static_cast<std::size_t>((itemEnd - item) / cBytesPerStep));
 }
 
 const char* KyLuaPattern::match(const char* start) {
     mNbCaptures = 0;
     mDepth = 0;
+    count();
     return matchHere(start, mPattern);
 }
 
@@ -53,6 +62,7 @@ const char* KyLuaPattern::matchItems(const char* text, const char* item) {
         else if (end)
             continue;
         const char* const itemEnd = findItemEnd(item);
+        countItem(item, itemEnd);
         const char suffix = itemEnd < mPatternEnd ? *itemEnd : '\0';
         if (suffix == '*' || suffix == '+')
             return matchMost(text, item, itemEnd, suffix == '+' ? 1 : 0);
@@ -97,6 +107,7 @@ const char* KyLuaPattern::matchSpecial(const char*& text, const char*& item, boo
             if (set >= mPatternEnd || *set != '[')
                 luaL_error(mState, "missing '[' after '%%f' in pattern");
             item = findItemEnd(set);
+            countItem(set, item);
             if (!isFrontier(text, set, item))
                 return nullptr;
         } else if (std::isdigit(static_cast<unsigned char>(kind)) != 0) {
@@ -212,6 +223,7 @@ bool KyLuaPattern::matchesOne(const char* text, const char* item, const char* it
     case '%':
         return isInClass(at(text), item[1]);
     case '[':
+        countItem(item, itemEnd);
         return isInSet(at(text), item, itemEnd);
     default:
         return *item == *text;

@@ -55,7 +55,8 @@ private:
     static bool isInClass(unsigned char letter, char name);
     const char* findItemEnd(const char* item) const;
     int checkCapture(int digit) const;
-    void count();
+    void count(std::size_t nbSteps = 1);
+    void countItem(const char* item, const char* itemEnd);
 
     static constexpr int cMaxCaptures = LUA_MAXCAPTURES;
 
@@ -64,7 +65,7 @@ private:
     const char* mPattern;
     const char* mPatternEnd;
     int mDepth = 0;
-    unsigned mNbSteps = 0;
+    std::size_t mNbSteps = 0;
     int mNbCaptures = 0;
     std::array<Capture, static_cast<std::size_t>(cMaxCaptures)> mCaptures;
 };

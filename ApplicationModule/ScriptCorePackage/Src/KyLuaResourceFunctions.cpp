@@ -4,6 +4,7 @@
 
 #include "KyLuaValueHolder_p.h"
 
+#include "KyCallSignatures.h"
 #include "KyResource.h"
 
 #include <luabind/luabind.hpp>
@@ -85,6 +86,11 @@ struct detail::type_to_string<const LuaPlace&> {
 
 luabind::scope kyMakeLuaResourceScope() {
     using namespace luabind;
+    KyCallSignatures::add("Resource",
+                          {"existDirectory(directory)", "existFile(file)", "setCurrentDirectory(directory)",
+                           "pushThreadDirectory(directory)", "deleteDirectory(directory)",
+                           "createDirectoryHierarchy(directory)", "createDirectory(directory)", "copyFile(from, to)",
+                           "renameFile(from, to)", "deleteFile(file)", "createFile(file)"});
     return namespace_("Resource")[(
         def("existDirectory", &at<&KyResource::existDirectory>), def("existFile", &at<&KyResource::existFile>),
         def("setCurrentDirectory", &setCurrentDirectory), def("getCurrentDirectory", &KyResource::getCurrentDirectory),

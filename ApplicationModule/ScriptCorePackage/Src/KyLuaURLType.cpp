@@ -3,6 +3,7 @@
 #include "KyLuaValueClass_p.h"
 #include "KyLuaValueTypes_p.h"
 
+#include "KyCallSignatures.h"
 #include "KyURL.h"
 
 #include <cmath>
@@ -76,6 +77,9 @@ void defineParts(luabind::class_<KyURL>& urlClass) {
 luabind::scope makeURL() {
     using luabind::value;
     luabind::class_<KyURL> urlClass("URL");
+    KyCallSignatures::add("URL", {"__init(text, schemeType?: integer)", "fromString(text, schemeType?: integer)",
+                                  "fromLocalPath(path)", "checkScheme(schemeType: integer)", "appendPath(path)",
+                                  "getAbsoluteURL(base)", "getRelativeURL(base)"});
     kyDefineLuaValue(urlClass);
     urlClass.enum_("SchemeType")[(value("eFile", KyURL::eFile), value("eHttp", KyURL::eHttp),
                                   value("eFtp", KyURL::eFtp), value("eResource", KyURL::eResource),

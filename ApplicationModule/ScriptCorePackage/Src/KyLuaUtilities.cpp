@@ -5,6 +5,8 @@
 #include "KyLuaCall_p.h"
 #include "KyScriptSandbox_p.h"
 
+#include "KyCallSignatures.h"
+
 #include <lua.hpp>
 
 #include <QDesktopServices>
@@ -63,6 +65,11 @@ constexpr luaL_Reg cUtilities[] = {
 } // namespace
 
 void kySetLuaUtilities(lua_State* state) {
+    KyCallSignatures::add({}, {"bit_and(a: integer, b: integer): integer -- Of 32 bits, with a sign.",
+                               "bit_or(a: integer, b: integer): integer -- Of 32 bits, with a sign.",
+                               "bit_xor(a: integer, b: integer): integer -- Of 32 bits, with a sign.",
+                               "bit_not(a: integer): integer -- Of 32 bits, with a sign.",
+                               "openUrl(url: string): boolean -- Opens it on the desktop; false where there is none."});
     for (const luaL_Reg& utility : cUtilities) {
         if (utility.func == &openUrl && KyScriptSandbox::Private::find(state))
             continue;

@@ -4,6 +4,7 @@
 #include "KyLuaValueClass_p.h"
 #include "KyLuaValueTypes_p.h"
 
+#include "KyCallSignatures.h"
 #include "KyEasing.h"
 #include "KyIntersectionPoint.h"
 #include "KyRay.h"
@@ -29,6 +30,7 @@ template <class T>
 luabind::scope makeWayPoint(const char* name) {
     using Point = KyWayPoint<T>;
     luabind::class_<Point> pointClass(name);
+    KyCallSignatures::add(name, {"__init(position, time)"});
     kyDefineLuaValue(pointClass);
     kyDefineLuaNumber<&Point::time>(pointClass, "time");
     pointClass
@@ -44,6 +46,7 @@ template <class T>
 luabind::scope makeRay(const char* name) {
     using Ray = KyRay<T>;
     luabind::class_<Ray> rayClass(name);
+    KyCallSignatures::add(name, {"__init(origin, direction)"});
     kyDefineLuaValue(rayClass);
     rayClass
         .def("__init", kyLuaConstructor(
@@ -56,6 +59,7 @@ luabind::scope makeRay(const char* name) {
 /// Scripts evaluate a curve with `Easing.compute(Easing.BackIn, t)`: the part of the way after the part t of the time.
 luabind::scope makeEasing() {
     luabind::class_<KyEasing> easingClass("Easing");
+    KyCallSignatures::add("Easing", {"compute(kind: integer, time)"});
     luabind::value_vector kinds;
     for (int i = 0; i < KyEasing::eNbKinds; ++i)
         kinds.push_back(luabind::value(KyEasing::getName(static_cast<KyEasing::Kind>(i)), i));

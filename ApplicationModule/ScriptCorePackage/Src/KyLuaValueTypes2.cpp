@@ -3,6 +3,7 @@
 #include "KyLuaValueClass_p.h"
 #include "KyLuaValueTypes_p.h"
 
+#include "KyCallSignatures.h"
 #include "KyMat4.h"
 #include "KyQuat.h"
 
@@ -35,6 +36,10 @@ luabind::scope makeQuat(const char* name) {
     using Quat = KyQuat<T>;
     using Vec = KyVec3<T>;
     luabind::class_<Quat> quatClass(name);
+    KyCallSignatures::add(name,
+                          {"__init(other)", "__init(axis, angle)", "__init(x, y, z, w)", "setAxisAngle(axis, angle)",
+                           "setFrontDirectionAndTwist(direction, twist)", "rotate(vector)", "setEulerAngles(angles)",
+                           "setEulerAngles(a, b, c)", "slerp(other, factor)"});
     kyDefineLuaValue(quatClass);
     defineQuatConstructors(quatClass);
     kyDefineLuaNumber<&Quat::x>(quatClass, "x");
@@ -96,6 +101,8 @@ template <class T>
 luabind::scope makeMatrix(const char* name) {
     using Matrix = KyMat4<T>;
     luabind::class_<Matrix> matrixClass(name);
+    KyCallSignatures::add(name, {"__init(other)", "__init(rotation, translation)", "__init(numbers)",
+                                 "get(row: integer, column: integer)", "set(row: integer, column: integer, value)"});
     kyDefineLuaValue(matrixClass);
     defineMatrixConstructors(matrixClass);
     matrixClass.def("transpose", &Matrix::transpose)

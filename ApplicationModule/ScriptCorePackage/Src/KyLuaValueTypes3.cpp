@@ -6,6 +6,7 @@
 #include "KyLuaResourceFunctions_p.h"
 #include "KyLuaValueClass_p.h"
 
+#include "KyCallSignatures.h"
 #include "KyDateTime.h"
 #include "KyObject.h"
 #include "KyPlatform.h"
@@ -23,6 +24,7 @@ using luabind::scope;
 
 scope makePlatform() {
     class_<KyPlatform> platformClass("Platform");
+    KyCallSignatures::add("Platform", {"getOsType(platform?)"});
     platformClass.enum_(
         "OsType")[(luabind::value("eWindows", KyPlatform::eWindows), luabind::value("eLinux", KyPlatform::eLinux))];
     // Scripts write "Platform:getOsType()" as well.
@@ -68,6 +70,8 @@ int toInt(double number) {
 
 scope makeDate() {
     class_<KyDate> dateClass("Date");
+    KyCallSignatures::add("Date", {"__init(year: integer, month: integer, day: integer)",
+                                   "setYMD(year: integer, month: integer, day: integer)"});
     kyDefineLuaValue(dateClass);
     return dateClass
         .def("__init", kyLuaConstructor(+[](double year, double month, double day) {
@@ -87,6 +91,8 @@ scope makeDate() {
 
 scope makeTime() {
     class_<KyTime> timeClass("Time");
+    KyCallSignatures::add("Time",
+                          {"__init(seconds)", "__init(hours: integer, minutes: integer, seconds)", "setTime(seconds)"});
     kyDefineLuaValue(timeClass);
     return timeClass.def("__init", kyLuaConstructor(+[](double seconds) { return KyTime(seconds); }))
         .def("__init", kyLuaConstructor(+[](double hours, double minutes, double seconds) {
@@ -106,6 +112,7 @@ scope makeTime() {
 
 scope makeDateTime() {
     class_<KyDateTime> dateTimeClass("DateTime");
+    KyCallSignatures::add("DateTime", {"__init(date, time)"});
     kyDefineLuaValue(dateTimeClass);
     return dateTimeClass
         .def("__init", kyLuaConstructor(+[](const KyDate& date, const KyTime& time) { return KyDateTime(date, time); }))
@@ -129,6 +136,7 @@ const KyType* getTypeOf(const argument& value) {
 /// Lua holds the records by their addresses, which stay good when a record leaves the registry, and owns none.
 scope makeType() {
     class_<KyType> typeClass("Type");
+    KyCallSignatures::add("Type", {"find(name)", "of(object)", "isA(other)"});
     kyDefineLuaEquality(typeClass);
     typeClass.def("__tostring", &KyType::getName)
         .def("getName", &KyType::getName)
@@ -144,6 +152,7 @@ scope makeType() {
 scope makeResourceInformation() {
     using Information = KyResourceInformation;
     class_<Information> informationClass("ResourceInformation");
+    KyCallSignatures::add("ResourceInformation", {"__init(url)"});
     kyDefineLuaEquality(informationClass);
     return informationClass.def("__init", kyLuaConstructor(+[] { return Information(); }))
         .def("__init", kyLuaConstructor(+[](const KyURL& url) { return Information(url); }))

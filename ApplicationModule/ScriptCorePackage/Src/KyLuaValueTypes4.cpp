@@ -5,6 +5,7 @@
 #include "KyLuaValueClass_p.h"
 
 #include "KyBox.h"
+#include "KyCallSignatures.h"
 #include "KyPlane.h"
 #include "KyRect.h"
 #include "KyVolume.h"
@@ -72,7 +73,8 @@ void defineRelations(class_<Bound>& boundClass) {
 
 /// What boxes and volumes have beside what rectangles have.
 template <class T, class Bound>
-void defineSpace(class_<Bound>& boundClass) {
+void defineSpace(class_<Bound>& boundClass, const char* name) {
+    KyCallSignatures::add(name, {"__init(min, max)", "contains(point)", "contains(other)"});
     boundClass
         .def("__init", kyLuaConstructor(+[](const KyVec3<T>& min, const KyVec3<T>& max) { return Bound(min, max); }))
         .def("getLength", &Bound::getLength)
@@ -86,7 +88,10 @@ void defineSpace(class_<Bound>& boundClass) {
 }
 
 template <class Point, class T, class Bound>
-void defineBound(class_<Bound>& boundClass) {
+void defineBound(class_<Bound>& boundClass, const char* name) {
+    KyCallSignatures::add(name, {"setMinMax(first, second)", "translate(offset)", "scale(factor)", "merge(other)",
+                                 "intersects(other)", "getIntersects(other, common)", "getIntersects(other)",
+                                 "contains(point)"});
     kyDefineLuaValue(boundClass);
     defineState(boundClass);
     defineExtent<T>(boundClass);
@@ -99,6 +104,9 @@ scope makePlane(const char* name) {
     using Vec = KyVec3<T>;
     using Real = typename Plane::Real;
     class_<Plane> planeClass(name);
+    KyCallSignatures::add(name, {"__init(normal, distance)", "__init(point, normal)", "getDistanceTo(point)",
+                                 "projectPoint(point)", "intersectsRay(ray, point)", "intersectsRay(ray)",
+                                 "intersectsPlane(other, line)", "intersectsPlane(other)"});
     kyDefineLuaValue(planeClass);
     kyDefineLuaNumber<&Plane::distance>(planeClass, "distance");
     return planeClass
@@ -129,7 +137,8 @@ scope makeRect(const char* name) {
     using Rect = KyRect<T>;
     using Vec = KyVec2<T>;
     class_<Rect> rectClass(name);
-    defineBound<Vec, T>(rectClass);
+    KyCallSignatures::add(name, {"__init(x, y, width, height)", "__init(origin, size)"});
+    defineBound<Vec, T>(rectClass, name);
     kyDefineLuaNumber<&Rect::width>(rectClass, "width");
     kyDefineLuaNumber<&Rect::height>(rectClass, "height");
     return rectClass
@@ -146,8 +155,10 @@ scope makeBox(const char* name) {
     using Box = KyBox<T>;
     using Vec = KyVec3<T>;
     class_<Box> boxClass(name);
-    defineBound<Vec, T>(boxClass);
-    defineSpace<T>(boxClass);
+    defineBound<Vec, T>(boxClass, name);
+    defineSpace<T>(boxClass, name);
+    KyCallSignatures::add(name, {"__init(min, max)", "__init(center, orientation, size)", "getAxis(axis: integer)",
+                                 "worldToLocal(point)", "localToWorld(point)", "frameToFrame(other, point)"});
     boxClass.enum_("Axis")[(value("eX", Box::eX), value("eY", Box::eY), value("eZ", Box::eZ))];
     return boxClass
         .def("__init", kyLuaConstructor(+[](const Vec& center, const KyQuat<T>& orientation, const Vec& size) {
@@ -169,8 +180,8 @@ template <class T>
 scope makeVolume(const char* name) {
     using Volume = KyVolume<T>;
     class_<Volume> volumeClass(name);
-    defineBound<KyVec3<T>, T>(volumeClass);
-    defineSpace<T>(volumeClass);
+    defineBound<KyVec3<T>, T>(volumeClass, name);
+    defineSpace<T>(volumeClass, name);
     const auto setState = +[](Volume& volume, double state) {
         volume.state = kyCheckLuaEnum<int>(state, KyBoundState::eNbStates, "state");
     };

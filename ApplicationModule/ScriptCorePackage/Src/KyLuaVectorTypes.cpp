@@ -6,6 +6,7 @@
 #include "KyLuaValueClass_p.h"
 #include "KyLuaValueTypes_p.h"
 
+#include "KyCallSignatures.h"
 #include "KyNumberText.h"
 #include "KyVec2.h"
 #include "KyVec3.h"
@@ -120,6 +121,7 @@ template <class T>
 luabind::scope makeVec2(const char* name) {
     using Vec = KyVec2<T>;
     luabind::class_<Vec> vectorClass(name);
+    KyCallSignatures::add(name, {"__init(other)", "__init(other)", "__init(x, y)", "dot(other)", "cross(other)"});
     defineVector(vectorClass);
     defineConversion<KyVec2i>(vectorClass);
     defineConversion<KyVec2d>(vectorClass);
@@ -133,6 +135,7 @@ template <class T>
 luabind::scope makeVec3(const char* name) {
     using Vec = KyVec3<T>;
     luabind::class_<Vec> vectorClass(name);
+    KyCallSignatures::add(name, {"__init(other)", "__init(other)", "__init(x, y, z)", "dot(other)", "cross(other)"});
     defineVector(vectorClass);
     defineConversion<KyVec3i>(vectorClass);
     defineConversion<KyVec3d>(vectorClass);
@@ -157,6 +160,8 @@ std::size_t checkIndex(const KyLuaIntVector& vector, double index) {
 luabind::scope makeIntVector() {
     using Vector = KyLuaIntVector;
     luabind::class_<Vector> vectorClass("IntVector");
+    KyCallSignatures::add(
+        "IntVector", {"__init(numbers)", "push_back(number)", "get(index: integer)", "set(index: integer, number)"});
     kyDefineLuaValue(vectorClass);
     vectorClass.def("__init", kyLuaConstructor(&readIntegers))
         .def(

@@ -16,6 +16,7 @@
 #include "KyScriptRunner_p.h"
 #include "KyScriptSandbox_p.h"
 
+#include "KyCallSignatures.h"
 #include "KyCast.h"
 #include "KyDynamicObject.h"
 #include "KyException.h"
@@ -123,6 +124,12 @@ void KyScriptEngine::initializeType() {
                  .signal<&KyScriptEngine::boundSignal>("boundSignal")
                  .signal<&KyScriptEngine::unboundSignal>("unboundSignal")
                  .build();
+    KyCallSignatures::add("KyScriptEngine", {"boundSignal(object, name)", "unboundSignal(object, name)"});
+    KyCallSignatures::add(
+        {}, {"bindClass(typeName: string): boolean -- Makes a type of object a class; false when there is none.",
+             "class(name: string): fun(base: any) -- Begins a class of scripts: class 'Name' (Base).",
+             "property(get: function, set?: function): any -- A property of a class of scripts.",
+             "super(...: any) -- In a constructor of a class of scripts: the constructor of its base."});
 }
 
 void KyScriptEngine::finalizeType() {

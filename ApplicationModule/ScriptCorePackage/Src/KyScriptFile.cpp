@@ -90,7 +90,7 @@ bool kyLoadLuaFile(lua_State* state, const std::string& fileName, std::string& b
     lua_pushlstring(state, "@", 1);
     lua_pushlstring(state, fileName.data(), fileName.size());
     lua_concat(state, 2);
-    const int status = luaL_loadbuffer(state, buffer.data(), buffer.size(), lua_tostring(state, -1));
+    const int status = KyScriptSandbox::Private::load(state, buffer, lua_tostring(state, -1));
     lua_remove(state, -2);
     return status == 0;
 }

@@ -6,6 +6,7 @@
 #include "KyLuaInstance_p.h"
 #include "KyScriptEngine.h"
 #include "KyScriptRunner_p.h"
+#include "KyScriptSandbox_p.h"
 
 #include "KyObject.h"
 
@@ -43,6 +44,7 @@ int KyScriptPublications::withdraw(KyObject* object) {
     object->disconnectModified(this, &KyScriptPublications::objectModifiedSlot);
     removeGlobal(name);
     mNames.erase(object);
+    mEngine.mSandbox->mPrivate->withdraw(*object);
     mEngine.unboundSignal.send(object, name);
     return KyScriptEngine::eBound;
 }

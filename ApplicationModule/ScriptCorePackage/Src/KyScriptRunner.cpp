@@ -11,6 +11,8 @@
 
 #include "KyException.h"
 
+#include <QString>
+
 #include <atomic>
 #include <utility>
 
@@ -19,6 +21,7 @@ namespace {
 /// At host level, in a sandbox.
 constinit thread_local KyScriptRunner* gLoggedRunner = nullptr;
 constinit std::atomic<KyException::ReportHandler> gFormerHandler = nullptr;
+constinit std::atomic<QtMessageHandler> gFormerQtHandler = nullptr;
 
 /// Raw: scripts may have put metatables on the globals.
 void pushGlobal(lua_State* state, const std::string& name) {
@@ -33,7 +36,7 @@ void raiseUnless(lua_State* state, bool loaded) {
 
 void load(lua_State* state, const KyScriptSource& source) {
     kyCheckLuaText(state, source.text, source.name.c_str());
-    raiseUnless(state, luaL_loadbuffer(state, source.text.data(), source.text.size(), source.name.c_str()) == 0);
+    raiseUnless(state, KyScriptSandbox::Private::load(state, source.text, source.name.c_str()) == 0);
 }
 
 void appendResults(lua_State* state, int nbResults, std::vector<KyField>& results) {
@@ -91,6 +94,8 @@ void KyScriptRunner::beginLog() {
     mOuter = std::exchange(gLoggedRunner, this);
     if (const auto former = KyException::setReportHandler(&log); former != &log)
         gFormerHandler = former;
+    if (const auto former = qInstallMessageHandler(&logQt); former != &logQt)
+        gFormerQtHandler = former;
 }
 
 void KyScriptRunner::endLog() {
@@ -101,6 +106,8 @@ void KyScriptRunner::endLog() {
         return;
     if (const auto present = KyException::setReportHandler(gFormerHandler); present != &log)
         KyException::setReportHandler(present);
+    if (const auto present = qInstallMessageHandler(gFormerQtHandler); present != &logQt)
+        qInstallMessageHandler(present);
 }
 
 void KyScriptRunner::log(const std::string& text) {
@@ -115,6 +122,18 @@ void KyScriptRunner::log(const std::string& text) {
     const std::string message = sandbox.cutMessage(text);
     if (sandbox.admitOutput(message.size() + 1))
         former(message);
+}
+
+void KyScriptRunner::logQt(QtMsgType type, const QMessageLogContext& context, const QString& text) {
+    const QtMessageHandler former = gFormerQtHandler;
+    KyScriptEngine* const engine = gLoggedRunner ? gLoggedRunner->getEngine() : nullptr;
+    const bool isAdmitted = !engine || type == QtFatalMsg ||
+                            engine->mSandbox->mPrivate->admitOutput(static_cast<std::size_t>(text.size()) + 1);
+    if (!isAdmitted || !former)
+        return;
+    // The host's handler may report it once more.
+    const KyScriptOutputScope scope;
+    former(type, context, text);
 }
 
 KyScriptOutputScope::KyScriptOutputScope()

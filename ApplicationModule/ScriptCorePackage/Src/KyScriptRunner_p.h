@@ -8,6 +8,8 @@
 
 #include "KyField.h"
 
+#include <QtGlobal>
+
 #include <memory>
 #include <string>
 #include <vector>
@@ -87,6 +89,7 @@ private:
     void beginLog();
     void endLog();
     static void log(const std::string& text);
+    static void logQt(QtMsgType type, const QMessageLogContext& context, const QString& text);
     bool isReportAdmitted() const;
     void keepFailure();
     template <class Load>

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "KyScriptSandbox.h"
 
+#include "KyLuaClass_p.h"
 #include "KyLuaThreads_p.h"
 #include "KyProcessMemory_p.h"
 #include "KyScriptDebugger_p.h"
@@ -106,6 +107,7 @@ void Private::adoptState() {
     needsLock = true;
     if (memory && getMemory(state) == memory.get())
         return;
+    shared = nullptr;
     memory = std::make_shared<KyLuaMemory>(state);
     std::get_deleter<KyLuaCloser>(engine.mState)->attic.push_back(memory);
 }
@@ -119,6 +121,8 @@ void Private::beginRun(lua_State* mainState) {
         return;
     if (needsLock)
         lock(mainState);
+    if (shared)
+        shared->granted = nullptr;
     beginSlice(mainState);
     frameDeadline = deadline;
     if (memory->getUsed() + cLeeway > limits.memory)
@@ -145,7 +149,14 @@ void Private::adaptProcessCeiling(lua_State* mainState) {
 /// A state that is not locked runs nothing.
 void Private::lock(lua_State* mainState) {
     KyLuaFailure failure;
-    needsLock = !kyProtectedCall(mainState, &kyLockLuaLibraries, failure);
+    const auto withhold = [this](lua_State* state) {
+        kyLockLuaLibraries(state);
+        kyWithholdLuaGlobals(state, engine, allowedGlobals);
+        kyMeterLuaValues(state);
+        shared = &KyLuaShared::get(state);
+        shared->isSandboxed = true;
+    };
+    needsLock = !kyProtectedCall(mainState, withhold, failure);
     if (!needsLock)
         return;
     reason = "sandbox: the state cannot be locked: " + failure.message;

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <string>
 #include <string_view>
 
 class KyScriptEngine;
@@ -27,8 +28,7 @@ struct KyScriptLimits {
     std::uint64_t instructions = 100'000'000;
     /// Seconds a run, by the wall clock. Time at breakpoints does not count.
     double seconds = 2;
-    /// Bytes that a run may print, with the errors of the slots in it and what is reported by KyException on its
-    /// thread.
+    /// Bytes that a run may print, with the errors of the slots in it and what KyException and Qt report on its thread.
     std::size_t output = std::size_t{1} << 20;
     /// Bytes of an error message and of a traceback; longer ones are cut.
     std::size_t message = std::size_t{16} << 10;
@@ -40,30 +40,40 @@ struct KyScriptLimits {
 /// before enable(). A script that takes too much, or reaches for what it has not, ends with an error on the engine's
 /// output, whatever it wraps in pcall, and the engine goes on with the next one. One thread, that of the engine.
 ///
-/// **Withheld:** `debug`, `io`, `package`, `require`, `module`, `dofile`, `loadfile`, `newproxy`, `string.dump`, of
-/// `os` all but time, clock, date and difftime; luabind's `class`, whose finalizers nothing can stop; `Resource`,
-/// `ResourceInformation`, `openUrl`, `loadUi`, the application object and all Qt classes but the values `QString` and
-/// `QUrl`; `quit` of the host. Types that reach files, network, windows (but Ky2DView), pixels, shaders or engines
-/// cannot be made (isTypeWithheld), and neither can methods be called that read or write files, also not of objects
-/// that the host has published (isMemberWithheld). Bytecode is refused everywhere, from the host as well. Scripts
-/// destroy only objects that scripts have made.
+/// **Withheld:** All that nobody has reviewed. Scripts have the globals and the types of one list each: values, the
+/// functions of Lua and of objects that change memory only, and types that do no more; what is entered or registered
+/// later is not among them until somebody puts it there. So there is no `debug`, `io`, `package`, `require`, `module`,
+/// `dofile`, `loadfile`, `newproxy`, `string.dump`, of `os` all but time, clock, date and difftime; no `class` of
+/// luabind, whose finalizers nothing can stop; no `Resource`, `ResourceInformation`, `openUrl`, `loadUi`, application
+/// object and Qt classes but the values `QString` and `QUrl`. Types that reach files, network, windows (but Ky2DView),
+/// pixels, shaders or engines cannot be made (isTypeWithheld), and methods that do, quit the host or cancel its work
+/// cannot be called, also not of objects that the host has published (isMemberWithheld). Bytecode is refused
+/// everywhere, from the host as well. Scripts destroy only objects that scripts have made.
+///
+/// **What is the host's own:** Scripts use what its types declare, attributes, methods and signals, of objects that it
+/// has published (KyScriptEngine::bindInstance), and of all objects of types that it gives away (allowType), which
+/// they can also make. Other objects of its types they can hold and hand on, and use what reviewed types above them
+/// declare. Functions that it has bound (KyScriptEngine::bindFunction) are theirs, and so are functions of Lua, values
+/// and plain tables among the globals; C functions, classes of luabind, tables in which these stand and foreign
+/// userdata are taken away by enable() unless named before (allowGlobal). What the host enters later stays until
+/// enable() is called again.
 ///
 /// **Locked:** metatables of texts, instances and values read as "locked"; methods of texts (`("x"):rep(3)`) are those
 /// of the library whatever scripts do to `string`. `setfenv` leaves the thread alone, and `collectgarbage` collects and
 /// counts, no more.
 ///
 /// **Bounded:** what KyScriptLimits says. Patterns, `string.rep`, `string.gsub`, `table.sort` and the like are versions
-/// that count what they do; patterns nest 200 levels, and spheres and the like have 512 segments at most. The clock is
-/// looked at before every call of a method and every writing of an attribute. Slots that scripts connected run bounded
-/// also where the collector or a method sends the signal. When the coroutines of a frame have used up a run's seconds
-/// between them, the rest waits for the next frame and comes first there.
+/// that count what they do; patterns nest 200 levels, spheres and the like have 512 segments, texts for objects 1 MiB
+/// and calls of methods 64 arguments at most. The clock is looked at before every call of a method or of a value that
+/// can be large, before every writing and every eighth reading of an attribute, and while a text is compiled. Slots
+/// that scripts connected run bounded also where the collector or a method sends the signal. When the coroutines of a
+/// frame have used up a run's seconds between them, the rest waits for the next frame and comes first there.
 ///
 /// **Not promised:** A single call of a bound method runs to its end and may take what it takes. Scripts while another
-/// stands still at a breakpoint, and the expressions of the debugger, are not bounded in time. Messages that Qt,
-/// drivers and other libraries write by themselves are not counted. Graphics memory and what drawing costs are not
-/// counted. What the host publishes and binds itself is reachable but for the methods above, and whoever reaches an
-/// object reaches its attributes, neighbours and children: the host publishes what it would give away. Scripts of one
-/// state are not kept from each other. They can tell the time.
+/// stands still at a breakpoint, and the expressions of the debugger, are not bounded in time. Messages that drivers
+/// write by themselves, and those of Qt outside of runs, are not counted. Graphics memory and what drawing costs are
+/// not counted. Whoever reaches an object reaches its attributes, neighbours and children: the host publishes what it
+/// would give away. Scripts of one state are not kept from each other. They can tell the time.
 ///
 /// ```
 /// KyLuaBinder::bind();
@@ -97,9 +107,19 @@ public:
     /// Whether the last run, or the present one, was ended for using up too much.
     bool isExhausted() const;
 
-    /// Whether scripts in a sandbox cannot make objects of the type: those of the list and types derived from them.
+    /// Gives a type of the host away. Types that derive from it are asked for each. From the next call of a script on.
+    void allowType(const KyType& type);
+    /// Whether allowType was called for it.
+    bool isTypeAllowed(const KyType& type) const;
+    /// Leaves a global that the host has entered by itself in its place, in every later enable().
+    void allowGlobal(const std::string& name);
+
+    /// Whether somebody has decided what scripts in a sandbox may do with the type; nothing, unless the host allows it,
+    /// for all others.
+    static bool isTypeReviewed(const KyType& type);
+    /// Whether scripts in a sandbox cannot make objects of the type, unless the host allows it.
     static bool isTypeWithheld(const KyType& type);
-    /// Whether scripts in a sandbox cannot call that method of the type, or write that attribute.
+    /// Whether scripts in a sandbox can never call that method of the type, or write that attribute.
     static bool isMemberWithheld(const KyType& type, std::string_view name);
 
     struct Private;
@@ -107,6 +127,7 @@ public:
 private:
     friend class KyScriptDebugger;
     friend class KyScriptEngine;
+    friend class KyScriptPublications;
     friend class KyScriptRunner;
 
     std::unique_ptr<Private> mPrivate;

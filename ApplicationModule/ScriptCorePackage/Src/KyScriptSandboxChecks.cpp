@@ -1,5 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The KyApplication authors
 // SPDX-License-Identifier: MIT
+#include "KyLuaInstance_p.h"
+#include "KyScriptDebugger_p.h"
 #include "KyScriptSandbox_p.h"
 
 #include "KyFunction.h"
@@ -19,73 +21,11 @@ using Private = KyScriptSandbox::Private;
 constexpr std::size_t cUnitsPerCall = 50;
 constexpr std::size_t cUnitsPerObject = 500;
 constexpr std::size_t cUnitsPerWriting = 10;
+constexpr int cReadingsPerLook = 8;
+constexpr std::size_t cMaxText = std::size_t{1} << 20;
+constexpr int cMaxArguments = 64;
 constexpr std::size_t cPurgeStep = 1024;
 constexpr int cMaxSegments = 512;
-
-/// They and what derives from them reach files, the network, the desktop or the graphics card as it is, or run what no
-/// sandbox bounds.
-constexpr std::array<std::string_view, 20> cTypes{
-    "Ky2DImage",
-    "Ky2DSvgImporter",
-    "KyCanvas",
-    "KyDoxygenXmlDocMgr",
-    "KyDoxygenXmlDocReader",
-    "KyFrameBuffer",
-    "KyGraphicsView",
-    "KyGraphicsViewMultiPass",
-    "KyImage",
-    "KyLuaBinder",
-    "KyModelLoader",
-    "KyNetworkConnectionObject",
-    "KyNetworkPasswordManager",
-    "KyPassSurface",
-    "KyQmlPass",
-    "KyQtPass",
-    "KyScriptEngine",
-    "KyShader",
-    "KyTexture",
-    "KyWindow",
-};
-
-struct Member {
-    std::string_view name;
-    std::string_view type;
-};
-
-/// Methods and attributes of objects that scripts are given.
-constexpr Member cMembers[] = {
-    {"FileLocalPath", "Ky2DImage"},
-    {"FragmentProgram", "KyShader"},
-    {"ImageURL", "Ky2DImage"},
-    {"Qml", "KyQmlPass"},
-    {"VertexProgram", "KyShader"},
-    {"addImportPath", "KyQmlPass"},
-    {"addProtectedUrl", "KyNetworkPasswordManager"},
-    {"clone", "Ky2DNode"},
-    {"clone", "KyNode"},
-    {"createQmlPassOverlayView", "KyQmlPass"},
-    {"createQtPassOverlayView", "KyQtPass"},
-    {"download", "KyNetworkConnectionObject"},
-    {"get", "KyDoxygenXmlDocMgr"},
-    {"get", "KyNetworkPasswordManager"},
-    {"importFile", "Ky2DSvgImporter"},
-    {"importText", "Ky2DSvgImporter"},
-    {"load", "KyDoxygenXmlDocMgr"},
-    {"load", "KyImage"},
-    {"load", "KyModelLoader"},
-    {"loadForm", "KyQtPass"},
-    {"loadModel", "KyMeshNode"},
-    {"quit", "KyHost"},
-    {"readDirectory", "KyDoxygenXmlDocReader"},
-    {"readFile", "KyDoxygenXmlDocReader"},
-    {"saveImage", "Ky2DView"},
-    {"savePNG", "KyImage"},
-    {"savePicture", "KyWindow"},
-    {"setFileLocalPath", "Ky2DImage"},
-    {"setImageURL", "Ky2DImage"},
-    {"setQml", "KyQmlPass"},
-    {"show", "KyPassSurface"},
-};
 
 /// Methods that make shapes, and the place of their number of segments on the stack.
 struct Shape {
@@ -94,13 +34,6 @@ struct Shape {
 };
 constexpr Shape cShapes[] = {{"makeCone", 4}, {"makeCylinder", 4}, {"makeSphere", 3}, {"makeTorus", 4}};
 
-bool isA(const KyType& type, std::string_view name) {
-    for (const KyType* known = &type; known; known = known->getParent())
-        if (known->getName() == name)
-            return true;
-    return false;
-}
-
 int failWithheld(lua_State* state, const KyType& type, const char* member) {
     return luaL_error(state, "sandbox: %s%s%s is withheld", type.getName().c_str(), *member != '\0' ? "." : "", member);
 }
@@ -108,7 +41,7 @@ int failWithheld(lua_State* state, const KyType& type, const char* member) {
 /// Of a shape that the call makes; the work grows with their square.
 int getNbSegments(lua_State* state, const KyType& type, std::string_view method) {
     const auto* const shape = std::ranges::find(cShapes, method, &Shape::name);
-    if (shape == std::end(cShapes) || !isA(type, "KyMeshNode"))
+    if (shape == std::end(cShapes) || type.getName() != "KyMeshNode")
         return 0;
     const lua_Number wanted = lua_tonumber(state, shape->place);
     if (wanted > cMaxSegments)
@@ -116,39 +49,85 @@ int getNbSegments(lua_State* state, const KyType& type, std::string_view method)
     return wanted > 0 ? static_cast<int>(wanted) : 0;
 }
 
+void checkArguments(lua_State* state) {
+    const int number = lua_gettop(state);
+    if (number > cMaxArguments)
+        luaL_error(state, "sandbox: more than %d arguments", cMaxArguments);
+    for (int i = 1; i <= number; ++i)
+        Private::checkText(state, i);
+}
+
+const KyObject* toObject(lua_State* state, int index) {
+    const KyLuaInstance* const instance = kyLuaToInstance(state, index);
+    return instance ? instance->get() : nullptr;
+}
+
 } // namespace
 
-bool KyScriptSandbox::isTypeWithheld(const KyType& type) {
-    return std::ranges::any_of(cTypes, [&type](std::string_view name) { return isA(type, name); });
+/// What is done with a text outside Lua takes longer than what Lua does.
+void Private::checkText(lua_State* state, int index) {
+    if (lua_type(state, index) == LUA_TSTRING && lua_objlen(state, index) > cMaxText && find(state))
+        luaL_error(state, "sandbox: more than %d bytes of text for an object", static_cast<int>(cMaxText));
 }
 
-bool KyScriptSandbox::isMemberWithheld(const KyType& type, std::string_view name) {
-    const auto [first, last] = std::ranges::equal_range(cMembers, name, {}, &Member::name);
-    return std::any_of(first, last, [&type](const Member& member) { return isA(type, member.type); });
-}
-
-void Private::checkCall(lua_State* state, const KyType& type, const KyFunction& function) {
-    if (!find(state))
+void Private::checkCall(lua_State* state, KyLuaClass& luaClass, const KyFunction& function) {
+    const Private* const self = find(state);
+    if (!self)
         return;
-    if (isMemberWithheld(type, function.getName()))
+    const KyType& type = *luaClass.type;
+    const bool isUsable =
+        self->isReviewed(luaClass) || self->mayUse(type, function.isStatic() ? nullptr : toObject(state, 1));
+    if (!isUsable || KyScriptSandbox::isMemberWithheld(type, function.getName()))
         failWithheld(state, type, function.getName().c_str());
+    checkArguments(state);
     const auto nbSegments = static_cast<std::size_t>(getNbSegments(state, type, function.getName()));
     chargeCall(state, cUnitsPerCall + nbSegments * nbSegments);
 }
 
-void Private::checkWriting(lua_State* state, const KyObject& object, const char* name) {
-    if (!find(state))
+void Private::checkWriting(lua_State* state, const KyLuaShared& shared, const KyObject& object, const char* name) {
+    const Private* const self = find(state);
+    if (!self)
         return;
-    if (isMemberWithheld(*object.getObjectType(), name))
-        failWithheld(state, *object.getObjectType(), name);
+    const KyType& type = *object.getObjectType();
+    const bool isUsable = shared.granted == &object || self->mayWrite(object, name);
+    if (!isUsable || KyScriptSandbox::isMemberWithheld(type, name))
+        failWithheld(state, type, name);
+    checkText(state, 3);
     chargeCall(state, cUnitsPerWriting);
+}
+
+void Private::chargeReading(lua_State* state, KyLuaShared& shared) {
+    if (--shared.nbReadingsLeft > 0)
+        return;
+    shared.nbReadingsLeft = cReadingsPerLook;
+    chargeCall(state, cReadingsPerLook);
+}
+
+void Private::checkElement(lua_State* state, KyLuaShared& shared) {
+    if (!shared.isSandboxed)
+        return;
+    checkText(state, 3);
+    chargeCall(state, cUnitsPerWriting);
+}
+
+bool Private::admitWork(lua_State* state, std::size_t units) {
+    Private* const self = KyScriptDebugger::Private::isQuiet() ? nullptr : find(state);
+    if (!self)
+        return true;
+    if (self->isExhausted)
+        return false;
+    if (units > self->instructionsLeft)
+        self->markExhausted("instructions", static_cast<double>(self->limits.instructions));
+    else
+        self->instructionsLeft -= units;
+    return !self->isExhausted;
 }
 
 void Private::checkCreation(lua_State* state, const KyType& type) {
     Private* const self = find(state);
     if (!self)
         return;
-    if (isTypeWithheld(type))
+    if (KyScriptSandbox::isTypeWithheld(type) && !self->allowedTypes.contains(type.getName()))
         failWithheld(state, type, "");
     chargeCall(state, cUnitsPerObject);
     if (self->objects.size() >= std::min(self->nextPurge, self->limits.objects))

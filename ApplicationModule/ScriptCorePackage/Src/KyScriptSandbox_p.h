@@ -10,12 +10,16 @@
 
 #include <chrono>
 #include <memory>
+#include <set>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 
+class KyAttributeInterface;
 class KyFunction;
 class KyObject;
+struct KyLuaClass;
+struct KyLuaShared;
 
 /// What the sandbox of an engine knows and does. Functions that a state may call are static: they find the sandbox by
 /// its engine and do nothing without, as when the engine has ended or its sandbox is not enabled.
@@ -56,15 +60,34 @@ struct KyScriptSandbox::Private {
     static void charge(lua_State* state, std::size_t units);
     /// Whether the run has used up what it had.
     static bool isEnding(lua_State* state);
-    /// Before each call of a bound method.
-    static void checkCall(lua_State* state, const KyType& type, const KyFunction& function);
+    /// As charge, before what may take long or much memory outside Lua: looks at the clock.
+    static void chargeCall(lua_State* state, std::size_t units);
+    /// Raises an error for a text at `index` that is too long to be handed out of Lua.
+    static void checkText(lua_State* state, int index);
+    /// Before each call of a method of the class.
+    static void checkCall(lua_State* state, KyLuaClass& luaClass, const KyFunction& function);
     /// Before a script makes an object of the type, and after.
     static void checkCreation(lua_State* state, const KyType& type);
     static void noteCreation(lua_State* state, KyObject& object);
     /// Raises an error unless scripts made the object.
     static void checkDestruction(lua_State* state, const KyObject& object);
     /// Raises an error when the attribute is withheld.
-    static void checkWriting(lua_State* state, const KyObject& object, const char* name);
+    static void checkWriting(lua_State* state, const KyLuaShared& shared, const KyObject& object, const char* name);
+    /// Before the reading of attributes and elements in a sandbox: some at a time look at the clock.
+    static void chargeReading(lua_State* state, KyLuaShared& shared);
+    /// Before the writing of an element of a container, the value at 3.
+    static void checkElement(lua_State* state, KyLuaShared& shared);
+    /// Whether scripts may read the attribute. No error is raised by these.
+    static bool mayRead(lua_State* state, KyLuaClass& luaClass, const KyObject& object,
+                        const KyAttributeInterface& attribute);
+    static bool mayListen(lua_State* state, const KyObject& object, std::string_view signal);
+    /// Work that is done where no error may be raised. False, and the run ends with its next instruction, when it is
+    /// too much.
+    static bool admitWork(lua_State* state, std::size_t units);
+    /// The object is not published any more.
+    void withdraw(const KyObject& object);
+    /// Pushes a loaded text as luaL_loadbuffer does, but bounded: long conditions may take for ever.
+    static int load(lua_State* state, std::string_view text, const char* name);
     static void chargeOutput(lua_State* state, std::size_t bytes);
     /// For what native code puts out while a script runs, where no error may be raised. When it is too much the run
     /// ends with its next instruction.
@@ -79,8 +102,12 @@ private:
 
     void lock(lua_State* mainState);
     void spend(lua_State* state, std::uint64_t units);
-    /// Before what may take long: charges and looks at the clock.
-    static void chargeCall(lua_State* state, std::size_t units);
+    bool mayUse(const KyType& type, const KyObject* object) const;
+    bool isPublished(const KyObject& object) const;
+    bool mayWrite(const KyObject& object, std::string_view name) const;
+    bool isReviewed(KyLuaClass& luaClass) const;
+    template <class Declares>
+    bool mayUseMember(const KyObject& object, Declares declares) const;
     void checkClock(lua_State* state);
     void adaptProcessCeiling(lua_State* mainState);
     void collect(lua_State* state);
@@ -98,6 +125,9 @@ private:
 public:
     KyScriptLimits limits;
     bool isEnabled = false;
+    /// Names of types and globals that the host gives away.
+    std::set<std::string, std::less<>> allowedTypes;
+    std::set<std::string, std::less<>> allowedGlobals;
     bool isExhausted = false;
     /// Of the present state; it may outlive the engine with it.
     std::shared_ptr<KyLuaMemory> memory;
@@ -118,10 +148,31 @@ private:
     std::size_t collectionMark = 0;
     std::unordered_map<const KyObject*, KyObjectReference> objects;
     std::size_t nextPurge = 0;
+    /// Of the present state, once it is locked.
+    KyLuaShared* shared = nullptr;
 
     static inline int msNbEnabled = 0;
 };
 
+/// How far scripts in a sandbox may go with a type of the libraries.
+enum class KyScriptReview {
+    /// Not reviewed: withheld unless the host gives it away.
+    eNone,
+    /// Nothing.
+    eClosed,
+    /// Objects that they are given, but for withheld members.
+    eHeld,
+    /// They may also make them.
+    eOpen,
+    eNbReviews
+};
+KyScriptReview kyGetScriptReview(const KyType& type);
+
+/// Takes the globals away that nobody has reviewed or given. Raises Lua errors.
+void kyWithholdLuaGlobals(lua_State* state, const KyScriptEngine& engine,
+                          const std::set<std::string, std::less<>>& allowed);
+/// Makes the functions of values that hold memory outside Lua look at the clock.
+void kyMeterLuaValues(lua_State* state);
 /// Replaces what the libraries of Lua offer to scripts. Raises Lua errors.
 void kyLockLuaLibraries(lua_State* state);
 /// Its parts: text functions, table functions, and those without a library.
@@ -129,6 +180,8 @@ void kyBoundLuaStrings(lua_State* state);
 void kyBoundLuaTables(lua_State* state);
 void kyBoundLuaThreads(lua_State* state);
 void kyBoundLuaBasics(lua_State* state);
+/// "load" and "loadstring".
+void kyBoundLuaLoading(lua_State* state);
 
 /// Enters the function into the table at `table`, an absolute index.
 void kySetLuaFunction(lua_State* state, int table, const char* name, lua_CFunction function);

@@ -202,7 +202,8 @@ bool KyScriptDebugger::Private::isAtBreakpoint(lua_State* state, lua_Debug* reco
     return condition && meetsCondition(state, *condition, found.text);
 }
 
-/// It may end the engine, and is not met then.
+/// It may end the engine, and is not met then; the text is its own, since evaluating may take the breakpoint away.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 bool KyScriptDebugger::Private::meetsCondition(lua_State* state, std::string condition, std::string& error) {
     if (condition.empty())
         return true;
