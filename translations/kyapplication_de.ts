@@ -17,6 +17,29 @@
     </message>
 </context>
 <context>
+    <name>KyHostCalls</name>
+    <message>
+        <source>(main chunk)</source>
+        <translation>(Hauptprogramm)</translation>
+    </message>
+    <message>
+        <source>(tail call)</source>
+        <translation>(Endaufruf)</translation>
+    </message>
+    <message>
+        <source>(function)</source>
+        <translation>(Funktion)</translation>
+    </message>
+    <message>
+        <source>Calls</source>
+        <translation>Aufrufe</translation>
+    </message>
+    <message>
+        <source>Calls under way; the variables are those of the one that is chosen.</source>
+        <translation>Laufende Aufrufe; die Variablen sind die des gewählten.</translation>
+    </message>
+</context>
+<context>
     <name>KyHostDebuggerWindow</name>
     <message>
         <source>breakpoint</source>
@@ -194,8 +217,16 @@
         <translation>Bildrate und Zählwerte ein- und ausblenden</translation>
     </message>
     <message>
-        <source>cancel long work, close the help, then the window</source>
-        <translation>lange Arbeit abbrechen, die Hilfe schließen, dann das Fenster</translation>
+        <source>Tab, F6</source>
+        <translation>Tab, F6</translation>
+    </message>
+    <message>
+        <source>give the keys to a form in the view; F6 to the next one</source>
+        <translation>die Tasten einem Formular in der Ansicht geben; F6 dem nächsten</translation>
+    </message>
+    <message>
+        <source>leave the form, cancel long work, close the help, then the window</source>
+        <translation>das Formular verlassen, lange Arbeit abbrechen, die Hilfe, dann das Fenster schließen</translation>
     </message>
 </context>
 <context>
@@ -300,6 +331,17 @@
     </message>
 </context>
 <context>
+    <name>KyHostSourceView</name>
+    <message>
+        <source>Line %1 has a breakpoint.</source>
+        <translation>Zeile %1 hat einen Haltepunkt.</translation>
+    </message>
+    <message>
+        <source>Line %1 has no breakpoint.</source>
+        <translation>Zeile %1 hat keinen Haltepunkt.</translation>
+    </message>
+</context>
+<context>
     <name>KyHostStatistics</name>
     <message>
         <source>frames</source>
@@ -331,11 +373,81 @@
     </message>
 </context>
 <context>
+    <name>KyHostVariables</name>
+    <message>
+        <source>Locals</source>
+        <translation>Lokale Variablen</translation>
+    </message>
+    <message>
+        <source>Upvalues</source>
+        <translation>Variablen der umgebenden Funktionen</translation>
+    </message>
+    <message>
+        <source>Globals</source>
+        <translation>Globale Variablen</translation>
+    </message>
+    <message>
+        <source>table of %1</source>
+        <translation>Tabelle mit %1</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Value</source>
+        <translation>Wert</translation>
+    </message>
+    <message>
+        <source>Type</source>
+        <translation>Typ</translation>
+    </message>
+    <message>
+        <source>Variables</source>
+        <translation>Variablen</translation>
+    </message>
+    <message>
+        <source>Right opens a table or an object, Left closes it.</source>
+        <translation>Rechts öffnet eine Tabelle oder ein Objekt, Links schließt sie.</translation>
+    </message>
+    <message>
+        <source>the rest is left out</source>
+        <translation>der Rest ist ausgelassen</translation>
+    </message>
+</context>
+<context>
     <name>KyLanguage</name>
     <message>
         <source>English</source>
         <comment>what the language of the translation calls itself</comment>
         <translation>Deutsch</translation>
+    </message>
+</context>
+<context>
+    <name>KyNetworkConnection</name>
+    <message>
+        <source>Connection: Busy</source>
+        <translation>Verbindung: beschäftigt</translation>
+    </message>
+    <message>
+        <source>Connection: Ready</source>
+        <translation>Verbindung: bereit</translation>
+    </message>
+    <message>
+        <source>Connection: Failed</source>
+        <translation>Verbindung: gescheitert</translation>
+    </message>
+    <message>
+        <source>Connection: Authentication required</source>
+        <translation>Verbindung: Anmeldung erforderlich</translation>
+    </message>
+    <message>
+        <source>Connection: Unkown error</source>
+        <translation>Verbindung: unbekannter Fehler</translation>
+    </message>
+    <message>
+        <source>Another download is in progress.</source>
+        <translation>Ein anderer Download läuft.</translation>
     </message>
 </context>
 <context>
@@ -379,6 +491,18 @@
     <message>
         <source>Names and values of the object; F2 edits.</source>
         <translation>Namen und Werte des Objekts; F2 bearbeitet.</translation>
+    </message>
+    <message>
+        <source>Sho&amp;w the whole value</source>
+        <translation>Ganzen Wert an&amp;zeigen</translation>
+    </message>
+    <message>
+        <source>&amp;Copy the value</source>
+        <translation>Wert &amp;kopieren</translation>
+    </message>
+    <message>
+        <source>Names and values of the object; F2 shows all of one, Ctrl+C copies it.</source>
+        <translation>Namen und Werte des Objekts; F2 zeigt einen ganz, Strg+C kopiert ihn.</translation>
     </message>
 </context>
 <context>
@@ -636,6 +760,10 @@
         <source>Closes the settings without taking over the pages</source>
         <translation>Schließt die Einstellungen, ohne die Seiten zu übernehmen</translation>
     </message>
+    <message>
+        <source>&amp;Apply</source>
+        <translation>Über&amp;nehmen</translation>
+    </message>
 </context>
 <context>
     <name>KyQSettingsEditor</name>
@@ -649,6 +777,41 @@
     <message>
         <source>Choose a file</source>
         <translation>Eine Datei wählen</translation>
+    </message>
+</context>
+<context>
+    <name>KyQmlErrorsReport</name>
+    <message>
+        <source>Cannot be shown: 1 error</source>
+        <translation>Kann nicht gezeigt werden: 1 Fehler</translation>
+    </message>
+    <message>
+        <source>Cannot be shown: %1 errors</source>
+        <translation>Kann nicht gezeigt werden: %1 Fehler</translation>
+    </message>
+    <message>
+        <source>... and %1 more errors.</source>
+        <translation>... und weitere Fehler: %1.</translation>
+    </message>
+    <message>
+        <source>line %1, column %2</source>
+        <translation>Zeile %1, Spalte %2</translation>
+    </message>
+    <message>
+        <source>line %1</source>
+        <translation>Zeile %1</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>Öffnen</translation>
+    </message>
+    <message>
+        <source>Reload</source>
+        <translation>Neu laden</translation>
+    </message>
+    <message>
+        <source>The root of this QML is no Item, so there is nothing to show.</source>
+        <translation>Die Wurzel dieses QML ist kein Item; es gibt nichts zu zeigen.</translation>
     </message>
 </context>
 <context>

@@ -17,6 +17,29 @@
     </message>
 </context>
 <context>
+    <name>KyHostCalls</name>
+    <message>
+        <source>(main chunk)</source>
+        <translation>(programme principal)</translation>
+    </message>
+    <message>
+        <source>(tail call)</source>
+        <translation>(appel terminal)</translation>
+    </message>
+    <message>
+        <source>(function)</source>
+        <translation>(fonction)</translation>
+    </message>
+    <message>
+        <source>Calls</source>
+        <translation>Appels</translation>
+    </message>
+    <message>
+        <source>Calls under way; the variables are those of the one that is chosen.</source>
+        <translation>Appels en cours ; les variables sont celles de l&apos;appel choisi.</translation>
+    </message>
+</context>
+<context>
     <name>KyHostDebuggerWindow</name>
     <message>
         <source>breakpoint</source>
@@ -194,8 +217,16 @@
         <translation>afficher et masquer la cadence des images</translation>
     </message>
     <message>
-        <source>cancel long work, close the help, then the window</source>
-        <translation>annuler un long travail, fermer l&apos;aide, puis la fenêtre</translation>
+        <source>Tab, F6</source>
+        <translation>Tab, F6</translation>
+    </message>
+    <message>
+        <source>give the keys to a form in the view; F6 to the next one</source>
+        <translation>donner le clavier à un formulaire de la vue ; F6 au suivant</translation>
+    </message>
+    <message>
+        <source>leave the form, cancel long work, close the help, then the window</source>
+        <translation>quitter le formulaire, annuler un long travail, fermer l&apos;aide, puis la fenêtre</translation>
     </message>
 </context>
 <context>
@@ -300,6 +331,17 @@
     </message>
 </context>
 <context>
+    <name>KyHostSourceView</name>
+    <message>
+        <source>Line %1 has a breakpoint.</source>
+        <translation>La ligne %1 a un point d&apos;arrêt.</translation>
+    </message>
+    <message>
+        <source>Line %1 has no breakpoint.</source>
+        <translation>La ligne %1 n&apos;a pas de point d&apos;arrêt.</translation>
+    </message>
+</context>
+<context>
     <name>KyHostStatistics</name>
     <message>
         <source>frames</source>
@@ -331,11 +373,81 @@
     </message>
 </context>
 <context>
+    <name>KyHostVariables</name>
+    <message>
+        <source>Locals</source>
+        <translation>Variables locales</translation>
+    </message>
+    <message>
+        <source>Upvalues</source>
+        <translation>Variables des fonctions englobantes</translation>
+    </message>
+    <message>
+        <source>Globals</source>
+        <translation>Variables globales</translation>
+    </message>
+    <message>
+        <source>table of %1</source>
+        <translation>table de %1</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Nom</translation>
+    </message>
+    <message>
+        <source>Value</source>
+        <translation>Valeur</translation>
+    </message>
+    <message>
+        <source>Type</source>
+        <translation>Type</translation>
+    </message>
+    <message>
+        <source>Variables</source>
+        <translation>Variables</translation>
+    </message>
+    <message>
+        <source>Right opens a table or an object, Left closes it.</source>
+        <translation>Droite ouvre une table ou un objet, Gauche le ferme.</translation>
+    </message>
+    <message>
+        <source>the rest is left out</source>
+        <translation>le reste est omis</translation>
+    </message>
+</context>
+<context>
     <name>KyLanguage</name>
     <message>
         <source>English</source>
         <comment>what the language of the translation calls itself</comment>
         <translation>Français</translation>
+    </message>
+</context>
+<context>
+    <name>KyNetworkConnection</name>
+    <message>
+        <source>Connection: Busy</source>
+        <translation>Connexion : occupée</translation>
+    </message>
+    <message>
+        <source>Connection: Ready</source>
+        <translation>Connexion : prête</translation>
+    </message>
+    <message>
+        <source>Connection: Failed</source>
+        <translation>Connexion : échec</translation>
+    </message>
+    <message>
+        <source>Connection: Authentication required</source>
+        <translation>Connexion : authentification requise</translation>
+    </message>
+    <message>
+        <source>Connection: Unkown error</source>
+        <translation>Connexion : erreur inconnue</translation>
+    </message>
+    <message>
+        <source>Another download is in progress.</source>
+        <translation>Un autre téléchargement est en cours.</translation>
     </message>
 </context>
 <context>
@@ -379,6 +491,18 @@
     <message>
         <source>Names and values of the object; F2 edits.</source>
         <translation>Noms et valeurs de l&apos;objet&#xa0;; F2 modifie.</translation>
+    </message>
+    <message>
+        <source>Sho&amp;w the whole value</source>
+        <translation>Afficher &amp;toute la valeur</translation>
+    </message>
+    <message>
+        <source>&amp;Copy the value</source>
+        <translation>&amp;Copier la valeur</translation>
+    </message>
+    <message>
+        <source>Names and values of the object; F2 shows all of one, Ctrl+C copies it.</source>
+        <translation>Noms et valeurs de l&apos;objet ; F2 en affiche une en entier, Ctrl+C la copie.</translation>
     </message>
 </context>
 <context>
@@ -636,6 +760,10 @@
         <source>Closes the settings without taking over the pages</source>
         <translation>Ferme les paramètres sans appliquer les pages</translation>
     </message>
+    <message>
+        <source>&amp;Apply</source>
+        <translation>&amp;Appliquer</translation>
+    </message>
 </context>
 <context>
     <name>KyQSettingsEditor</name>
@@ -649,6 +777,41 @@
     <message>
         <source>Choose a file</source>
         <translation>Choisir un fichier</translation>
+    </message>
+</context>
+<context>
+    <name>KyQmlErrorsReport</name>
+    <message>
+        <source>Cannot be shown: 1 error</source>
+        <translation>Affichage impossible : 1 erreur</translation>
+    </message>
+    <message>
+        <source>Cannot be shown: %1 errors</source>
+        <translation>Affichage impossible : %1 erreurs</translation>
+    </message>
+    <message>
+        <source>... and %1 more errors.</source>
+        <translation>... et d&apos;autres erreurs : %1.</translation>
+    </message>
+    <message>
+        <source>line %1, column %2</source>
+        <translation>ligne %1, colonne %2</translation>
+    </message>
+    <message>
+        <source>line %1</source>
+        <translation>ligne %1</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>Ouvrir</translation>
+    </message>
+    <message>
+        <source>Reload</source>
+        <translation>Recharger</translation>
+    </message>
+    <message>
+        <source>The root of this QML is no Item, so there is nothing to show.</source>
+        <translation>La racine de ce QML n&apos;est pas un Item : il n&apos;y a rien à afficher.</translation>
     </message>
 </context>
 <context>

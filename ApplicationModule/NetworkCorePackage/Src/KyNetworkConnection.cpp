@@ -19,6 +19,16 @@ const QString KyNetworkConnection::cSettingsExclude = QStringLiteral("exclude");
 const QString KyNetworkConnection::cSettingsUseSystemConfig = QStringLiteral("useSystemConfiguration");
 const QString KyNetworkConnection::cSettingsTestUrl = QStringLiteral("testURL");
 
+namespace {
+
+constexpr std::array cStateTexts{QT_TRANSLATE_NOOP("KyNetworkConnection", "Connection: Busy"),
+                                 QT_TRANSLATE_NOOP("KyNetworkConnection", "Connection: Ready"),
+                                 QT_TRANSLATE_NOOP("KyNetworkConnection", "Connection: Failed"),
+                                 QT_TRANSLATE_NOOP("KyNetworkConnection", "Connection: Authentication required"),
+                                 QT_TRANSLATE_NOOP("KyNetworkConnection", "Connection: Unkown error")};
+
+} // namespace
+
 KyNetworkConnection::KyNetworkConnection()
     : mNoProxy(QStringLiteral("localhost"))
     , mNoProxyMatcher(std::make_unique<KyNoProxyMatcher>(mNoProxy)) {}
@@ -31,14 +41,13 @@ KyNetworkConnection& KyNetworkConnection::get() {
 }
 
 const QString& KyNetworkConnection::getStateString(KyConnectionState state) {
-    static const std::array<QString, 5> texts = {
-        tr("Connection: Busy"),         tr("Connection: Ready"),
-        tr("Connection: Failed"),       tr("Connection: Authentication required"),
-        tr("Connection: Unkown error"),
-    };
-    const auto index = static_cast<long long>(state) - static_cast<long long>(KyConnectionState::Busy);
+    // In the language of the call.
+    static std::array<QString, cStateTexts.size()> texts;
+    const auto number = static_cast<long long>(state) - static_cast<long long>(KyConnectionState::Busy);
     const auto last = static_cast<long long>(texts.size()) - 1;
-    return texts[static_cast<std::size_t>(index >= 0 && index < last ? index : last)];
+    const auto index = static_cast<std::size_t>(number >= 0 && number < last ? number : last);
+    texts[index] = tr(cStateTexts[index]);
+    return texts[index];
 }
 
 template <class Change>

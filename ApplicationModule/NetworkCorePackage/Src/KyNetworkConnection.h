@@ -60,7 +60,7 @@ public:
 
     /// The one instance; made with the library.
     static KyNetworkConnection& get();
-    /// For people, in their language; "Connection: Unkown error" for what is no state.
+    /// For people, in the language of the call; "Connection: Unkown error" for what is no state.
     static const QString& getStateString(KyConnectionState state);
 
     /// An empty host or port 0 is no proxy. One proxyChanged() when anything changed.

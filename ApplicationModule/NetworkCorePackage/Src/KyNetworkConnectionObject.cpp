@@ -9,6 +9,7 @@
 #include "KyScriptEngine.h"
 #include "KyScriptRunner_p.h"
 
+#include "KyCallSignatures.h"
 #include "KyCast.h"
 #include "KyHolder.h"
 #include "KyTypeBuilder.h"
@@ -297,6 +298,9 @@ void KyNetworkConnectionObject::initializeType() {
                  .signal<&M::stateChanged>("stateChanged")
                  .signal<&M::proxyChanged>("proxyChanged")
                  .build();
+    KyCallSignatures::add("KyNetworkConnectionObject",
+                          {"download(url, directory)", "tryConnection(timeoutMs, url)",
+                           "downloadProgress(received, total)", "downloadFinished(path, error)"});
 }
 
 void KyNetworkConnectionObject::finalizeType() {

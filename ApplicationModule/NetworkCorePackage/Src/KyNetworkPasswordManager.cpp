@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "KyNetworkPasswordManager.h"
 
+#include "KyCallSignatures.h"
 #include "KyCast.h"
 #include "KyTypeBuilder.h"
 
@@ -61,6 +62,8 @@ void KyNetworkPasswordManager::initializeClass() {
                  .method("answer", &M::answer)
                  .staticMethod("get", [] { return find(); })
                  .build();
+    KyCallSignatures::add("KyNetworkPasswordManager", {"addProtectedUrl(url, credentials)", "answer(user, password)",
+                                                       "authenticationSignal(url, flag)"});
     initializeSingleton();
 }
 

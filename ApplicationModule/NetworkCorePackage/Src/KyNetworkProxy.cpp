@@ -120,7 +120,7 @@ bool KyNetworkConnection::takeQtProxy(const QString& testUrl, bool updateNoProxy
     const QList<QNetworkProxy> proxies = QNetworkProxyFactory::systemProxyForQuery(query);
     if (proxies.isEmpty())
         return false;
-    const QNetworkProxy proxy = proxies.first();
+    const QNetworkProxy& proxy = proxies.first();
     const bool isFound = !proxy.hostName().isEmpty();
     if (isFound)
         setHttpProxy(proxy.hostName(), proxy.port() == cNoPort ? cDefaultPort : proxy.port(),

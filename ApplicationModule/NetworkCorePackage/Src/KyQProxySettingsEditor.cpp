@@ -9,6 +9,7 @@
 
 #include "KyEncryption.h"
 
+#include <QAccessible>
 #include <QCheckBox>
 #include <QDir>
 #include <QFile>
@@ -150,7 +151,8 @@ void KyQProxySettingsEditor::updateTranslations() {
     mUsesSystem->setToolTip(tr("Host and port are those that the system tells"));
     mTest->setText(tr("&Test connection"));
     mTest->setToolTip(tr("Tries to reach the test address with what the page shows"));
-    mResult->setAccessibleName(tr("Result of the test"));
+    // A name would keep its text from screen readers.
+    mResult->setAccessibleDescription(tr("Result of the test"));
     for (std::size_t i = 0; i < cNbRows; ++i) {
         const QString text = tr(cRowTexts[i].name);
         mLabels[i]->setText(text);
@@ -230,6 +232,10 @@ void KyQProxySettingsEditor::reset() {
 void KyQProxySettingsEditor::showResult(std::function<QString()> makeResult) {
     mMakeResult = std::move(makeResult);
     mResult->setText(mMakeResult());
+    if (mResult->text().isEmpty())
+        return;
+    QAccessibleEvent event(mResult, QAccessible::Alert);
+    QAccessible::updateAccessibility(&event);
 }
 
 const char* KyQProxySettingsEditor::findFault(const Values& values) {

@@ -139,10 +139,10 @@ int countInfinities(std::string_view text) {
     const auto isSame = [](char c, char lower) { return c == lower || c + ('a' - 'A') == lower; };
     int count = 0;
     for (;; ++count) {
-        const auto found = std::ranges::search(text, infinity, isSame);
-        if (found.empty())
+        const auto found = std::search(text.begin(), text.end(), infinity.begin(), infinity.end(), isSame);
+        if (found == text.end())
             return count;
-        text = std::string_view(found.end(), text.end());
+        text.remove_prefix(std::size_t(found - text.begin()) + infinity.size());
     }
 }
 

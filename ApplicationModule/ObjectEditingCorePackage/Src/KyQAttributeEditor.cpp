@@ -77,6 +77,7 @@ KyQAttributeEditor::~KyQAttributeEditor() {
 
 void KyQAttributeEditor::addActions() {
     mEditAction = addKeys({"F2"}, [this] { mView->editCurrent(); });
+    mCopyAction = addKeys({"Ctrl+C"}, [this] { mView->copyCurrent(); });
     mUndoAction = addKeys({"Ctrl+Z"}, [this] { mUndoStack.undo(); });
     mRedoAction = addKeys({"Ctrl+Shift+Z", "Ctrl+Y"}, [this] { mUndoStack.redo(); });
     mSearchAction = addKeys({"Ctrl+F"}, [this] { startSearch(); });
@@ -102,14 +103,18 @@ void KyQAttributeEditor::updateActions() {
     const bool isReadOnly = (mOptions & KyQAttributeModel::eReadOnly) != 0;
     const QString undo = mUndoStack.undoText();
     const QString redo = mUndoStack.redoText();
-    mEditAction->setText(tr("&Edit the value"));
+    mEditAction->setText(isReadOnly ? tr("Sho&w the whole value") : tr("&Edit the value"));
+    mCopyAction->setText(tr("&Copy the value"));
     mUndoAction->setText(undo.isEmpty() ? tr("&Undo") : tr("&Undo the change of %1").arg(undo));
     mRedoAction->setText(redo.isEmpty() ? tr("&Redo") : tr("&Redo the change of %1").arg(redo));
     mSearchAction->setText(tr("&Search"));
     mUndoAction->setEnabled(mUndoStack.canUndo());
     mRedoAction->setEnabled(mUndoStack.canRedo());
-    for (QAction* action : {mEditAction, mUndoAction, mRedoAction})
+    for (QAction* action : {mUndoAction, mRedoAction})
         action->setVisible(!isReadOnly);
+    mView->setAccessibleDescription(isReadOnly
+                                        ? tr("Names and values of the object; F2 shows all of one, Ctrl+C copies it.")
+                                        : tr("Names and values of the object; F2 edits."));
     mSearchAction->setVisible((mOptions & eHideSearch) == 0);
 }
 
@@ -167,7 +172,6 @@ void KyQAttributeEditor::updateTranslations() {
     mSearch->setAccessibleName(tr("Search"));
     mSearch->setAccessibleDescription(tr("Shows the attributes whose names hold the text."));
     mView->setAccessibleName(tr("Attributes"));
-    mView->setAccessibleDescription(tr("Names and values of the object; F2 edits."));
     updateActions();
     mView->viewport()->update();
     mModel->headerDataChanged(Qt::Horizontal, 0, KyQAttributeModel::eNbColumns - 1);

@@ -21,10 +21,11 @@ class KyQAttributeView;
 /// Shows and edits the attributes of any object: a tree of names and values (KyQAttributeModel) with one editor for
 /// each kind (KyQAttributeItemDelegate), a line that searches names, and undo and redo.
 ///
-/// Keys: F2 or Return edits, Tab goes on to the next value, Escape takes back, Space switches a flag, Ctrl+Z and
-/// Ctrl+Shift+Z undo and redo, Ctrl+F searches; the menu of the view shows them; Escape closes
-/// an editor that is a window. Read-only attributes are grey. The object is not owned: when it ends,
-/// the editor is empty and its undo stack too. An editor that is hidden costs the object nothing.
+/// Keys: F2 or Return edits, or shows all of a value that cannot be edited, Ctrl+C copies the value, Tab goes on to the
+/// next value, Escape takes back, Space switches a flag, Ctrl+Z and Ctrl+Shift+Z undo and redo, Ctrl+F searches; the
+/// menu of the view shows them; Escape closes an editor that is a window. Read-only attributes are grey. The object is
+/// not owned: when it ends, the editor is empty and its undo stack too. An editor that is hidden costs the object
+/// nothing.
 ///
 /// ```
 /// auto* editor = new KyQAttributeEditor;
@@ -93,6 +94,7 @@ private:
     QLineEdit* mSearch;
     KyQAttributeView* mView;
     QAction* mEditAction = nullptr;
+    QAction* mCopyAction = nullptr;
     QAction* mUndoAction = nullptr;
     QAction* mRedoAction = nullptr;
     QAction* mSearchAction = nullptr;

@@ -181,6 +181,7 @@ void KyQAttributeModel::follow(KyAttributeNode& node, KyObjectModificationType k
     std::vector<KyAttributeNode*> found;
     collect(node.children, name, found);
     std::vector<QPersistentModelIndex> indices;
+    indices.reserve(found.size());
     for (const KyAttributeNode* child : found)
         indices.emplace_back(indexOf(*child));
     const QPointer<KyQAttributeModel> self(this);

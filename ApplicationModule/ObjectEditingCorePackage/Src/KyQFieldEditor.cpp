@@ -88,8 +88,11 @@ void KyQFieldEditor::updateTranslations() {
     }
     if (!mButton)
         return;
-    mButton->setAccessibleName(mButton->toolTip());
-    mButton->setToolTip(QStringLiteral("%1 (%2)").arg(mButton->toolTip(), getButtonKey()));
+    if (mButton->toolTip() != mButtonToolTip)
+        mButtonHelp = mButton->toolTip();
+    mButtonToolTip = QStringLiteral("%1 (%2)").arg(mButtonHelp, getButtonKey());
+    mButton->setAccessibleName(mButtonHelp);
+    mButton->setToolTip(mButtonToolTip);
 }
 
 void KyQFieldEditor::changeEvent(QEvent* event) {

@@ -62,7 +62,8 @@ protected:
 
     /// Adds a widget that takes part in Tab; the first has the focus first.
     void addPart(QWidget* part, int stretch = 1);
-    /// Adds a button that Alt+Down presses; one at most. updateTranslations() gives it its tool tip.
+    /// Adds a button that Alt+Down presses; one at most. its tool tip gets the key, whoever sets it: the constructor or
+    /// updateTranslations().
     void addButton(QAbstractButton* button);
     /// Puts the texts of the parts into the language of now; called before the editor is shown and after each change
     /// of the language. Overriders call this one last.
@@ -83,6 +84,9 @@ private:
     QHBoxLayout* mLayout;
     std::vector<QWidget*> mParts;
     QAbstractButton* mButton = nullptr;
+    /// What the button tells without its key, and with it.
+    QString mButtonHelp;
+    QString mButtonToolTip;
     QString mLabel;
     QPointer<QAbstractItemModel> mModel;
     QPersistentModelIndex mIndex;

@@ -4,6 +4,7 @@
 
 #include "KyStyleText_p.h"
 
+#include "KyCallSignatures.h"
 #include "KyCast.h"
 #include "KyException.h"
 #include "KyTypeBuilder.h"
@@ -70,6 +71,8 @@ void KyStyleParameters::initializeType() {
                  .method("resolve", &KyStyleParameters::resolve)
                  .staticMethod("get", &KyStyleParameters::find)
                  .build();
+    KyCallSignatures::add("KyStyleParameters", {"getParameter(name)", "setParameter(name, value)",
+                                                "removeParameter(name)", "resolve(text)"});
 }
 
 void KyStyleParameters::finalizeType() {

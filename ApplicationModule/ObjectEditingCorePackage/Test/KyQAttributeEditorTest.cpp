@@ -14,6 +14,7 @@
 #include <QAbstractSpinBox>
 #include <QAction>
 #include <QApplication>
+#include <QClipboard>
 #include <QColorDialog>
 #include <QComboBox>
 #include <QFileDialog>
@@ -457,8 +458,58 @@ TEST_F(KyQAttributeEditorTest, TellsThoseWhoDoNotSeeWhatTheyEditAndOpensDialogsB
     EXPECT_TRUE(findEditor()->findChild<QColorDialog*>());
 }
 
+TEST_F(KyQAttributeEditorTest, AButtonTellsItsKeyOnceInEveryLanguage) {
+    QWidget* const editor = edit("Tint");
+    for (int i = 0; i < 2; ++i) {
+        QEvent event(QEvent::LanguageChange);
+        QCoreApplication::sendEvent(editor, &event);
+    }
+    class OfConstructor : public HostEditor {
+    public:
+        OfConstructor()
+            : HostEditor(nullptr) {
+            button->setToolTip("Opens");
+            addButton(button);
+            setLabel("x");
+            setLabel("y");
+        }
+        QToolButton* const button = new QToolButton;
+    } own;
+    for (const auto& [button, help] :
+         {std::pair(editor->findChild<QToolButton*>("mSwatch"), "Choose a colour"), std::pair(own.button, "Opens")}) {
+        EXPECT_EQ(button->accessibleName(), help);
+        EXPECT_EQ(button->toolTip(), QString(help) + " (Alt+Down)");
+    }
+}
+
+TEST_F(KyQAttributeEditorTest, WhatCannotBeEditedIsReadAndCopiedByKey) {
+    mLamp.mLabel = "a label that is far longer than the cell it is shown in, and is elided there";
+    QClipboard& clipboard = *QGuiApplication::clipboard();
+    for (const int options : {KyQAttributeEditor::eDefaultOptions, KyQAttributeEditor::eInspection}) {
+        mEditor.setOptions(options);
+        mEditor.editView()->setFocus();
+        mEditor.editView()->setCurrentIndex(find("Label"));
+        clipboard.clear();
+        press(Qt::Key_C, Qt::ControlModifier);
+        EXPECT_EQ(clipboard.text().toStdString(), mLamp.mLabel) << options;
+    }
+    EXPECT_FALSE(mEditor.editView()->accessibleDescription().contains("edits"));
+    for (const Qt::Key closing : {Qt::Key_Escape, Qt::Key_Return, Qt::Key_Tab}) {
+        press(Qt::Key_F2);
+        const auto* const line = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+        ASSERT_TRUE(line && line->isReadOnly() && line->parentWidget() == mEditor.editView()->viewport());
+        EXPECT_EQ(line->selectedText().toStdString(), mLamp.mLabel);
+        EXPECT_EQ(line->accessibleName(), "Label");
+        type("x");
+        press(closing);
+        EXPECT_EQ(QApplication::focusWidget(), mEditor.editView());
+        EXPECT_TRUE(mEditor.isVisible() && mEditor.editView()->viewport()->findChildren<QLineEdit*>().isEmpty());
+    }
+    EXPECT_EQ(countSteps(), 0);
+}
+
 TEST_F(KyQAttributeEditorTest, ShowsInItsMenuWhatCanBeUndone) {
-    QAction* const undo = mEditor.editView()->actions().value(1);
+    QAction* const undo = mEditor.editView()->actions().value(2);
     EXPECT_EQ(undo->text(), "&Undo");
     EXPECT_FALSE(undo->isEnabled());
     edit("Power");
@@ -466,7 +517,7 @@ TEST_F(KyQAttributeEditorTest, ShowsInItsMenuWhatCanBeUndone) {
     press(Qt::Key_Return);
     EXPECT_EQ(undo->text(), "&Undo the change of Power");
     undo->trigger();
-    EXPECT_EQ(mEditor.editView()->actions().value(2)->text(), "&Redo the change of Power");
+    EXPECT_EQ(mEditor.editView()->actions().value(3)->text(), "&Redo the change of Power");
     mEditor.setOptions(KyQAttributeEditor::eInspection);
     EXPECT_FALSE(undo->isVisible()) << "nothing can be changed";
     mEditor.editView()->setFocus();

@@ -12,8 +12,6 @@
 
 #include <QCoreApplication>
 #include <QGraphicsView>
-#include <QGuiApplication>
-#include <QInputMethod>
 #include <QInputMethodQueryEvent>
 #include <QTimer>
 
@@ -22,9 +20,8 @@
 
 namespace {
 
-/// There is one pointer and one keyboard for all passes: what took them last.
+/// There is one pointer for all passes: what took it last.
 std::weak_ptr<KyPassEventSession> gPointerSession;
-std::weak_ptr<KyPassEventSession> gKeyboardSession;
 
 std::uint32_t getButtonsDown(const KyInputEvent& event) {
     return event.getState() & KyInputEvent::cMouseButtons;
@@ -86,14 +83,18 @@ bool KyPassEventSession::handle(const KyInputEvent& event, KyGraphicsViewMultiPa
     if (!handler || !isUsable())
         return false;
     const Use use(*this);
-    mView = KyObjectReference(&view);
-    listenTo(view.getCanvas());
-    mMap = mTarget->adapt(view);
-    mTarget->activate();
+    enter(view);
     const bool isUsed = (this->*handler)(event);
     // Not before: what handles an event may wait for others.
     mIsAsked = true;
     return isUsed;
+}
+
+void KyPassEventSession::enter(KyGraphicsViewMultiPass& view) {
+    mView = KyObjectReference(&view);
+    listenTo(view.getCanvas());
+    mMap = mTarget->adapt(view);
+    mTarget->activate();
 }
 
 /// An event that went elsewhere comes like one beside the picture.
@@ -102,6 +103,10 @@ void KyPassEventSession::onEventSent(const KyInputEvent* event) {
         return;
     const Use use(*this);
     switch (event->getType()) {
+    case KyInputEvent::eKeyPressed:
+    case KyInputEvent::eKeyReleased:
+        missKey(*event);
+        break;
     case KyInputEvent::eMousePressed:
     case KyInputEvent::eMouseDoubleClicked:
         missPress(*event);
@@ -132,21 +137,6 @@ void KyPassEventSession::onViewRemoved(KyGraphicsViewMultiPass* view) {
     cancelTouch();
     dropKeyboard();
     leave();
-}
-
-void KyPassEventSession::onKeyboardFocus(bool isGained) {
-    if (!isUsable())
-        return;
-    const Use use(*this);
-    if (isGained) {
-        if (std::exchange(mWantsKeyboard, false))
-            setFocused(true);
-        return;
-    }
-    mToolTip.hide();
-    const bool hadKeyboard = mTarget->isFocused() || mWantsKeyboard;
-    dropKeyboard();
-    mWantsKeyboard = hadKeyboard;
 }
 
 void KyPassEventSession::listenTo(KyCanvas* canvas) {
@@ -372,23 +362,4 @@ void KyPassEventSession::takePointer() {
     mIsHovered = true;
     if (other && other.get() != this)
         other->leave();
-}
-
-void KyPassEventSession::takeKeyboard() {
-    const auto other = std::exchange(gKeyboardSession, weak_from_this()).lock();
-    if (other && other.get() != this)
-        other->dropKeyboard();
-    setFocused(true);
-}
-
-void KyPassEventSession::dropKeyboard() {
-    setFocused(false);
-}
-
-void KyPassEventSession::setFocused(bool isFocused) {
-    mWantsKeyboard = false;
-    if (getPass())
-        mTarget->setFocused(isFocused);
-    if (mIsInputMethodEnabled)
-        QGuiApplication::inputMethod()->update(Qt::ImQueryAll);
 }

@@ -39,6 +39,9 @@ public:
 
     /// True when the event was used.
     bool handle(const KyInputEvent& event, KyGraphicsViewMultiPass& view);
+    /// See KyQtPassEventHandler.
+    bool takeKeyboard(KyGraphicsViewMultiPass& view);
+    static bool dropLastKeyboard();
     void leave();
 
 private:
@@ -69,9 +72,11 @@ private:
     void missPress(const KyInputEvent& event);
     void missMove(const KyInputEvent& event);
     void missTouch();
+    void missKey(const KyInputEvent& event);
 
     bool isUsable() const { return getPass() && mTarget->getReceiver(); }
     bool isReached(const KyInputEvent& event) const;
+    void enter(KyGraphicsViewMultiPass& view);
     bool deliver(const KyInputEvent& event);
     void placePopupsSoon();
     bool answerQuery(QInputMethodQueryEvent& query) const;

@@ -153,6 +153,22 @@ public:
         if (!isFocused)
             closePopups();
     }
+    bool focusField() override {
+        QWidget* const widget = mPass.editQWidget();
+        const QPointer<QGraphicsProxyWidget> proxy = widget ? widget->graphicsProxyWidget() : nullptr;
+        if (!proxy || !findPopups().empty())
+            return hasFocusItem();
+        if (!hasField(*widget))
+            return false;
+        // A scene that becomes active takes the closed list of a combo box for its active window, and an item may have
+        // the focus without any of its widgets.
+        mPass.editQGraphicsScene()->setActivePanel(proxy->panel());
+        if (proxy && (!proxy->hasFocus() || !widget->focusWidget())) {
+            proxy->clearFocus();
+            proxy->setFocus(widget->focusWidget() ? Qt::ActiveWindowFocusReason : Qt::TabFocusReason);
+        }
+        return hasFocusItem();
+    }
     QRectF getFocusRect() const override {
         const QGraphicsView* view = getGraphicsView();
         const QGraphicsItem* item = view ? mPass.editQGraphicsScene()->focusItem() : nullptr;
@@ -183,6 +199,13 @@ protected:
     }
 
 private:
+    static bool hasField(const QWidget& top) {
+        const auto isField = [&top](const QWidget* widget) {
+            return (widget->focusPolicy() & Qt::TabFocus) && widget->isEnabled() && widget->isVisibleTo(&top);
+        };
+        const QList<QWidget*> widgets = top.findChildren<QWidget*>();
+        return isField(&top) || std::ranges::any_of(widgets, isField);
+    }
     /// One that closes may end others.
     std::vector<QPointer<QGraphicsProxyWidget>> findPopups() const {
         std::vector<QPointer<QGraphicsProxyWidget>> found;
@@ -246,6 +269,16 @@ public:
         QCoreApplication::sendEvent(window, &event);
         if (control == mPass.getRenderControl())
             control->setRenderWindow(shown, offset);
+    }
+    bool focusField() override {
+        if (hasFocusItem())
+            return true;
+        QQuickWindow* const window = mPass.getQuickWindow();
+        QQuickItem* const content = window ? window->contentItem() : nullptr;
+        QQuickItem* const first = content ? content->nextItemInFocusChain() : nullptr;
+        if (first && first != content)
+            first->forceActiveFocus(Qt::TabFocusReason);
+        return hasFocusItem();
     }
     QObject* getInputMethodReceiver() const override {
         const QQuickWindow* window = mPass.getQuickWindow();

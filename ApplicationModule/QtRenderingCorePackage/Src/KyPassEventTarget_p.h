@@ -42,6 +42,8 @@ public:
     virtual bool isFocused() const = 0;
     /// Without the focus it has no focus item and no popups; with it again it has the former focus item.
     virtual void setFocused(bool isFocused) = 0;
+    /// Gives the focus to the first field that wants it, unless one has it; false when there is none.
+    virtual bool focusField() = 0;
     /// Where keys go, in coordinates of the receiver: the cursor, or all of the item that has the focus.
     virtual QRectF getFocusRect() const { return {}; }
     /// Takes the mouse from who has it, where releases alone would still be a click.

@@ -10,6 +10,7 @@
 #include "KyNodeHit.h"
 #include "KyScenePass.h"
 
+#include "KyCallSignatures.h"
 #include "KyInputEvent.h"
 #include "KyRay.h"
 #include "KyTypeBuilder.h"
@@ -58,6 +59,7 @@ void KyPassSurface::initializeType() {
                  .method("setPictureSize", &Surface::setPictureSize)
                  .staticMethod("show", &Surface::show)
                  .build();
+    KyCallSignatures::add("KyPassSurface", {"setPictureSize(width, height)", "show(pass, node, view, width, height)"});
 }
 
 void KyPassSurface::finalizeType() {

@@ -39,10 +39,15 @@ QVariantMap toMap(const QQmlError& error, const QUrl& qml) {
             {cCanOpen, canOpen(isElsewhere ? error.url() : qml)}};
 }
 
+/// Known to the report too, in the language of people; here they are for logs.
+constexpr const char* cMoreErrors = QT_TRANSLATE_NOOP("KyQmlErrorsReport", "... and %1 more errors.");
+constexpr const char* cNoItem =
+    QT_TRANSLATE_NOOP("KyQmlErrorsReport", "The root of this QML is no Item, so there is nothing to show.");
+
 /// Stands for the errors that are left out.
 QVariantMap toRest(int number, const QUrl& qml) {
     QQmlError error;
-    error.setDescription(QStringLiteral("... and %1 more errors.").arg(number));
+    error.setDescription(QString::fromLatin1(cMoreErrors).arg(number));
     QVariantMap map = toMap(error, qml);
     map[cMore] = number;
     return map;
@@ -73,7 +78,7 @@ QVariantList KyQmlErrors::toMaps(const QList<QQmlError>& errors, const QUrl& qml
         maps.append(toRest(more, qml));
     if (maps.isEmpty()) {
         QQmlError error;
-        error.setDescription(QStringLiteral("The root of this QML is no Item, so there is nothing to show."));
+        error.setDescription(QString::fromLatin1(cNoItem));
         maps.append(toMap(error, qml));
     }
     return maps;

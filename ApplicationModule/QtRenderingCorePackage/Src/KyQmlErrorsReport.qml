@@ -2,7 +2,8 @@
 // SPDX-License-Identifier: MIT
 import QtQuick 2.15
 
-// Stands for a QML that failed: reads the context properties qmlPathErrors and qmlError.
+// Stands for a QML that failed: reads the context properties qmlPathErrors and qmlError. Tab goes from the buttons to the
+// errors, where the arrows choose; Return and Space press.
 Rectangle {
     id: report
 
@@ -17,8 +18,25 @@ Rectangle {
     readonly property real gap: Math.round(isSmall ? unit / 3 : unit)
     readonly property var last: qmlError && qmlError.length > 0 ? qmlError[qmlError.length - 1] : null
     readonly property int count: last ? qmlError.length + (last.more ? last.more - 1 : 0) : 0
+    readonly property string summary: count === 1 ? qsTranslate("KyQmlErrorsReport", "Cannot be shown: 1 error")
+                                                  : qsTranslate("KyQmlErrorsReport", "Cannot be shown: %1 errors").arg(count)
+
+    // What is said of QML itself is English; these two are the pass's own.
+    function describe(error) {
+        return error.more ? qsTranslate("KyQmlErrorsReport", "... and %1 more errors.").arg(error.more)
+                          : qsTranslate("KyQmlErrorsReport", error.description)
+    }
+    function describePlace(error) {
+        if (error.line <= 0)
+            return ""
+        return error.column > 0 ? qsTranslate("KyQmlErrorsReport", "line %1, column %2").arg(error.line).arg(error.column)
+                                : qsTranslate("KyQmlErrorsReport", "line %1").arg(error.line)
+    }
 
     color: "#f01b202a"
+    Accessible.role: Accessible.Pane
+    Accessible.name: qmlPathErrors
+    Accessible.description: summary
 
     component Label: Text {
         color: "#e8ecf2"
@@ -38,8 +56,17 @@ Rectangle {
         height: Math.round(2.2 * report.unit)
         radius: Math.round(report.unit / 3)
         color: isMain ? (area.containsMouse ? "#ff6f61" : "#e5533f") : (area.containsMouse ? "#3d4658" : "#2f3746")
-        border.color: isMain ? "transparent" : "#4a5468"
+        border.color: activeFocus ? "#ffffff" : isMain ? "transparent" : "#4a5468"
+        border.width: activeFocus ? Math.max(2, Math.round(report.unit / 8)) : 1
         scale: area.pressed ? 0.96 : 1
+        activeFocusOnTab: true
+        Accessible.role: Accessible.Button
+        Accessible.name: text
+        Accessible.focusable: true
+        Accessible.onPressAction: clicked()
+        Keys.onReturnPressed: clicked()
+        Keys.onEnterPressed: clicked()
+        Keys.onSpacePressed: clicked()
 
         Label {
             id: caption
@@ -81,7 +108,7 @@ Rectangle {
             }
             Label {
                 width: parent.width
-                text: "Cannot be shown: " + report.count + (report.count === 1 ? " error" : " errors")
+                text: report.summary
                 color: "#9aa5b8"
                 elide: Text.ElideRight
             }
@@ -94,25 +121,38 @@ Rectangle {
             Button {
                 objectName: "open"
                 visible: qmlError[0].canOpen
-                text: "Open"
+                text: qsTranslate("KyQmlErrorsReport", "Open")
                 onClicked: report.openError(qmlError[0])
             }
             Button {
                 objectName: "reload"
-                text: "Reload"
+                text: qsTranslate("KyQmlErrorsReport", "Reload")
                 isMain: true
+                focus: true
                 onClicked: report.reloadFile()
             }
         }
     }
 
     ListView {
+        id: errors
         objectName: "errors"
         anchors { top: header.bottom; left: parent.left; right: parent.right; bottom: parent.bottom; margins: report.gap }
         spacing: Math.round(report.gap / 2)
         clip: true
         boundsBehavior: Flickable.StopAtBounds
         model: qmlError
+        activeFocusOnTab: true
+        Accessible.role: Accessible.List
+        Accessible.name: report.summary
+        Keys.onReturnPressed: openCurrent()
+        Keys.onEnterPressed: openCurrent()
+        Keys.onSpacePressed: openCurrent()
+
+        function openCurrent() {
+            if (currentIndex >= 0 && qmlError[currentIndex].canOpen)
+                report.openError(qmlError[currentIndex])
+        }
 
         delegate: Rectangle {
             id: row
@@ -123,6 +163,11 @@ Rectangle {
             width: ListView.view.width
             height: words.height + 2 * Math.round(report.gap * 0.7)
             radius: Math.round(report.unit / 3)
+            border.color: "#ffffff"
+            border.width: ListView.isCurrentItem && errors.activeFocus ? Math.max(2, Math.round(report.unit / 8)) : 0
+            Accessible.role: Accessible.ListItem
+            Accessible.name: (hasPlace ? report.describePlace(modelData) + ": " : "") + report.describe(modelData)
+            Accessible.description: modelData.file
             color: modelData.canOpen && rowArea.containsMouse ? "#323b4c" : "#272e3b"
 
             Rectangle {
@@ -137,7 +182,7 @@ Rectangle {
                 Label {
                     id: placeText
                     anchors.centerIn: parent
-                    text: "line " + modelData.line + (modelData.column > 0 ? ", column " + modelData.column : "")
+                    text: report.describePlace(modelData)
                     font.pixelSize: Math.round(0.85 * report.unit)
                     color: "#ff9d8f"
                 }
@@ -149,7 +194,7 @@ Rectangle {
 
                 Label {
                     width: parent.width
-                    text: (row.hasPlace && report.isNarrow ? row.shortPlace : "") + modelData.description
+                    text: (row.hasPlace && report.isNarrow ? row.shortPlace : "") + report.describe(modelData)
                     wrapMode: Text.Wrap
                 }
                 Label {

@@ -11,9 +11,11 @@
 #include "KyProgramSourceManager.h"
 #include "KyScreenPass.h"
 
+#include "KyCallSignatures.h"
 #include "KyTypeBuilder.h"
 
 #include <QCoreApplication>
+#include <QEvent>
 #include <QQmlEngine>
 
 #include <algorithm>
@@ -35,6 +37,21 @@ std::vector<KyQmlPass*>& getPasses() {
 bool isRunning(QQmlEngine& engine) {
     return engine.evaluate(QStringLiteral("new Error().stack")).toString().contains(QLatin1Char('\n'));
 }
+
+/// The engine's own part in a change of the language: it hears of none.
+class Retranslator : public QObject {
+public:
+    explicit Retranslator(QQmlEngine& engine)
+        : QObject(&engine) {
+        QCoreApplication::instance()->installEventFilter(this);
+    }
+    /// Later: it may be QML that changes the language.
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::LanguageChange && watched == QCoreApplication::instance())
+            QMetaObject::invokeMethod(parent(), "retranslate", Qt::QueuedConnection);
+        return false;
+    }
+};
 
 } // namespace
 
@@ -78,6 +95,11 @@ void KyQmlPass::initializeType() {
                  .method("setContextObject", &P::setContextObject)
                  .staticMethod("createQmlPassOverlayView", &P::createQmlPassOverlayView)
                  .build();
+    KyCallSignatures::add("KyQmlPass",
+                          {"addImportPath(path)",
+                           "createQmlPassOverlayView(parent, isBlended, hasEventHandler): KyGraphicsViewMultiPass|{ "
+                           "MainPass: KyQmlPass }|nil",
+                           "setContextObject(name, object)", "setFboSize(width, height)", "needUpdate(pass)"});
 }
 
 void KyQmlPass::finalizeType() {
@@ -119,6 +141,7 @@ QQmlEngine* KyQmlPass::getQmlEngine() {
     // An application that ends before the library takes what it needs along.
     qAddPostRoutine(&KyQmlPass::endQmlEngine);
     msQmlEngine = new QQmlEngine;
+    new Retranslator(*msQmlEngine);
     return msQmlEngine;
 }
 

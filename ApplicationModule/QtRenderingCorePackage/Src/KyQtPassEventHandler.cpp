@@ -7,6 +7,7 @@
 #include "KyBaseGraphicsPass.h"
 #include "KyGraphicsViewMultiPass.h"
 
+#include "KyCallSignatures.h"
 #include "KyHolder.h"
 #include "KyInputEvent.h"
 #include "KyTypeBuilder.h"
@@ -51,6 +52,7 @@ void KyQtPassEventHandler::initializeType() {
                  .method("hasKeyboardFocus", &Handler::hasKeyboardFocus)
                  .method("leave", &Handler::leave)
                  .build();
+    KyCallSignatures::add("KyQtPassEventHandler", {"hasKeyboardFocus(pass)", "isGrabbing(pass)", "leave(pass)"});
 }
 
 void KyQtPassEventHandler::finalizeType() {
@@ -111,6 +113,21 @@ bool KyQtPassEventHandler::isGrabbing(const KyBaseGraphicsPass* pass) const {
 bool KyQtPassEventHandler::hasKeyboardFocus(const KyBaseGraphicsPass* pass) const {
     const auto session = mSessions->find(pass);
     return session && session->hasKeyboardFocus();
+}
+
+bool KyQtPassEventHandler::takeKeyboardFocus(KyBaseGraphicsPass* pass, KyGraphicsViewMultiPass* view) {
+    if (!view || !pass)
+        return false;
+    const KyHolder<KyBaseGraphicsPass> kept(pass->getNbReferences() > 0 ? pass : nullptr);
+    const auto session = mSessions->findOrCreate(pass);
+    if (!session)
+        return false;
+    session->setInputMethodEnabled(mIsInputMethodEnabled);
+    return session->takeKeyboard(*view);
+}
+
+bool KyQtPassEventHandler::dropKeyboardFocus() {
+    return KyPassEventSession::dropLastKeyboard();
 }
 
 void KyQtPassEventHandler::leave(KyBaseGraphicsPass* pass) {

@@ -67,6 +67,12 @@ public:
     bool isGrabbing(const KyBaseGraphicsPass* pass) const;
     /// Whether keys reach something in the pass.
     bool hasKeyboardFocus(const KyBaseGraphicsPass* pass) const;
+    /// Gives keys to the pass, as a click on it would: to what had them before, else to its first field. False, and
+    /// nothing changed, when it has none. The view is the one that shows it.
+    bool takeKeyboardFocus(KyBaseGraphicsPass* pass, KyGraphicsViewMultiPass* view);
+    /// Takes keys from the pass that a click, a touch or takeKeyboardFocus() gave them last, whichever handler serves
+    /// it; false when none has them.
+    static bool dropKeyboardFocus();
     /// The pointer is elsewhere now: ends hovering and the tool tip. For those that send events by themselves; a
     /// canvas tells by its signal.
     void leave(KyBaseGraphicsPass* pass);

@@ -12,6 +12,7 @@
 #include "KyProgramSourceManager.h"
 #include "KyScreenPass.h"
 
+#include "KyCallSignatures.h"
 #include "KyException.h"
 #include "KyResource.h"
 #include "KyTypeBuilder.h"
@@ -74,6 +75,11 @@ void KyQtPass::initializeType() {
             .staticMethod("createQtPassOverlayView", &P::createQtPassOverlayView)
             .enumeration({{"eAutomatic", eAutomatic}, {"eFrameBuffer", eFrameBuffer}, {"eImage", eImage}})
             .build();
+    KyCallSignatures::add(
+        "KyQtPass",
+        {"createQtPassOverlayView(parent, isBlended, hasHandler): KyGraphicsViewMultiPass|{ MainPass: KyQtPass }|nil",
+         "getWidgetProperty(objectName, property)", "setWidgetProperty(objectName, property, value)", "loadForm(path)",
+         "set2DScene(scene, own)", "needUpdate(pass)"});
 }
 
 void KyQtPass::finalizeType() {
@@ -121,12 +127,15 @@ KyGraphicsViewMultiPass* KyQtPass::createQtPassOverlayView(KyGraphicsViewMultiPa
     return view;
 }
 
+/// A script may try the same in every frame: that is reported once.
 void KyQtPass::fail(const std::string& error) {
+    if (error == mError)
+        return;
     mError = error;
+    KyException::create("KyQtPass: " + error + ".");
 }
 
 bool KyQtPass::loadForm(const std::string& path) {
-    mError.clear();
     // While a script runs, relative paths begin at its own folder.
     const KyURL url = KyResource::resolve(KyURL(path, KyURL::eLocalPath));
     QFile file(KyApplication::toQUrl(url).toLocalFile());
@@ -142,11 +151,11 @@ bool KyQtPass::loadForm(const std::string& path) {
         return false;
     }
     static_cast<void>(widget.release());
+    mError.clear();
     return true;
 }
 
 bool KyQtPass::findWidget(const std::string& objectName, QWidget*& found) {
-    mError.clear();
     const QString name = QString::fromStdString(objectName);
     found = mWidget && !name.isEmpty() && mWidget->objectName() != name ? mWidget->findChild<QWidget*>(name)
                                                                         : mWidget.data();
@@ -160,7 +169,9 @@ KyField KyQtPass::getWidgetProperty(const std::string& objectName, const std::st
     if (!findWidget(objectName, widget))
         return {};
     const QVariant value = widget->property(property.c_str());
-    if (!value.isValid())
+    if (value.isValid())
+        mError.clear();
+    else
         fail("there is no property \"" + property + "\"");
     return KyApplication::toKyField(value);
 }
@@ -174,5 +185,6 @@ bool KyQtPass::setWidgetProperty(const std::string& objectName, const std::strin
         fail("the property \"" + property + "\" is not there or refuses the value");
         return false;
     }
+    mError.clear();
     return true;
 }

@@ -7,6 +7,7 @@
 
 #include "KyImage.h"
 
+#include "KyCallSignatures.h"
 #include "KyMainTaskManager.h"
 #include "KyTypeBuilder.h"
 #include "KyURL.h"
@@ -73,6 +74,8 @@ void KyWindow::initializeType() {
                  .staticMethod("getNbWindows", &KyWindow::getNbWindows)
                  .staticMethod("getWindow", &KyWindow::getWindow)
                  .build();
+    KyCallSignatures::add("KyWindow", {"getWindow(index)", "savePicture(url)", "setSize(width, height)",
+                                       "drawn(window)", "closed(window)"});
 }
 
 void KyWindow::finalizeType() {

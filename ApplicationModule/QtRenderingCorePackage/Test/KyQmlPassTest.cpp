@@ -22,7 +22,7 @@ TEST_F(KyQmlPassTest, TheViewShowsWhatAPainterWouldPaintOverIt) {
     QPainter painter(&expected);
     painter.fillRect(10, 5, 40, 20, Qt::red);
     painter.fillRect(cWidth - 30, cHeight - 20, 30, 20, QColor(0, 255, 0, 128));
-    const QImage picture = getPicture();
+    const QImage picture = kyToImage(KyHolder<KyImage>(mTarget->readPixels()).get());
     int worst = 0;
     for (int y = 0; y < cHeight; ++y)
         for (int x = 0; x < cWidth; ++x) {
@@ -183,9 +183,8 @@ class KyQmlPassWindowTest : public testing::TestWithParam<KyWindowKind> {};
 
 TEST_P(KyQmlPassWindowTest, ShowsTheQmlAboveTheSceneAndThenRests) {
     const QTemporaryDir directory;
-    writeFile<QFile>(
-        directory.filePath("mark.qml"),
-        "import QtQuick 2.15\nItem { Rectangle { width: 9; height: 9; y: parent.height - 9; color: 'lime' } }");
+    writeFile(directory.filePath("mark.qml"),
+              "import QtQuick 2.15\nItem { Rectangle { width: 9; height: 9; y: parent.height - 9; color: 'lime' } }");
     const KyBallCanvas ball;
     auto* const overlay = KyQmlPass::createQmlPassOverlayView(ball.canvas->getView(0), true, false);
     KyQmlPass::cast(overlay->getMainPass())->setQml(directory.filePath("mark.qml"));

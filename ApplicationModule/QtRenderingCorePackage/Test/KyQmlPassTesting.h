@@ -11,15 +11,12 @@
 #include "KyOffscreenContext.h"
 #include "KyRendererContext.h"
 
-#include "KyException.h"
-
 #include <QDir>
 #include <QFile>
 #include <QMouseEvent>
 #include <QQmlContext>
 #include <QQuickItem>
 #include <QQuickWindow>
-#include <QSaveFile>
 #include <QTemporaryDir>
 
 constexpr int cWidth = 120, cHeight = 80;
@@ -29,29 +26,35 @@ inline std::string makeFill(const char* color, const char* more = "") {
     return std::string("import QtQuick 2.15\nRectangle { color: \"") + color + "\"\n" + more + "}\n";
 }
 
-template <class File>
-void writeFile(const QString& path, const QByteArray& text) {
-    File file(path);
+inline void writeFile(const QString& path, const QByteArray& text) {
+    QFile file(path);
     file.open(QIODevice::WriteOnly);
     file.write(text);
-    if constexpr (std::is_same_v<File, QSaveFile>)
-        file.commit();
 }
 
-/// Collects what is reported while it lives.
-struct Reports {
-    Reports() { texts.clear(); }
-    ~Reports() { KyException::setReportHandler(mBefore); }
+/// A QML pass over a blue view.
+struct KyQmlOverlay {
+    KyQmlOverlay() {
+        mCanvas->setSize(cWidth, cHeight);
+        mTarget->setSize(cWidth, cHeight);
+        mBack->setClearColor(KyColor(0.0f, 0.0f, 1.0f));
+        mCanvas->insertView(mBack.get());
+        mOverlay.reset(KyQmlPass::createQmlPassOverlayView(mBack.get(), true, true));
+        mPass.reset(KyQmlPass::cast(mOverlay->getMainPass()));
+    }
+    QColor getColor() const {
+        const KyHolder<KyImage> picture(mTarget->readPixels());
+        return kyToImage(picture.get()).pixelColor(cWidth / 2, cHeight / 2);
+    }
 
-    static inline std::vector<std::string> texts;
-
-private:
-    KyException::ReportHandler mBefore =
-        KyException::setReportHandler([](const std::string& text) { texts.push_back(text); });
+    KyHolder<KyCanvas> mCanvas{new KyCanvas};
+    KyHolder<KyFrameBuffer> mTarget{KyFrameBuffer::create()};
+    KyHolder<KyGraphicsViewMultiPass> mBack{KyGraphicsViewMultiPass::create()};
+    KyHolder<KyGraphicsViewMultiPass> mOverlay;
+    KyHolder<KyQmlPass> mPass;
 };
 
-/// A QML pass over a blue view.
-class KyQmlPassTest : public testing::Test {
+class KyQmlPassTest : public testing::Test, protected KyQmlOverlay {
 protected:
     void SetUp() override {
         QDir(mDirectory.path()).mkdir("qml");
@@ -61,18 +64,10 @@ protected:
         else
             mDevice = KyQGraphicsDevice::createOffscreen(error);
         ASSERT_TRUE(mDevice && mDevice->makeCurrent()) << error;
-        mCanvas->setSize(cWidth, cHeight);
-        mTarget->setSize(cWidth, cHeight);
-        mBack->setClearColor(KyColor(0.0f, 0.0f, 1.0f));
-        mCanvas->insertView(mBack.get());
-        mOverlay.reset(KyQmlPass::createQmlPassOverlayView(mBack.get(), true, true));
-        mPass.reset(KyQmlPass::cast(mOverlay->getMainPass()));
     }
 
     QString write(const std::string& text) const {
-        QFile file(path);
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(text.data(), static_cast<qint64>(text.size()));
+        writeFile(path, QByteArray::fromStdString(text));
         return path;
     }
     void render() {
@@ -84,8 +79,6 @@ protected:
         mPass->setQml(write(text));
         render();
     }
-    QImage getPicture() { return kyToImage(KyHolder<KyImage>(mTarget->readPixels()).get()); }
-    QColor getColor() { return getPicture().pixelColor(cWidth / 2, cHeight / 2); }
     bool showsSoon(Qt::GlobalColor color) {
         return kyRunUntil([&] {
             render();
@@ -110,9 +103,4 @@ protected:
     QTemporaryDir mDirectory;
     const QString path = mDirectory.filePath("qml/panel.qml");
     std::unique_ptr<KyGraphicsDevice> mDevice;
-    KyHolder<KyCanvas> mCanvas{new KyCanvas};
-    KyHolder<KyFrameBuffer> mTarget{KyFrameBuffer::create()};
-    KyHolder<KyGraphicsViewMultiPass> mBack{KyGraphicsViewMultiPass::create()};
-    KyHolder<KyGraphicsViewMultiPass> mOverlay;
-    KyHolder<KyQmlPass> mPass;
 };

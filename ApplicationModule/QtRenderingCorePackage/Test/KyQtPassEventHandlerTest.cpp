@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "KyQtPassEventTesting.h"
 
-#include "KyQmlPass.h"
+#include "KyLanguage.h"
 
 #include "Ky2DScene.h"
 
@@ -12,7 +12,6 @@
 #include <QListView>
 #include <QMenu>
 #include <QQuickItem>
-#include <QTemporaryDir>
 
 #include <algorithm>
 
@@ -86,6 +85,46 @@ TEST_F(KyQtPassEventHandlerTest, KeysReachTheLineEditThatWasClicked) {
     type("y");
     EXPECT_EQ(mPanel->other->text(), "x");
     EXPECT_EQ(mCamera->take().size(), 4u);
+}
+
+TEST_F(KyQtPassEventHandlerTest, APassTakesTheKeyboardWithoutAClickWhereItHasAField) {
+    KyGraphicsViewMultiPass* const view = mView->getView(0);
+    EXPECT_FALSE(KyQtPassEventHandler::dropKeyboardFocus());
+    EXPECT_TRUE(getHandler().takeKeyboardFocus(mPass, view));
+    EXPECT_EQ(mPanel->focusWidget(), mPanel->button);
+    QTest::keyClick(mWindow.data(), Qt::Key_Tab);
+    type("x");
+    EXPECT_TRUE(KyQtPassEventHandler::dropKeyboardFocus());
+    EXPECT_FALSE(KyQtPassEventHandler::dropKeyboardFocus());
+    type("y");
+    EXPECT_TRUE(getHandler().takeKeyboardFocus(mPass, view));
+    type("z");
+    EXPECT_EQ(mPanel->edit->text(), "xz") << "to where it was";
+    auto* const panel = new Panel;
+    panel->combo->view(); // makes the list, a window in a scene that has none
+    KyQtPass* const fresh = addQtPass();
+    fresh->setQWidget(panel, true);
+    settle();
+    EXPECT_TRUE(KyQtPassEventHandler::cast(fresh->getEventHandler())->takeKeyboardFocus(fresh, mView->getView(1)));
+    EXPECT_TRUE(panel->button->hasFocus());
+    mView->getView(1)->setArea({0.0, 0.0, 0.4, 0.4}); // the pointer is elsewhere
+    QTest::keyClick(mWindow.data(), Qt::Key_Tab);
+    type("a");
+    EXPECT_EQ(panel->edit->text(), "a");
+    EXPECT_TRUE(getHandler().takeKeyboardFocus(mPass, view));
+    KyQtPass* const picture = addQtPass();
+    picture->setQWidget(new QLabel("nothing to type into"), true);
+    settle();
+    auto* handler = KyQtPassEventHandler::cast(picture->getEventHandler());
+    EXPECT_FALSE(handler->takeKeyboardFocus(picture, mView->getView(2)));
+    type("!");
+    EXPECT_EQ(mPanel->edit->text(), "xz!") << "stays with the other";
+    KyQmlPass* const qml = addQml("import QtQuick 2.15\nItem { property alias text: input.text\n"
+                                  "TextInput { id: input; activeFocusOnTab: true; width: 50; height: 20 } }");
+    handler = KyQtPassEventHandler::cast(qml->getEventHandler());
+    EXPECT_TRUE(handler->takeKeyboardFocus(qml, mView->getView(3)));
+    type("q");
+    EXPECT_EQ(qml->getQuickItem()->property("text").toString() + mPanel->edit->text(), "qxz!");
 }
 
 TEST_F(KyQtPassEventHandlerTest, AnInputMethodWritesOnlyWhenItMay) {
@@ -174,10 +213,7 @@ TEST_F(KyQtPassEventHandlerTest, HoveringEndsWhereverThePointerGoes) {
     above->setQWidget(cover, true);
     settle();
     QEvent outside(QEvent::Leave);
-    const std::function<void()> leaving[] = {[&] { move(cNowhere); },
-                                             [&] {
-                                                 move({15, 12});
-                                             },
+    const std::function<void()> leaving[] = {[&] { move(cNowhere); }, [&] { move(QPoint(15, 12)); },
                                              [&] { QCoreApplication::sendEvent(mWindow, &outside); }};
     int count = 0;
     for (const auto& leave : leaving) {
@@ -229,9 +265,14 @@ TEST_F(KyQtPassEventHandlerTest, InSceneModeItemsGetExactPositions) {
         Item()
             : QGraphicsRectItem(-50, -50, 100, 100) {
             setBrush(Qt::red);
+            setFlag(ItemIsFocusable);
         }
         void mousePressEvent(QGraphicsSceneMouseEvent* event) override { pressed = event->scenePos(); }
+        void mouseMoveEvent(QGraphicsSceneMouseEvent*) override { log += 'm'; }
+        void wheelEvent(QGraphicsSceneWheelEvent*) override { log += 'w'; }
+        void keyPressEvent(QKeyEvent*) override { log += 'k'; }
         QPointF pressed;
+        std::string log;
     };
     auto* const item = new Item;
     mPass->setQWidget(nullptr, false);
@@ -249,6 +290,17 @@ TEST_F(KyQtPassEventHandlerTest, InSceneModeItemsGetExactPositions) {
         EXPECT_NEAR(item->pressed.y(), double(expected.y), 1e-3);
         EXPECT_EQ(mCamera->take(), Types());
     }
+    type("k");
+    wheel({170, 150}, 120);
+    press({170, 150});
+    item->setBrush(Qt::NoBrush);
+    settle();
+    move(cNowhere);
+    release(cNowhere);
+    EXPECT_EQ(item->log, "kwm") << "a drag goes on over transparent pixels";
+    EXPECT_EQ(mCamera->take(), Types());
+    wheel({170, 150}, 120);
+    EXPECT_EQ(mCamera->take(), Types{KyInputEvent::eWheel});
 }
 
 TEST_F(KyQtPassEventHandlerTest, WhatHandlesAnEventMayEndAnything) {
@@ -280,21 +332,13 @@ TEST_F(KyQtPassEventHandlerTest, WhatHandlesAnEventMayEndAnything) {
 
 TEST_F(KyQtPassEventHandlerTest, QmlItemsGetEventsTheSameWay) {
     mPass->setQWidget(nullptr, false);
-    auto* const qml = KyQmlPass::cast(KyQmlPass::createQmlPassOverlayView(mView, true, true)->getMainPass());
-    const QTemporaryDir folder;
-    QFile file(folder.filePath("panel.qml"));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(
+    const KyQmlPass* const qml = addQml(
         "import QtQuick 2.15\nItem { id: root; property string log; property alias text: input.text\n"
         "Rectangle { width: 100; height: 100; color: 'red'; MouseArea { anchors.fill: parent; hoverEnabled: true\n"
         "onPressed: log += 'p'; onReleased: log += 'r'; onDoubleClicked: log += 'd'; onWheel: log += 'w'\n"
         "onEntered: log += 'e'; onExited: log += 'x' } }\n"
         "Rectangle { y: 120; width: 100; height: 40; color: 'white'\n"
         "TextInput { id: input; anchors.fill: parent } } }");
-    file.close();
-    qml->setQml(file.fileName());
-    ASSERT_TRUE(kyRunUntil([&] { return qml->isLoaded(); }));
-    settle();
     const auto take = [root = qml->getQuickItem()] {
         const QString log = root->property("log").toString();
         root->setProperty("log", QString());
@@ -316,6 +360,32 @@ TEST_F(KyQtPassEventHandlerTest, QmlItemsGetEventsTheSameWay) {
     type("d");
     EXPECT_EQ(qml->getQuickItem()->property("text").toString(), "abc");
     EXPECT_EQ(mCamera->take().size(), 4u);
+}
+
+TEST_F(KyQtPassEventHandlerTest, TheErrorsOfQmlAreInTheLanguageOfNowAndReloadByKey) {
+    QFile file(mFolder.filePath("failing.qml"));
+    const auto write = [&file](const char* text) {
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(text) > 0);
+        file.close();
+    };
+    write("import QtQuick 2.15\nItem { nothing: 1 }");
+    auto* const pass = KyQmlPass::cast(KyQmlPass::createQmlPassOverlayView(mView, true, true)->getMainPass());
+    const QUrl url = QUrl::fromLocalFile(file.fileName());
+    pass->setQml(url, false);
+    ASSERT_TRUE(kyRunUntil([pass] { return pass->getQuickItem() && !pass->getErrorText().empty(); }));
+    settle();
+    const auto getSummary = [pass] { return pass->getQuickItem()->property("summary").toString(); };
+    EXPECT_EQ(getSummary(), "Cannot be shown: 1 error");
+    KyLanguage::set("de");
+    EXPECT_TRUE(kyRunUntil([&] { return getSummary() == "Kann nicht gezeigt werden: 1 Fehler"; }));
+    KyLanguage::set(KyLanguage::cEnglish);
+    write("import QtQuick 2.15\nItem {}");
+    // From the button that reloads over the list and the button that opens back to it.
+    for (int i = 0; i < 3; ++i)
+        QTest::keyClick(mWindow.data(), Qt::Key_Tab);
+    EXPECT_FALSE(pass->isLoaded());
+    QTest::keyClick(mWindow.data(), Qt::Key_Return);
+    EXPECT_TRUE(kyRunUntil([pass] { return pass->isLoaded(); })) << pass->getErrorText();
 }
 
 TEST(KyQtPassEventHandlerScaleTest, AllOfItHoldsAtOtherScaleFactors) {

@@ -2,12 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "KyQtPassEventTesting.h"
 
-#include "KyQmlPass.h"
-
 #include <QContextMenuEvent>
 #include <QMenu>
 #include <QQuickItem>
-#include <QTemporaryDir>
 
 namespace {
 
@@ -205,18 +202,10 @@ TEST_F(KyQtPassEventLossTest, ToolTipsFitEndWithTheirWidgetAndMayBeItsOwn) {
 }
 
 TEST_F(KyQtPassEventLossTest, ATouchReachesTheCameraThroughQmlThatDoesNotTakeIt) {
-    const QTemporaryDir folder;
-    QFile file(folder.filePath("panel.qml"));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("import QtQuick 2.15\nRectangle { color: 'red'; property int taps: 0\n"
-               "MouseArea { width: 60; height: 60; onClicked: ++taps }\n"
-               "Item { x: 100; width: 60; height: 60; TapHandler { onTapped: ++taps } }\n"
-               "MultiPointTouchArea { x: 200; width: 60; height: 60; onReleased: ++taps } }");
-    file.close();
-    auto* const qml = KyQmlPass::cast(KyQmlPass::createQmlPassOverlayView(mView, true, true)->getMainPass());
-    qml->setQml(file.fileName());
-    ASSERT_TRUE(kyRunUntil([&] { return qml->isLoaded(); }));
-    settle();
+    const KyQmlPass* const qml = addQml("import QtQuick 2.15\nRectangle { color: 'red'; property int taps: 0\n"
+                                        "MouseArea { width: 60; height: 60; onClicked: ++taps }\n"
+                                        "Item { x: 100; width: 60; height: 60; TapHandler { onTapped: ++taps } }\n"
+                                        "MultiPointTouchArea { x: 200; width: 60; height: 60; onReleased: ++taps } }");
     int nbTaps = 0;
     for (const int x : {30, 130, 230}) {
         touch({x, 30}, {x, 30});

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "KyQOpenGLWindow.h"
+#include "KyQmlPass.h"
 #include "KyQtPass.h"
 #include "KyQtPassEventHandler.h"
 #include "KyWindowTesting.h"
@@ -16,6 +17,7 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QSlider>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTouchEvent>
 #include <QWheelEvent>
@@ -103,6 +105,16 @@ protected:
     KyQtPass* addQtPass() {
         return KyQtPass::cast(KyQtPass::createQtPassOverlayView(mView, true, true)->getMainPass());
     }
+    KyQmlPass* addQml(const char* text) {
+        QFile file(mFolder.filePath("panel.qml"));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(text) > 0);
+        file.close();
+        auto* const pass = KyQmlPass::cast(KyQmlPass::createQmlPassOverlayView(mView, true, true)->getMainPass());
+        pass->setQml(file.fileName());
+        EXPECT_TRUE(kyRunUntil([pass] { return pass->isLoaded(); }));
+        settle();
+        return pass;
+    }
     KyQtPassEventHandler& getHandler() { return *KyQtPassEventHandler::cast(mPass->getEventHandler()); }
     void settle() {
         kyRunFrames(4);
@@ -150,6 +162,7 @@ protected:
         return nullptr;
     }
 
+    QTemporaryDir mFolder;
     KyBallCanvas mBall;
     KyHolder<CameraLog> mCamera{new CameraLog};
     KyGraphicsViewMultiPass* mView = nullptr;

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "KyQtPassTesting.h"
 
+#include "KyException.h"
 #include "KyOffscreenContext.h"
 
 #include <QGraphicsProxyWidget>
@@ -81,25 +82,17 @@ TEST_P(KyQtPassTest, ShowsAWidgetInTheSizeOfThePicture) {
 TEST_P(KyQtPassTest, PaintsWhenSomethingChangedAndElseNot) {
     Ky2DRect* const rect = addRect(*mPass.edit2DScene(), 0, 0, 50, Qt::red);
     QGraphicsItem* const item = mPass.editQGraphicsScene()->addRect(1, 2, 3, 4);
-    const std::vector<std::pair<const char*, std::function<void()>>> cChanges{
+    using Changes = std::vector<std::pair<const char*, std::function<void()>>>;
+    const Changes cChanges{
         {"node", [&] { rect->setTranslation(5, 5); }},
         {"item",
          [&] {
              item->setPos(7, 7);
              kyRunFrames(2);
          }},
-        {"position",
-         [&] {
-             mPass.setViewPosition({1.0f, 2.0f});
-         }},
-        {"rectangle",
-         [&] {
-             mPass.setViewRectSize({300.0f, 200.0f});
-         }},
-        {"scale",
-         [&] {
-             mPass.setViewScale({2.0f, 2.0f});
-         }},
+        {"position", [&] { mPass.setViewPosition(KyVec2f(1.0f, 2.0f)); }},
+        {"rectangle", [&] { mPass.setViewRectSize(KyVec2f(300.0f, 200.0f)); }},
+        {"scale", [&] { mPass.setViewScale(KyVec2f(2.0f, 2.0f)); }},
         {"proportions", [&] { mPass.setKeepAspectRatioEnabled(false); }},
         {"size", [&] { mOverlay.setSize(170, 90); }},
         {"scene", [&] { mPass.set2DScene(Ky2DScene::create(), true); }},
@@ -112,14 +105,11 @@ TEST_P(KyQtPassTest, PaintsWhenSomethingChangedAndElseNot) {
         EXPECT_EQ(mOverlay.countPaintings(change), 1u) << name;
         EXPECT_EQ(nbSignals, 1) << name;
     }
-    const std::vector<std::pair<const char*, std::function<void()>>> cNoChanges{
+    const Changes cNoChanges{
         {"nothing", [] {}},
         {"same scene", [&] { mPass.set2DScene(mPass.edit2DScene(), false); }},
         {"same position", [&] { mPass.setViewPosition(mPass.getViewPosition()); }},
-        {"not a number",
-         [&] {
-             mPass.setViewScale({std::numeric_limits<float>::quiet_NaN(), 1.0f});
-         }},
+        {"not a number", [&] { mPass.setViewScale(KyVec2f(NAN, 1.0f)); }},
         {"no regions", [&] { QMetaObject::invokeMethod(&mPass, "onQGraphicsSceneChanged", Q_ARG(QList<QRectF>, {})); }},
     };
     mOverlay.settle();
@@ -303,8 +293,12 @@ TEST(KyQtPassScriptTest, LoadsAFormAndItsPropertiesByName) {
         EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(text) > 0);
         return file.fileName().toStdString();
     };
-    EXPECT_FALSE(pass->setWidgetProperty("", "enabled", KyField(false)));
+    static std::string reports;
+    const auto handler = KyException::setReportHandler([](const std::string& text) { reports += text + '\n'; });
+    for (int i = 0; i < 2; ++i)
+        EXPECT_FALSE(pass->setWidgetProperty("", "enabled", KyField(false)));
     EXPECT_EQ(pass->getError(), "there is no widget");
+    EXPECT_EQ(reports, "KyQtPass: there is no widget.\n") << "once";
     EXPECT_TRUE(pass->loadForm(write("<ui version='4.0'><class>Form</class><widget class='QWidget' name='form'>"
                                      "<widget class='QLineEdit' name='edit'><property name='text'>"
                                      "<string>first</string></property></widget></widget></ui>")))
@@ -320,6 +314,8 @@ TEST(KyQtPassScriptTest, LoadsAFormAndItsPropertiesByName) {
     EXPECT_FALSE(pass->loadForm(write("<ui><broken")));
     EXPECT_FALSE(pass->getError().empty());
     EXPECT_FALSE(pass->loadForm("not/there.ui"));
+    EXPECT_NE(reports.find("KyQtPass: cannot open \"not/there.ui\": "), std::string::npos) << reports;
+    KyException::setReportHandler(handler);
     EXPECT_EQ(pass->editQWidget(), form) << "the former stays";
 }
 

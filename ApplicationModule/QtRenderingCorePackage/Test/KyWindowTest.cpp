@@ -5,7 +5,6 @@
 #include "KyQEventCanvasProvider.h"
 #include "KyQOpenGLWindow.h"
 
-#include "KyException.h"
 #include "KyType.h"
 #include "KyURL.h"
 
@@ -20,18 +19,6 @@
 namespace {
 
 constexpr const char* cWithoutApplication = "KY_TEST_WITHOUT_APPLICATION";
-
-/// What was reported while it lives.
-struct ReportScope {
-    ReportScope() { reports.clear(); }
-    ~ReportScope() { KyException::setReportHandler(mBefore); }
-
-    static inline std::vector<std::string> reports;
-
-private:
-    KyException::ReportHandler mBefore =
-        KyException::setReportHandler([](const std::string& text) { reports.push_back(text); });
-};
 
 int toDevice(int position, double ratio) {
     return static_cast<int>(std::lround(position * ratio));
@@ -226,10 +213,11 @@ TEST(KyWindowEnvironmentTest, WithoutAnApplicationThereAreNoWindows) {
         return;
     }
     for (const KyWindowKind& kind : gWindowKinds) {
-        const ReportScope scope;
+        const Reports reports;
         EXPECT_FALSE(KyObject::create(kind.name));
-        ASSERT_EQ(scope.reports.size(), 1u);
-        EXPECT_EQ(scope.reports[0].find(std::string(kind.name) + "::create(): there is no Q"), 0u) << scope.reports[0];
+        ASSERT_EQ(Reports::texts.size(), 1u);
+        EXPECT_EQ(Reports::texts[0].find(std::string(kind.name) + "::create(): there is no Q"), 0u)
+            << Reports::texts[0];
     }
     std::string error;
     EXPECT_FALSE(KyWindow::isSupported(error));
@@ -246,14 +234,14 @@ TEST(KyWindowEnvironmentTest, WithoutGLWindowsShowNothingAndSaySoOnce) {
     }
     EXPECT_EQ(error, "this display offers no OpenGL 3.3");
     for (const KyWindowKind& kind : gWindowKinds) {
-        const ReportScope scope;
+        const Reports reports;
         const KyBallCanvas ball;
         const auto window = kind.show(ball.canvas.get());
         kyRunFrames();
         (*window)->setSize(300, 100);
         window->send(QEvent::MouseButtonPress, {50, 50});
         kyRunFrames();
-        EXPECT_EQ(scope.reports.size(), 1u) << kind.name;
+        EXPECT_EQ(Reports::texts.size(), 1u) << kind.name;
         EXPECT_EQ(window->nbDrawn, 0u);
         EXPECT_FALSE((*window)->grabPicture());
     }

@@ -9,6 +9,8 @@
 #include "KyImage.h"
 #include "KyInputEvent.h"
 
+#include "KyException.h"
+
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
@@ -20,6 +22,18 @@
 #include <ostream>
 #include <string>
 #include <vector>
+
+/// Collects what is reported while it lives.
+struct Reports {
+    Reports() { texts.clear(); }
+    ~Reports() { KyException::setReportHandler(mBefore); }
+
+    static inline std::vector<std::string> texts;
+
+private:
+    KyException::ReportHandler mBefore =
+        KyException::setReportHandler([](const std::string& text) { texts.push_back(text); });
+};
 
 /// Notes the events that a canvas gets, and does something with each.
 struct KyEventLog : KyEventHandler {

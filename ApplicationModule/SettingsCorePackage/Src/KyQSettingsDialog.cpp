@@ -6,8 +6,10 @@
 #include "KySettingsEditorManager.h"
 
 #include <QAbstractButton>
+#include <QAccessible>
 #include <QDialogButtonBox>
 #include <QEvent>
+#include <QKeySequence>
 #include <QLabel>
 #include <QPushButton>
 #include <QScrollArea>
@@ -84,7 +86,7 @@ void KyQSettingsDialog::build() {
     splitter->addWidget(area);
     splitter->setStretchFactor(1, 1);
     auto* layout = new QVBoxLayout(this);
-    layout->addWidget(splitter);
+    layout->addWidget(splitter, 1);
     layout->addWidget(mMessage);
     layout->addWidget(mButtons);
     resize(cDefaultSize);
@@ -113,7 +115,18 @@ bool KyQSettingsDialog::apply() {
             page->accept();
     const QStringList problems = listProblems();
     showProblems(problems);
+    if (!problems.isEmpty())
+        selectProblem();
     return problems.isEmpty();
+}
+
+/// The first page with a problem, unless the one on top has one.
+void KyQSettingsDialog::selectProblem() {
+    const auto hasProblem = [](const KyQSettingsEditor* page) { return page && !page->getProblem().isEmpty(); };
+    const Pages pages = listPages();
+    const auto found = std::ranges::find_if(pages, hasProblem);
+    if (found != pages.end() && !hasProblem(mCurrent))
+        select(*found);
 }
 
 QStringList KyQSettingsDialog::listProblems() const {
@@ -127,6 +140,10 @@ QStringList KyQSettingsDialog::listProblems() const {
 void KyQSettingsDialog::showProblems(const QStringList& problems) {
     mMessage->setText(problems.join(QLatin1Char('\n')));
     mMessage->setVisible(!problems.isEmpty());
+    if (problems.isEmpty())
+        return;
+    QAccessibleEvent event(mMessage, QAccessible::Alert);
+    QAccessible::updateAccessibility(&event);
 }
 
 void KyQSettingsDialog::accept() {
@@ -243,9 +260,22 @@ void KyQSettingsDialog::updateTranslations() {
     setWindowTitle(tr("Settings"));
     mTree->setAccessibleName(tr("Pages"));
     mTree->setAccessibleDescription(tr("Chooses the page beside it."));
-    mButtons->button(QDialogButtonBox::Ok)->setToolTip(tr("Takes over all pages and closes the settings"));
+    setHelp(QDialogButtonBox::Ok, tr("Takes over all pages and closes the settings"), Qt::Key_Return);
+    setHelp(QDialogButtonBox::Cancel, tr("Closes the settings without taking over the pages"), Qt::Key_Escape);
     mButtons->button(QDialogButtonBox::Apply)->setToolTip(tr("Takes over all pages"));
-    mButtons->button(QDialogButtonBox::Cancel)->setToolTip(tr("Closes the settings without taking over the pages"));
+    updateLetters();
+}
+
+/// The box gives its buttons texts after the dialog has heard of the language; that of this one has no letter.
+void KyQSettingsDialog::updateLetters() {
+    mButtons->button(QDialogButtonBox::Apply)->setText(tr("&Apply"));
+}
+
+/// What has no letter tells its key.
+void KyQSettingsDialog::setHelp(int which, const QString& help, const QKeySequence& key) {
+    auto* const button = mButtons->button(static_cast<QDialogButtonBox::StandardButton>(which));
+    button->setToolTip(QStringLiteral("%1 (%2)").arg(help, key.toString(QKeySequence::NativeText)));
+    button->setAccessibleDescription(help);
 }
 
 /// Pages have changed their texts by now.
@@ -259,6 +289,7 @@ void KyQSettingsDialog::changeEvent(QEvent* event) {
     if (event->type() == QEvent::LanguageChange) {
         updateTranslations();
         updatePagesLater();
+        QMetaObject::invokeMethod(this, &KyQSettingsDialog::updateLetters, Qt::QueuedConnection);
         QMetaObject::invokeMethod(this, &KyQSettingsDialog::updateProblems, Qt::QueuedConnection);
     }
     QDialog::changeEvent(event);

@@ -11,6 +11,7 @@
 #include <vector>
 
 class QDialogButtonBox;
+class QKeySequence;
 class QLabel;
 class QStackedWidget;
 class QTreeWidget;
@@ -18,10 +19,11 @@ class QTreeWidgetItem;
 
 /// Shows every page of KySettingsEditorManager: a tree of groups and items, the current page, and OK, Apply and Cancel.
 /// OK and Apply call accept() of each page, whatever it answers, since a page that only saves answers false; a problem
-/// that a page then tells is shown and keeps the dialog open. Each time the dialog opens, reset() of each page is
-/// called once, so that the pages show what is now and nothing of what was cancelled. Pages that end are taken out at
-/// once, new ones are listed when the dialog opens, and all texts follow the language. Pages are lent: the dialog gives
-/// them back, hidden, to the parents that they had, and so does a second dialog that has taken them over.
+/// that a page then tells is shown, with that page on top, and keeps the dialog open. Each time the dialog opens,
+/// reset() of each page is called once, so that the pages show what is now and nothing of what was cancelled. Pages
+/// that end are taken out at once, new ones are listed when the dialog opens, and all texts follow the language. Pages
+/// are lent: the dialog gives them back, hidden, to the parents that they had, and so does a second dialog that has
+/// taken them over.
 ///
 /// ```
 /// KyQSettingsDialog dialog(&window);
@@ -63,7 +65,10 @@ private:
     void resetPages();
     QStringList listProblems() const;
     void showProblems(const QStringList& problems);
+    void selectProblem();
     void updateTranslations();
+    void updateLetters();
+    void setHelp(int which, const QString& help, const QKeySequence& key);
     void updateProblems();
     void updatePagesLater();
     void addItem(KyQSettingsEditor* page);

@@ -32,9 +32,7 @@ TEST_F(KyQSettingsEditorTest, PagesAreRegisteredWhileTheyLive) {
         const Page page("Gr\u00FCn", "group", "item", &mClient);
         EXPECT_EQ(find("Gr\u00FCn"), &page);
         EXPECT_EQ(KySettingsEditorManager::get()->getSettingsEditor("Gr\u00FCn"), &page);
-        EXPECT_EQ(page.getName(), "Gr\xfcn");
-        EXPECT_EQ(page.objectName(), "Gr\u00FCn");
-        EXPECT_EQ(page.getGroupName() + page.getItemName(), "groupitem");
+        EXPECT_EQ(page.getName() + page.getGroupName() + page.getItemName(), "Gr\xfcngroupitem");
         EXPECT_EQ(page.getHasSettings(), &mClient);
     }
     EXPECT_EQ(find("Gr\u00FCn"), nullptr);
@@ -45,12 +43,12 @@ TEST_F(KyQSettingsEditorTest, OfTwoPagesOfOneNameTheFirstStays) {
     Page second("Page", "", "", nullptr);
     EXPECT_EQ(find("Page"), &first);
     EXPECT_EQ(msReports, "A settings page named \"Page\" is registered already.|");
-    second.setName("Other");
-    EXPECT_EQ(find("Other"), &second);
-    EXPECT_EQ(second.objectName(), "Other");
-    second.setName("Third");
+    for (const char* name : {"Other", "Third"}) {
+        second.setName(name);
+        EXPECT_EQ(find(name), &second);
+        EXPECT_EQ(second.objectName(), name);
+    }
     EXPECT_EQ(find("Other"), nullptr);
-    EXPECT_EQ(find("Third"), &second);
     EXPECT_EQ(std::ranges::count(msReports, '|'), 1);
 }
 
