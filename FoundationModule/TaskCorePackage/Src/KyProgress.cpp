@@ -4,6 +4,7 @@
 
 #include "KyLongWork.h"
 
+#include "KyCallSignatures.h"
 #include "KyCast.h"
 #include "KyThread.h"
 #include "KyTypeBuilder.h"
@@ -27,6 +28,7 @@ void KyProgress::initializeType() {
                  .method("cancel", &KyProgress::cancel)
                  .signal<&KyProgress::changedSignal>("changed")
                  .build();
+    KyCallSignatures::add("KyProgress", {"changed(title, share)"});
 }
 
 void KyProgress::finalizeType() {

@@ -6,6 +6,7 @@
 #include "KyMeshNode.h"
 #include "KyModelReader_p.h"
 
+#include "KyCallSignatures.h"
 #include "KyException.h"
 #include "KyLongWork.h"
 #include "KyTypeBuilder.h"
@@ -34,6 +35,7 @@ void KyModelLoader::initializeType() {
     msType = KyTypeBuilder<KyModelLoader>("KyModelLoader", KyObject::getType())
                  .staticMethod("load", [](const std::string& path) { return load(KyURL(path, KyURL::eLocalPath)); })
                  .build();
+    KyCallSignatures::add("KyModelLoader", {"load(path)"});
 }
 
 void KyModelLoader::finalizeType() {

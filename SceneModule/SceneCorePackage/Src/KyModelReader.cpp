@@ -26,6 +26,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <stdexcept>
 #include <system_error>
 #include <thread>
 #include <utility>
@@ -86,16 +87,19 @@ void advance(KyTracker& tracker, unsigned& nbDone, float share) {
 
 } // namespace
 
-/// Readers tell how far they are, some more often than others.
+/// Readers tell how far they are, some more often than others. What they are answered they do not hear, but an
+/// exception ends them: the importer catches it, and no scene comes.
 class KyModelReader::Handler : public Assimp::ProgressHandler {
 public:
     explicit Handler(KyModelReader& reading)
         : mReading(reading) {}
 
     bool Update(float share) override {
+        if (mReading.mIsAbandoned)
+            throw std::runtime_error("it was cancelled");
         if (share >= 0.0f)
             mReading.mShare = cCheckShare + (cReadShare - cCheckShare) * toTime(std::min(share, 1.0f));
-        return !mReading.mIsAbandoned;
+        return true;
     }
 
 private:

@@ -7,6 +7,7 @@
 #include "KyProgress.h"
 #include "KyTracker.h"
 
+#include <chrono>
 #include <cstdint>
 #include <map>
 #include <string>
@@ -108,14 +109,13 @@ TEST_F(KyModelLoaderTest, AMeshNodeReportsAModelThatItCannotLoad) {
 }
 
 /// So large that reading it takes a while: a grid of triangles.
-std::string makeLargeObj() {
-    constexpr int cSide = 200;
+std::string makeLargeObj(int side = 200) {
     std::string text;
-    for (int y = 0; y < cSide; ++y)
-        for (int x = 0; x < cSide; ++x)
+    for (int y = 0; y < side; ++y)
+        for (int x = 0; x < side; ++x)
             text += "v " + std::to_string(x) + " " + std::to_string(y) + " " + std::to_string(x * y % 7) + "\n";
-    for (int i = 1; i + cSide < cSide * cSide; ++i)
-        text += "f " + std::to_string(i) + " " + std::to_string(i + 1) + " " + std::to_string(i + cSide) + "\n";
+    for (int i = 1; i + side < side * side; ++i)
+        text += "f " + std::to_string(i) + " " + std::to_string(i + 1) + " " + std::to_string(i + side) + "\n";
     return text;
 }
 
@@ -136,6 +136,23 @@ TEST_F(KyModelReading, ATrackerIsToldHowFarTheFileIsReadAndMayCancelIt) {
     EXPECT_FALSE(model);
     EXPECT_NE(error.find("large.obj\" cannot be loaded: it was cancelled."), std::string::npos) << error;
     KyModelLoader::finalizeType();
+}
+
+TEST_F(KyModelReading, ACancelledReadingComesToItsEndSoonerThanTheFile) {
+    using Clock = std::chrono::steady_clock;
+    const KyURL url = write("larger.obj", makeLargeObj(400));
+    const auto measure = [&url](double lastShare) {
+        std::string error;
+        KyTracker tracker;
+        tracker.setNbSteps(1);
+        tracker.setListener([&](double share) { share > lastShare ? tracker.cancel() : void(); });
+        const Clock::time_point begin = Clock::now();
+        EXPECT_EQ(bool(KyHolder<KyNode>(KyModelLoader::load(url, error, &tracker))), lastShare >= 1.0) << error;
+        KyModelLoader::finalizeType(); // waits for what goes on
+        return Clock::now() - begin;
+    };
+    const auto whole = measure(1.0);
+    EXPECT_LT(measure(0.5), whole * 4 / 5) << "most of the time comes after smoothing";
 }
 
 TEST_F(KyModelReading, ACancelledLoadLeavesTheNodeAsItWas) {
