@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "KyJoystickTesting.h"
 
-#include "KyCompositeAxisChannel.h"
 #include "KyCompositeAxisObject.h"
 #include "KyCompositeButtonObject.h"
 #include "KyDeviceManagerObject.h"
@@ -35,54 +34,11 @@ std::unique_ptr<FakeUnit> plugPad() {
     return pad;
 }
 
+/// The example runs as the host runs it, with frames of one length.
 class KyJoystickFlightTest : public KyJoystickDriverTest {
 protected:
-    /// How far the camera comes in a second.
-    template <class Fly>
-    KyVec3d flyOn(Fly fly) {
-        const KyVec3d before = mCamera->getPosition();
-        for (int i = 0; i < cNbFrames; ++i) {
-            runFrame();
-            fly();
-        }
-        return mCamera->getPosition() - before;
-    }
-
-    KyHolder<KyCamera> mCamera{new KyCamera};
-};
-
-TEST_F(KyJoystickFlightTest, AHeldStickMovesACameraThroughACompositeUntilItIsLetGoOrUnplugged) {
-    auto unit = plugPad();
-    const KyDevice* const pad = ask();
-    ASSERT_TRUE(pad);
-    KyCompositeAxisChannel forward;
-    forward.setAbsolute(true);
-    forward.insertConstant(eOperationSet, 0.0F);
-    forward.insertMappedAxis(pad->getAxis(cLeftY), eOperationSubtract);
-    const auto fly = [&] {
-        forward.update();
-        mCamera->setPosition(mCamera->getPosition() + KyVec3d(0.0, 0.0, -3.0 * cSeconds * double{forward.getValue()}));
-    };
-    const auto push = [&](Sint16 reading) { SDL_JoystickSetVirtualAxis(unit->get(), cLeftY, reading); };
-    EXPECT_EQ(flyOn(fly).z, 0.0);
-    push(SDL_JOYSTICK_AXIS_MIN);
-    EXPECT_NEAR(flyOn(fly).z, -3.0, 1e-5);
-    push(0);
-    EXPECT_EQ(flyOn(fly).z, 0.0) << "let go";
-    push(SDL_JOYSTICK_AXIS_MAX);
-    EXPECT_NEAR(flyOn(fly).z, 3.0, 1e-5);
-    unit.reset();
-    EXPECT_EQ(flyOn(fly).z, 0.0) << "unplugged";
-    unit = plugPad();
-    push(SDL_JOYSTICK_AXIS_MIN);
-    EXPECT_NEAR(flyOn(fly).z, -3.0, 1e-5) << "back again";
-}
-
-/// The example runs as the host runs it, with frames of one length.
-class KyJoystickExampleTest : public KyJoystickFlightTest {
-protected:
     void SetUp() override {
-        KyJoystickFlightTest::SetUp();
+        KyJoystickDriverTest::SetUp();
         KyDeviceManagerObject::initializeClass();
         KyVirtualDevice::initializeType();
         KyCompositeAxisObject::initializeType();
@@ -102,7 +58,7 @@ protected:
         KyScriptEngine::finalizeClass();
         KyLuaBinder::finalizeClass();
         KyDeviceManagerObject::finalizeClass();
-        KyJoystickFlightTest::TearDown();
+        KyJoystickDriverTest::TearDown();
     }
 
     static void run(const std::string& chunk) {
@@ -114,18 +70,27 @@ protected:
         const std::string text(std::istreambuf_iterator<char>(file), {});
         run("bindAllClasses() program = (function()\n" + text + "\nend)() assert(coroutine.resume(program))");
     }
-    static void fly() { run("assert(coroutine.resume(program, " + std::to_string(cSeconds) + "))"); }
+    /// How far the camera comes in a second.
+    KyVec3d flyOn() {
+        const KyVec3d before = mCamera->getPosition();
+        for (int i = 0; i < cNbFrames; ++i) {
+            runFrame();
+            run("assert(coroutine.resume(program, " + std::to_string(cSeconds) + "))");
+        }
+        return mCamera->getPosition() - before;
+    }
 
     KyHolder<KyScene> mScene{new KyScene};
+    KyHolder<KyCamera> mCamera{new KyCamera};
     static inline std::string msOutput;
 };
 
-TEST_F(KyJoystickExampleTest, TheFlyingExampleMovesTheCameraAsThePadSays) {
+TEST_F(KyJoystickFlightTest, TheFlyingExampleMovesTheCameraAsThePadSays) {
     // Without any device an autopilot would fly.
     const FakeUnit other(SDL_JOYSTICK_TYPE_FLIGHT_STICK, "Other");
     auto unit = plugPad();
     start("fly.lua");
-    fly();
+    flyOn();
     struct Row {
         Sint16 reading;
         bool isBoosted;
@@ -141,18 +106,18 @@ TEST_F(KyJoystickExampleTest, TheFlyingExampleMovesTheCameraAsThePadSays) {
                                                     {0, true, 0.0}}) {
         SDL_JoystickSetVirtualAxis(unit->get(), cLeftY, reading);
         SDL_JoystickSetVirtualButton(unit->get(), cButtonA, isBoosted ? 1 : 0);
-        const KyVec3d way = flyOn(fly);
+        const KyVec3d way = flyOn();
         EXPECT_NEAR(way.z, speed, 1e-3) << reading << isBoosted;
         EXPECT_NEAR(way.x, 0.0, 1e-3);
         EXPECT_NEAR(way.y, 0.0, 1e-3);
     }
     SDL_JoystickSetVirtualAxis(unit->get(), cLeftY, SDL_JOYSTICK_AXIS_MIN);
-    EXPECT_GT(flyOn(fly).z, 10.0);
+    EXPECT_GT(flyOn().z, 10.0);
     unit.reset();
-    EXPECT_EQ(flyOn(fly), KyVec3d(0.0, 0.0, 0.0)) << "unplugged";
+    EXPECT_EQ(flyOn(), KyVec3d(0.0, 0.0, 0.0)) << "unplugged";
     unit = plugPad();
     SDL_JoystickSetVirtualAxis(unit->get(), cLeftY, SDL_JOYSTICK_AXIS_MIN);
-    EXPECT_NEAR(flyOn(fly).z, 14.0, 1e-3) << "back again";
+    EXPECT_NEAR(flyOn().z, 14.0, 1e-3) << "back again";
 }
 
 } // namespace
