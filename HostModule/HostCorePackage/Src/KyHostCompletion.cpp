@@ -3,6 +3,7 @@
 #include "KyHostCompletion.h"
 
 #include "KyLuaBinder.h"
+#include "KyLuaStackScope.h"
 #include "KyScriptEngine.h"
 
 #include "KyObject.h"
@@ -17,21 +18,6 @@
 namespace {
 
 using Names = std::set<std::string>;
-
-/// Puts the stack back as it was.
-class StackScope {
-public:
-    explicit StackScope(lua_State* state)
-        : mState(state)
-        , mTop(lua_gettop(state)) {}
-    ~StackScope() { lua_settop(mState, mTop); }
-    StackScope(const StackScope&) = delete;
-    StackScope& operator=(const StackScope&) = delete;
-
-private:
-    lua_State* mState;
-    int mTop;
-};
 
 std::string_view toText(lua_State* state, int index) {
     std::size_t length = 0;
@@ -106,7 +92,7 @@ Names getKeys(lua_State* state) {
 
 /// Names that may follow an object or table, reached from the global table by the path's words.
 Names getNames(lua_State* state, const std::vector<std::string>& path, bool wantsMethods) {
-    const StackScope scope(state);
+    const KyLuaStackScope scope(state);
     if (!lua_checkstack(state, 4))
         return {};
     lua_pushvalue(state, LUA_GLOBALSINDEX);

@@ -9,6 +9,7 @@
 #include "KyDebugAdapter.h"
 #include "KyScriptDebugger.h"
 #include "KyScriptEngine.h"
+#include "KyScriptLines.h"
 
 #include <lua.hpp>
 
@@ -16,6 +17,7 @@
 #include <QEventLoop>
 #include <QFileInfo>
 
+#include <algorithm>
 #include <chrono>
 #include <map>
 #include <vector>
@@ -103,19 +105,45 @@ bool KyHostDebugger::openPort(std::string& error) {
 /// A connection that says nothing, or goes again, is none to wait for.
 void KyHostDebugger::waitForClient() {
     QEventLoop loop;
-    QObject::connect(mAdapter.get(), &KyDebugAdapter::clientReady, &loop, [&loop](bool isDebugging) {
+    QObject::connect(mAdapter.get(), &KyDebugAdapter::clientReady, &loop, [this, &loop](bool isDebugging) {
         if (isDebugging)
-            KyScriptEngine::get().editDebugger().pause();
+            mAdapter->stopAtEntry();
         loop.quit();
     });
     loop.exec();
+}
+
+/// The file, or one of that name that is to run; empty when there is neither.
+QString KyHostDebugger::findScript(const std::string& name) const {
+    if (auto path = QString::fromLocal8Bit(name.c_str()); QFileInfo::exists(path))
+        return path;
+    const auto hasName = [chunkName = KyScriptDebugger::makeChunkName(name)](const KyHostOptions::Item& item) {
+        return KyHostScripts::isScript(item) && KyScriptDebugger::makeChunkName(item.text) == chunkName;
+    };
+    const auto found = std::ranges::find_if(mOptions.items, hasName);
+    return found == mOptions.items.end() ? QString() : QString::fromLocal8Bit(found->text.c_str());
+}
+
+/// The line with code that a breakpoint goes to. 0, and said, when there is none.
+int KyHostDebugger::findLine(const KyHostOptions::Breakpoint& breakpoint) const {
+    const QString path = findScript(breakpoint.script);
+    if (path.isEmpty()) {
+        KyHostErrors::write("there is no script '" + breakpoint.script + "'; one of that name would stop");
+        return breakpoint.line;
+    }
+    const int line = KyScriptLines::read(path).findCode(breakpoint.line);
+    if (line == 0)
+        KyHostErrors::write("'" + breakpoint.script + "' has no code from line " + std::to_string(breakpoint.line) +
+                            " on, and does not stop there");
+    return line;
 }
 
 /// What is no file from here is any file of that name.
 void KyHostDebugger::setBreakpoints() {
     std::map<std::string, std::vector<KyScriptBreakpoint>> byScript;
     for (const KyHostOptions::Breakpoint& breakpoint : mOptions.breakpoints)
-        byScript[breakpoint.script].push_back({breakpoint.line, {}});
+        if (const int line = findLine(breakpoint); line > 0)
+            byScript[breakpoint.script].push_back({line, {}});
     KyScriptDebugger& debugger = KyScriptEngine::get().editDebugger();
     for (const auto& [script, breakpoints] : byScript) {
         if (const auto path = QString::fromLocal8Bit(script.c_str()); QFileInfo::exists(path))

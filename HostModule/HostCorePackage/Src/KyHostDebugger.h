@@ -7,6 +7,7 @@
 #include "KyLuaDebugger.h"
 #include "KySignal.h"
 
+#include <QString>
 #include <QTimer>
 
 #include <functional>
@@ -57,6 +58,8 @@ private:
     bool openPort(std::string& error);
     void waitForClient();
     void setBreakpoints();
+    QString findScript(const std::string& name) const;
+    int findLine(const KyHostOptions::Breakpoint& breakpoint) const;
     void onWatcherLeft();
     void onStopped();
     void onContinued();

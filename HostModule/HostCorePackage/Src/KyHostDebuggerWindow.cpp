@@ -2,12 +2,15 @@
 // SPDX-License-Identifier: MIT
 #include "KyHostDebuggerWindow.h"
 
+#include "KyHostCalls.h"
 #include "KyHostSourceView.h"
 
 #include "KyQLuaDebuggerEditor.h"
 #include "KyScriptDebugger.h"
 #include "KyScriptEngine.h"
+#include "KyScriptLines.h"
 
+#include <QAccessible>
 #include <QAction>
 #include <QCloseEvent>
 #include <QComboBox>
@@ -56,6 +59,7 @@ KyHostDebuggerWindow::KyHostDebuggerWindow(std::function<void()> closed)
     , mNames(new QComboBox)
     , mSource(new KyHostSourceView([this](int line) { toggleBreakpoint(line); }))
     , mEditor(new KyQLuaDebuggerEditor)
+    , mCalls(new KyHostCalls([this](const KyScriptFrame& call) { showPlace(call.chunkName, call.line); }))
     , mState(new QLabel)
     , mBar(new QToolBar) {
     setObjectName("debugger");
@@ -68,6 +72,7 @@ KyHostDebuggerWindow::KyHostDebuggerWindow(std::function<void()> closed)
     connect(mNames, qOverload<int>(&QComboBox::currentIndexChanged), [this] { showScript(); });
     editDebugger().stoppedSignal.connect(this, &KyHostDebuggerWindow::onStopped);
     editDebugger().continuedSignal.connect(this, &KyHostDebuggerWindow::showState);
+    editDebugger().changedSignal.connect(this, &KyHostDebuggerWindow::onChanged);
 }
 
 KyHostDebuggerWindow::~KyHostDebuggerWindow() = default;
@@ -85,10 +90,12 @@ void KyHostDebuggerWindow::fillBar() {
         addAction(QT_TR_NOOP("Stop at errors"), QT_TR_NOOP("Stops where a script fails"), "Ctrl+E", {});
     errors->setCheckable(true);
     connect(errors, &QAction::toggled, [](bool isChecked) { editDebugger().setBreakingOnErrors(isChecked); });
-    mBar->addWidget(mState);
-    mState->setContentsMargins(12, 0, 0, 0);
+    mState->setContentsMargins(12, 0, 12, 0);
     mState->setObjectName("state");
+    mState->setTextFormat(Qt::PlainText);
+    mState->setWordWrap(true);
     mEditor->setKeys(Qt::Key_F5, Qt::Key_F11);
+    mEditor->setStopView(mCalls);
 }
 
 QAction* KyHostDebuggerWindow::addAction(const char* text, const char* help, const char* key,
@@ -113,7 +120,7 @@ void KyHostDebuggerWindow::updateTranslations() {
     mNames->setAccessibleName(tr("Script"));
     mNames->setToolTip(tr("Script whose text stands below"));
     mSource->setAccessibleName(tr("Text of the script"));
-    mSource->setAccessibleDescription(tr("F9 sets or takes a breakpoint at the line of the cursor."));
+    mSource->setHint(tr("F9 sets or takes a breakpoint at the line of the cursor."));
     mSource->setMarginToolTip(tr("A click sets or takes a breakpoint (F9)"));
     mState->setText(describeState());
 }
@@ -131,6 +138,7 @@ void KyHostDebuggerWindow::layOut() {
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins({});
     layout->addWidget(mBar);
+    layout->addWidget(mState);
     layout->addWidget(splitter, 1);
 }
 
@@ -181,8 +189,12 @@ void KyHostDebuggerWindow::toggleBreakpoint(int line) {
     std::vector<KyScriptBreakpoint> ofName = editDebugger().getBreakpoints(script.chunkName);
     std::vector<KyScriptBreakpoint> ofFile = editDebugger().getFileBreakpoints(path);
     const auto isThere = [line](const KyScriptBreakpoint& breakpoint) { return breakpoint.line == line; };
-    if (std::erase_if(ofName, isThere) + std::erase_if(ofFile, isThere) == 0)
-        ofFile.push_back({line, {}});
+    if (std::erase_if(ofName, isThere) + std::erase_if(ofFile, isThere) == 0) {
+        // Nothing stops at a line without code.
+        const int next = KyScriptLines(mSource->toPlainText().toStdString()).findCode(line);
+        if (next > 0)
+            ofFile.push_back({next, {}});
+    }
     editDebugger().setBreakpoints(script.chunkName, ofName);
     editDebugger().setFileBreakpoints(path, ofFile);
     showBreakpoints();
@@ -226,31 +238,43 @@ QString KyHostDebuggerWindow::describeState() {
            (text.isEmpty() ? text : ": " + text.section('\n', 0, 0));
 }
 
-int KyHostDebuggerWindow::findStoppedScript() {
-    const std::string& name = editDebugger().getStop().chunkName;
-    const std::string path = editDebugger().findFile(name);
+int KyHostDebuggerWindow::findScript(const std::string& chunkName) {
+    const std::string path = editDebugger().findFile(chunkName);
     const QFileInfo file(QString::fromStdString(path));
-    const auto isStopped = [&](const Script& script) {
-        return path.empty() ? script.chunkName == name : QFileInfo(script.path) == file;
+    const auto isIt = [&](const Script& script) {
+        return path.empty() ? script.chunkName == chunkName : QFileInfo(script.path) == file;
     };
-    const auto found = std::ranges::find_if(mScripts, isStopped);
+    const auto found = std::ranges::find_if(mScripts, isIt);
     if (found != mScripts.end())
         return static_cast<int>(found - mScripts.begin());
     if (path.empty() || !file.exists())
         return -1;
     addScript(file.filePath());
-    mScripts.back().chunkName = name;
+    mScripts.back().chunkName = chunkName;
     return static_cast<int>(mScripts.size()) - 1;
+}
+
+void KyHostDebuggerWindow::showPlace(const std::string& chunkName, int line) {
+    mNames->setCurrentIndex(findScript(chunkName));
+    showScript();
+    if (mNames->currentIndex() >= 0)
+        mSource->setCurrentLine(line);
 }
 
 void KyHostDebuggerWindow::onStopped() {
     if (!isVisible())
         return;
-    mNames->setCurrentIndex(findStoppedScript());
-    showScript();
-    if (mNames->currentIndex() >= 0)
-        mSource->setCurrentLine(editDebugger().getStop().line);
+    const KyScriptStop& stop = editDebugger().getStop();
+    showPlace(stop.chunkName, stop.line);
+    mCalls->showStop();
     showState();
+    QAccessibleEvent event(mState, QAccessible::Alert);
+    QAccessible::updateAccessibility(&event);
     raise();
     activateWindow();
+}
+
+void KyHostDebuggerWindow::onChanged() {
+    if (isVisible())
+        mCalls->showVariables();
 }

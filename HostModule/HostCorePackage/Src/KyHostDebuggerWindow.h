@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+class KyHostCalls;
 class KyHostSourceView;
 class KyQLuaDebuggerEditor;
 class KyScriptDebugger;
@@ -20,8 +21,8 @@ class QKeyEvent;
 class QLabel;
 class QToolBar;
 
-/// The scripts with their breakpoints and the line that is next, beside what the debugger knows of them
-/// (KyQLuaDebuggerEditor), and further steps.
+/// The scripts with their breakpoints and the line that is next, beside what the debugger knows of them and two steps
+/// (KyQLuaDebuggerEditor; while a script stands still, its calls and their variables), and further steps.
 ///
 /// Keys: F5 runs on, F10 steps over calls, F11 into them, Shift+F11 out of a function; F6 stops what runs; F9 sets and
 /// takes a breakpoint at the line of the cursor; Ctrl+E stops at errors, or no longer; Escape closes.
@@ -64,15 +65,18 @@ private:
     void showBreakpoints();
     void showState();
     static QString describeState();
+    void showPlace(const std::string& chunkName, int line);
     void onStopped();
-    /// Of the stop's chunk, in the list; -1 when it is in no file.
-    int findStoppedScript();
+    void onChanged();
+    /// Of the chunk, in the list; -1 when it is in no file.
+    int findScript(const std::string& chunkName);
 
     std::function<void()> mClosed;
     std::vector<Script> mScripts;
     QComboBox* mNames;
     KyHostSourceView* mSource;
     KyQLuaDebuggerEditor* mEditor;
+    KyHostCalls* mCalls;
     QLabel* mState;
     QToolBar* mBar;
     std::vector<Action> mActions;

@@ -3,16 +3,21 @@
 #include "KyHostDrawing.h"
 
 #include "KyHostErrors.h"
+#include "KyHostKeys.h"
 #include "KyHostPicture.h"
+#include "KyHostWindow.h"
 
 #include "Ky2DGroup.h"
 #include "Ky2DSvgImporter.h"
 
 #include <QApplication>
 #include <QFileInfo>
+#include <QGraphicsScene>
 #include <QKeyEvent>
+#include <QWindow>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -22,25 +27,52 @@ constexpr double cGap = 0.05;
 /// In windows of 2D scenes, whoever made them, the keys that the window of the 3D view has, where they make sense.
 class Keys : public QObject {
 public:
+    explicit Keys(KyHostDrawing::Listeners listeners)
+        : mListeners(std::move(listeners)) {}
+
     bool eventFilter(QObject* watched, QEvent* event) override {
         if (event->type() != QEvent::KeyPress)
             return false;
         auto* const view = dynamic_cast<Ky2DView*>(watched);
-        return view && view->isWindow() && press(*view, static_cast<QKeyEvent*>(event)->key());
+        const auto& pressed = static_cast<const QKeyEvent&>(*event);
+        return view && view->isWindow() && KyHostKeys::isMeant(pressed) && press(*view, pressed.key());
     }
 
 private:
-    static bool press(Ky2DView& view, int key) {
+    bool press(Ky2DView& view, int key) {
         if (key == Qt::Key_Escape)
-            view.close();
+            leave(view);
         else if (key == Qt::Key_F12)
             KyHostPicture::writeNext([&view](const std::string& path, std::string& error) {
                 return KyHostPicture::save(KyHostDrawing::grab(view), path, error);
             });
         else
+            return forward(view, key);
+        return true;
+    }
+
+    void leave(Ky2DView& view) {
+        KyHostWindow* const window = mListeners.findWindow();
+        if (!mListeners.cancel() && !(window && window->hideHelp()))
+            view.close();
+    }
+
+    /// Letters are for an item that has the focus first.
+    bool forward(Ky2DView& view, int key) {
+        KyHostWindow* const window = mListeners.findWindow();
+        const bool isTaken = key == Qt::Key_P && view.scene() && view.scene()->focusItem();
+        if (!window || isTaken)
+            return false;
+        if (key == Qt::Key_F1)
+            window->toggleHelp(*view.windowHandle());
+        else if (key == Qt::Key_P || key == Qt::Key_F9)
+            KyHostKeys::press(*window, key);
+        else
             return false;
         return true;
     }
+
+    const KyHostDrawing::Listeners mListeners;
 };
 
 void end(const KyObjectReference& object) {
@@ -125,8 +157,8 @@ QImage KyHostDrawing::grab(Ky2DView& view) {
     return view.toImage(qRound(size.width()), qRound(size.height()));
 }
 
-std::unique_ptr<QObject> KyHostDrawing::makeKeys() {
-    auto keys = std::make_unique<Keys>();
+std::unique_ptr<QObject> KyHostDrawing::makeKeys(Listeners listeners) {
+    auto keys = std::make_unique<Keys>(std::move(listeners));
     QCoreApplication::instance()->installEventFilter(keys.get());
     return keys;
 }

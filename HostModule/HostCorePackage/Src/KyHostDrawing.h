@@ -10,9 +10,12 @@
 #include <QImage>
 #include <QSize>
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
+
+class KyHostWindow;
 
 /// Drawings of the command line as 2D nodes, side by side in one 2D scene, which a window of its own shows. Both end
 /// with it, unless a script ended them before.
@@ -40,8 +43,15 @@ public:
     static Ky2DView* findShownView();
     /// What the view shows, in device pixels.
     static QImage grab(Ky2DView& view);
-    /// While it lives, Escape and F12 do in windows of 2D scenes what they do in the window of the 3D view.
-    static std::unique_ptr<QObject> makeKeys();
+    /// What keys in windows of 2D scenes reach.
+    struct Listeners {
+        /// What Escape ends before the window; false when there was nothing.
+        std::function<bool()> cancel;
+        /// The window of the 3D view, whose settings, help and debugger it opens; null when there is none.
+        std::function<KyHostWindow*()> findWindow;
+    };
+    /// While it lives, Escape, F1, F9, F12 and P do in windows of 2D scenes what they do in the window of the 3D view.
+    static std::unique_ptr<QObject> makeKeys(Listeners listeners);
 
 private:
     KyObjectReference mScene;

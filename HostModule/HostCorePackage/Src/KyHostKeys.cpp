@@ -5,7 +5,7 @@
 #include "KyHostNavigation.h"
 #include "KyHostWindow.h"
 
-#include <QtGlobal>
+#include <QKeyEvent>
 
 #include <algorithm>
 #include <array>
@@ -47,6 +47,9 @@ constexpr Key cKeys[] = {
     {Qt::Key_F2, [](KyHostWindow& window) { window.toggleStatistics(); }},
     {Qt::Key_F9, [](KyHostWindow& window) { window.openDebugger(); }},
     {Qt::Key_F12, [](KyHostWindow& window) { window.writePicture(); }},
+    {Qt::Key_Tab, [](KyHostWindow& window) { window.enterForm(1); }},
+    {Qt::Key_Backtab, [](KyHostWindow& window) { window.enterForm(-1); }},
+    {Qt::Key_F6, [](KyHostWindow& window) { window.enterForm(1); }},
     {Qt::Key_Escape, [](KyHostWindow& window) { window.leave(); }},
 };
 
@@ -60,8 +63,11 @@ constexpr std::array cKeyRows{
     KyHostKeys::Row{"F2", QT_TRANSLATE_NOOP("KyHostKeys", "show and hide how fast frames come")},
     KyHostKeys::Row{"F9", QT_TRANSLATE_NOOP("KyHostKeys", "debugger of the scripts")},
     KyHostKeys::Row{"F12", QT_TRANSLATE_NOOP("KyHostKeys", "write a picture into the current folder")},
-    KyHostKeys::Row{QT_TRANSLATE_NOOP("KyHostKeys", "Escape"),
-                    QT_TRANSLATE_NOOP("KyHostKeys", "cancel long work, close the help, then the window")},
+    KyHostKeys::Row{QT_TRANSLATE_NOOP("KyHostKeys", "Tab, F6"),
+                    QT_TRANSLATE_NOOP("KyHostKeys", "give the keys to a form in the view; F6 to the next one")},
+    KyHostKeys::Row{
+        QT_TRANSLATE_NOOP("KyHostKeys", "Escape"),
+        QT_TRANSLATE_NOOP("KyHostKeys", "leave the form, cancel long work, close the help, then the window")},
 };
 
 constexpr std::array cGestureRows{
@@ -78,6 +84,10 @@ constexpr std::array cGestureRows{
 };
 
 } // namespace
+
+bool KyHostKeys::isMeant(const QKeyEvent& event) {
+    return !event.isAutoRepeat() && !(event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
+}
 
 bool KyHostKeys::press(KyHostWindow& window, int key) {
     const auto* const found = std::ranges::find(cKeys, key, &Key::key);

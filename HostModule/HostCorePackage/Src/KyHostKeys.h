@@ -6,6 +6,7 @@
 #include <string>
 
 class KyHostWindow;
+class QKeyEvent;
 
 /// What a hand does in the window: the keys with what they do, and the gestures of pointer and fingers for the help.
 class KyHostKeys {
@@ -16,6 +17,8 @@ public:
         const char* help;
     };
 
+    /// Whether it may be one of these: neither held down nor with Control, Alt or Meta.
+    static bool isMeant(const QKeyEvent& event);
     /// Does what the key (a Qt::Key) stands for; false when it stands for nothing.
     static bool press(KyHostWindow& window, int key);
     static std::span<const Row> getGestures();

@@ -296,9 +296,9 @@ std::string KyHostOptions::getHelp() {
            "In the window:\n" +
            KyHostKeys::getText() +
            "In the window of a drawing wheel and drag zoom and pan, F shows all, a click picks;\n"
-           "F12 and Escape do the same.\n\n"
+           "F1, F9, F12, P and Escape do the same.\n\n"
            "After an error in a changed script --watch keeps the old picture, which stands still\n"
            "until the next change: the coroutines that moved it are gone.\n\n"
-           "Exits with 0; with 1 when a script failed or a file could not be read; with 2 for a\n"
-           "wrong command line or a missing file.\n";
+           "Exits with 0; with 1 when a script failed or a file given here could not be read; with 2\n"
+           "for a wrong command line or a missing file.\n";
 }

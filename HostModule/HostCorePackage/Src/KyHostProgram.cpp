@@ -177,6 +177,7 @@ int KyHostProgram::execute() {
         return eFailure;
     mLoop = std::make_unique<KyHostLoop>(mHost, mStage, mSurface.get(), KyHostLoop::Limits());
     openOverlays();
+    listenToKeys();
     if (!openDebugger())
         return eBadUsage;
     if (!mOptions.inspected.empty())
@@ -237,6 +238,14 @@ void KyHostProgram::openOverlays() {
         return;
     mStatistics = std::make_unique<KyHostStatistics>(mStage);
     mStatistics->setShown(mOptions.showsStatistics);
+}
+
+void KyHostProgram::listenToKeys() {
+    const auto cancel = [this] { return mProgress && mProgress->cancel(); };
+    const auto findWindow = [this] { return dynamic_cast<KyHostWindow*>(mSurface.get()); };
+    if (KyHostWindow* const window = findWindow())
+        window->setCanceller(cancel);
+    mDrawingKeys = KyHostDrawing::makeKeys({cancel, findWindow});
 }
 
 /// A window of a 2D scene is no place for the bar, nor a reason for a second window.

@@ -52,6 +52,7 @@ private:
     void runLoop();
     void openWhatIsShown();
     void openOverlays();
+    void listenToKeys();
     /// Brings the view to the screen while something long goes on; false when there is none.
     bool showView();
     /// False, and said, when the port that editors use cannot be had.
@@ -79,7 +80,7 @@ private:
     std::unique_ptr<KyHostPrompt> mPrompt;
     /// The window of a 2D scene where that is all there is to see, else null.
     KyObjectReference mDrawingView;
-    const std::unique_ptr<QObject> mDrawingKeys = KyHostDrawing::makeKeys();
+    std::unique_ptr<QObject> mDrawingKeys;
     std::unique_ptr<KyHostDebugger> mDebugger;
     /// Null unless an object is inspected.
     std::unique_ptr<KyHostInspector> mInspector;

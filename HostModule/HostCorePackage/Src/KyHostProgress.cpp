@@ -13,7 +13,6 @@
 
 #include <QFont>
 #include <QFontMetrics>
-#include <QKeyEvent>
 #include <QLocale>
 #include <QPainter>
 
@@ -68,6 +67,12 @@ QString translateTitle(const QString& title) {
     return title;
 }
 
+constexpr const char* cDownloading = QT_TRANSLATE_NOOP("KyHostProgress", "Downloading, %1");
+
+QString describe(const KyNetworkConnectionObject& download, const QString& language) {
+    return QLocale(language).formattedDataSize(download.getReceived());
+}
+
 QString toPercent(double share) {
     return share < 0.0 ? QString() : QStringLiteral("%1 %").arg(static_cast<int>(100.0 * share));
 }
@@ -83,7 +88,6 @@ KyHostProgress::KyHostProgress(KyHostStage& stage, Listeners listeners)
     progress.open();
     progress.changedSignal().connect(this, &KyHostProgress::onChanged);
     KyMainTaskManager::get().addTask(this);
-    QCoreApplication::instance()->installEventFilter(this);
 }
 
 KyHostProgress::~KyHostProgress() {
@@ -92,8 +96,8 @@ KyHostProgress::~KyHostProgress() {
 }
 
 /// Escape has other meanings where nothing is shown.
-bool KyHostProgress::eventFilter(QObject*, QEvent* event) {
-    if (!mIsShown || event->type() != QEvent::KeyPress || static_cast<QKeyEvent*>(event)->key() != Qt::Key_Escape)
+bool KyHostProgress::cancel() {
+    if (!mIsShown)
         return false;
     if (KyProgress::get().cancel())
         return true;
@@ -112,7 +116,8 @@ void KyHostProgress::onChanged(const std::string& title, double share) {
         return hide();
     if (progress.getSeconds() < cPatience)
         return;
-    show(translateTitle(QString::fromStdString(title)), share);
+    const QString english = QString::fromStdString(title);
+    show({english, translateTitle(english)}, share);
     if (std::exchange(mIsProcessing, true))
         return;
     mListeners.processEvents();
@@ -138,13 +143,15 @@ void KyHostProgress::showDownload(double seconds) {
         return;
     const KyNetworkConnectionObject& network = *findDownload();
     const auto received = static_cast<double>(network.getReceived()), total = static_cast<double>(network.getTotal());
-    show(tr("Downloading, %1").arg(QLocale(KyLanguage::get()).formattedDataSize(network.getReceived())),
+    show({QString::fromLatin1(cDownloading).arg(describe(network, KyLanguage::cEnglish)),
+          tr(cDownloading).arg(describe(network, KyLanguage::get()))},
          total > 0.0 ? received / total : -1.0);
 }
 
 /// Unchanged, it is not drawn again.
-void KyHostProgress::show(const QString& title, double share) {
-    const bool isNews = !mIsShown || title != mTitle || toPercent(share) != toPercent(mShare) || share < 0.0;
+void KyHostProgress::show(const Title& title, double share) {
+    const bool isNews =
+        !mIsShown || title.translated != mTitle.translated || toPercent(share) != toPercent(mShare) || share < 0.0;
     mTitle = title;
     mShare = share;
     if (!std::exchange(mIsShown, true) && mListeners.showView())
@@ -168,7 +175,7 @@ void KyHostProgress::writeLine() {
     if (!mHasTerminal)
         return;
     mIsOnTerminal = true;
-    const QString line = QStringLiteral("%1 %2").arg(mTitle, toPercent(mShare));
+    const QString line = QStringLiteral("%1 %2").arg(mTitle.english, toPercent(mShare));
     std::fprintf(stderr, "\r%s\033[K", line.toLocal8Bit().constData());
     std::fflush(stderr);
 }
@@ -194,5 +201,5 @@ void KyHostProgress::paint(QPainter& painter) const {
     painter.drawText(cSize.width() - cEdge - width, cTextLine, right);
     painter.setPen(cText);
     const int room = cSize.width() - 3 * cEdge - width;
-    painter.drawText(cEdge, cTextLine, metrics.elidedText(mTitle, Qt::ElideMiddle, room));
+    painter.drawText(cEdge, cTextLine, metrics.elidedText(mTitle.translated, Qt::ElideMiddle, room));
 }

@@ -8,19 +8,18 @@
 #include "KyTask.h"
 
 #include <QCoreApplication>
-#include <QObject>
 #include <QString>
 
 #include <functional>
 
 class KyHostStage;
 
-/// Shows the person long work, KyProgress's and the scripts' download, and lets them cancel it with Escape: as a bar
-/// over the view where there is a window, else as a line on the terminal that standard error goes to, if any. Work that
-/// is over in half a second is not shown.
+/// Shows the person long work, KyProgress's and the scripts' download, and lets them cancel it: as a bar
+/// over the view where there is a window, else as a line, in English as all there, on the terminal that standard error
+/// goes to, if any. Work that is over in half a second is not shown.
 ///
 /// Work that keeps the program from its frames still lets events through: the window is drawn and can be closed.
-class KyHostProgress : public QObject, public KyHasSlots, private KyTask {
+class KyHostProgress : public KyHasSlots, private KyTask {
     Q_DECLARE_TR_FUNCTIONS(KyHostProgress)
 
 public:
@@ -37,11 +36,18 @@ public:
     ~KyHostProgress() override;
 
     bool isShown() const { return mIsShown; }
-    bool eventFilter(QObject* watched, QEvent* event) override;
+    /// Cancels what is shown; false when there is nothing to cancel.
+    bool cancel();
 
 private:
-    /// Of the whole, 0 to 1; negative when nobody knows.
-    void show(const QString& title, double share);
+    struct Title {
+        QString english;
+        /// In the language of the windows.
+        QString translated;
+    };
+
+    /// The share is that of the whole, 0 to 1; negative when nobody knows.
+    void show(const Title& title, double share);
     void hide();
     void onChanged(const std::string& title, double share);
     bool execute() override;
@@ -52,7 +58,7 @@ private:
     KyHostOverlay mOverlay;
     const Listeners mListeners;
     const bool mHasTerminal;
-    QString mTitle;
+    Title mTitle;
     double mShare = 0.0;
     bool mIsShown = false;
     bool mIsOnTerminal = false;

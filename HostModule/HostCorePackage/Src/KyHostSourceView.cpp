@@ -14,6 +14,8 @@ namespace {
 constexpr int cTabWidth = 4;
 constexpr int cFewestDigits = 3;
 constexpr int cGap = 6;
+/// Legible, but behind the text.
+constexpr int cNumberAlpha = 170;
 constexpr QColor cBreakpointColor(200, 50, 50);
 constexpr QColor cCurrentColor(255, 214, 90, 110);
 
@@ -47,6 +49,7 @@ KyHostSourceView::KyHostSourceView(Listener toggled)
     setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     setTabStopDistance(cTabWidth * fontMetrics().horizontalAdvance(' '));
     connect(this, &QPlainTextEdit::blockCountChanged, [this] { layOutMargin(); });
+    connect(this, &QPlainTextEdit::cursorPositionChanged, [this] { describeLine(); });
     connect(this, &QPlainTextEdit::updateRequest, [this] { mMargin->update(); });
     layOutMargin();
 }
@@ -59,9 +62,23 @@ void KyHostSourceView::setMarginToolTip(const QString& text) {
     mMargin->setToolTip(text);
 }
 
+void KyHostSourceView::setHint(const QString& text) {
+    mHint = text;
+    describeLine();
+}
+
 void KyHostSourceView::setBreakpoints(std::set<int> lines) {
     mBreakpoints = std::move(lines);
     mMargin->update();
+    describeLine();
+}
+
+/// The mark in the margin, for those who do not see it.
+void KyHostSourceView::describeLine() {
+    const int line = getCursorLine();
+    const QString text =
+        mBreakpoints.contains(line) ? tr("Line %1 has a breakpoint.") : tr("Line %1 has no breakpoint.");
+    setAccessibleDescription(text.arg(line) + ' ' + mHint);
 }
 
 void KyHostSourceView::setCurrentLine(int line) {
@@ -109,9 +126,11 @@ void KyHostSourceView::paintMargin(QPaintEvent& event) {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.fillRect(event.rect(), palette().color(QPalette::Window));
     painter.setFont(font());
+    QColor number = palette().color(QPalette::WindowText);
+    number.setAlpha(cNumberAlpha);
     forEachLine([&](int line, int top, int height) {
         const int dot = height - cGap;
-        painter.setPen(palette().color(line == mCurrentLine ? QPalette::WindowText : QPalette::Mid));
+        painter.setPen(line == mCurrentLine ? palette().color(QPalette::WindowText) : number);
         painter.drawText(0, top, mMargin->width() - cGap, height, Qt::AlignRight, QString::number(line));
         painter.setPen(Qt::NoPen);
         if (mBreakpoints.contains(line)) {

@@ -122,10 +122,12 @@ void KyHostStatistics::setShown(bool isShown) {
 bool KyHostStatistics::execute() {
     const long long now = KyTimer::getCurrentUS();
     if (mLastFrame != 0) {
-        mFrames[mNext] = static_cast<double>(now - mLastFrame) * cMillisecondsPerMicrosecond;
+        mFrame.length = static_cast<double>(now - mLastFrame) * cMillisecondsPerMicrosecond;
+        mFrames[mNext] = mFrame;
         mNext = (mNext + 1) % cNbFrames;
         mNbKnown = std::min(mNbKnown + 1, cNbFrames);
     }
+    mFrame = {};
     mLastFrame = now;
     if (now - mLastPainting < cPaintingInterval)
         return true;
@@ -142,7 +144,8 @@ void KyHostStatistics::beginDrawing() {
 
 void KyHostStatistics::endDrawing() {
     mGpuTimer.end();
-    mDrawingTime = static_cast<double>(KyTimer::getCurrentUS() - mDrawingBegin) * cMillisecondsPerMicrosecond;
+    mFrame.drawing += static_cast<double>(KyTimer::getCurrentUS() - mDrawingBegin) * cMillisecondsPerMicrosecond;
+    mFrame.gpu += std::max(mGpuTimer.getMilliseconds(), 0.0);
     const KyDrawStatistics& now = KyDrawStatistics::get();
     mDrawn.nbCalls = now.nbCalls - mBefore.nbCalls;
     mDrawn.nbPrimitives = now.nbPrimitives - mBefore.nbPrimitives;
@@ -161,7 +164,7 @@ void KyHostStatistics::paintGraph(QPainter& painter) const {
     painter.fillRect(cGraph, cTrack);
     const double width = cGraph.width() / static_cast<double>(cNbFrames);
     for (std::size_t i = 0; i < mNbKnown; ++i) {
-        const double frame = mFrames[(mNext + cNbFrames - mNbKnown + i) % cNbFrames];
+        const double frame = getFrame(mNbKnown - 1 - i).length;
         const double height = cGraph.height() * std::min(frame / cHighest, 1.0);
         const double x = cGraph.left() + static_cast<double>(cNbFrames - mNbKnown + i) * width;
         painter.fillRect(QRectF(x, cGraph.bottom() - height, width, height), frame > cLate ? cBad : cGood);
@@ -176,24 +179,32 @@ void KyHostStatistics::paintGraph(QPainter& painter) const {
     painter.drawText(QPointF(cGraph.right() + 5, line + 4), toText(cDisplayFrame));
 }
 
+const KyHostStatistics::Frame& KyHostStatistics::getFrame(std::size_t index) const {
+    return mFrames[(mNext + cNbFrames - 1 - index) % cNbFrames];
+}
+
+double KyHostStatistics::getMean(double Frame::*time) const {
+    double total = 0.0;
+    for (std::size_t i = 0; i < mNbKnown; ++i)
+        total += getFrame(i).*time;
+    return total / static_cast<double>(std::max<std::size_t>(mNbKnown, 1));
+}
+
 QString KyHostStatistics::describeFrames() const {
-    double total = 0.0, longest = 0.0;
-    for (std::size_t i = 1; i <= mNbKnown; ++i) {
-        const double frame = mFrames[(mNext + cNbFrames - i) % cNbFrames];
-        total += frame;
-        longest = std::max(longest, frame);
-    }
-    if (total <= 0.0)
+    const double mean = getMean(&Frame::length);
+    if (mean <= 0.0)
         return QStringLiteral("-");
-    const double mean = total / static_cast<double>(mNbKnown);
+    double longest = 0.0;
+    for (std::size_t i = 0; i < mNbKnown; ++i)
+        longest = std::max(longest, getFrame(i).length);
     return QCoreApplication::translate("KyHostStatistics", "%1/s  %2 ms, longest %3")
         .arg(toText(1000.0 / mean), toText(mean), toText(longest));
 }
 
+/// Of the same frames, whether they drew anything or not, so that it is a part of what they took.
 QString KyHostStatistics::describeDrawing() const {
-    const double gpuTime = mGpuTimer.getMilliseconds();
-    const QString drawing = toText(mDrawingTime) + " ms";
-    return gpuTime < 0.0 ? drawing : drawing + ", " + toText(gpuTime) + " ms GPU";
+    const QString drawing = toText(getMean(&Frame::drawing)) + " ms";
+    return mGpuTimer.getMilliseconds() < 0.0 ? drawing : drawing + ", " + toText(getMean(&Frame::gpu)) + " ms GPU";
 }
 
 void KyHostStatistics::paintNumbers(QPainter& painter) const {

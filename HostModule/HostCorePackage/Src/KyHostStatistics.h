@@ -30,8 +30,13 @@ public:
     void setShown(bool isShown);
 
 private:
-    /// Milliseconds, the oldest first from mNext on.
-    using Frames = std::array<double, cNbFrames>;
+    /// Milliseconds.
+    struct Frame {
+        double length = 0.0;
+        /// What of it went into drawing; nothing where nothing had changed.
+        double drawing = 0.0;
+        double gpu = 0.0;
+    };
 
     bool execute() override;
     void beginDrawing();
@@ -39,12 +44,16 @@ private:
     void paint(QPainter& painter) const;
     void paintGraph(QPainter& painter) const;
     void paintNumbers(QPainter& painter) const;
+    /// The last but `index`, which is below mNbKnown.
+    const Frame& getFrame(std::size_t index) const;
+    double getMean(double Frame::*time) const;
     QString describeFrames() const;
     QString describeDrawing() const;
 
     KyHostStage& mStage;
     KyHostOverlay mOverlay;
-    Frames mFrames{};
+    /// The oldest first from mNext on.
+    std::array<Frame, cNbFrames> mFrames{};
     std::size_t mNext = 0;
     std::size_t mNbKnown = 0;
     /// Microseconds of KyTimer.
@@ -53,6 +62,7 @@ private:
     long long mDrawingBegin = 0;
     KyDrawStatistics mBefore;
     KyDrawStatistics mDrawn;
-    double mDrawingTime = 0.0;
+    /// What the frame under way has taken so far.
+    Frame mFrame;
     KyGpuTimer mGpuTimer;
 };

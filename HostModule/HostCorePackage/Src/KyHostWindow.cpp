@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "KyHostWindow.h"
 
+#include "KyHostForms.h"
 #include "KyHostHelp.h"
 #include "KyHostKeys.h"
 #include "KyHostLanguagePage.h"
@@ -116,10 +117,21 @@ void KyHostWindow::toggleStatistics() {
         mStatisticsToggler();
 }
 
-void KyHostWindow::toggleHelp() {
+void KyHostWindow::toggleHelp(QWindow& over) {
     if (!mHelp)
         mHelp = std::make_unique<KyHostHelp>();
-    mHelp->toggle(*this);
+    mHelp->toggle(over);
+}
+
+bool KyHostWindow::hideHelp() {
+    const bool wasShown = mHelp && mHelp->isVisible();
+    if (wasShown)
+        mHelp->hide();
+    return wasShown;
+}
+
+void KyHostWindow::enterForm(int step) {
+    KyHostForms::enter(mStage.getCanvas(), step);
 }
 
 void KyHostWindow::writePicture() {
@@ -127,28 +139,12 @@ void KyHostWindow::writePicture() {
 }
 
 void KyHostWindow::leave() {
-    if (mHelp && mHelp->isVisible())
-        mHelp->hide();
-    else
+    if (!KyHostForms::leave() && !(mCanceller && mCanceller()) && !hideHelp())
         close();
 }
 
 void KyHostWindow::keyPressEvent(QKeyEvent* event) {
-    const bool isOurs = !event->isAutoRepeat() && !isUsedByCanvas(*event) &&
-                        !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier));
+    const bool isOurs = KyHostKeys::isMeant(*event) && !isUsedByCanvas(*event);
     if (!isOurs || !KyHostKeys::press(*this, event->key()))
         KyQOpenGLWindow::keyPressEvent(event);
-}
-
-void KyHostWindow::hideEvent(QHideEvent* event) {
-    if (mHelp)
-        mHelp->hide();
-    KyQOpenGLWindow::hideEvent(event);
-}
-
-/// The panel would stay behind.
-void KyHostWindow::moveEvent(QMoveEvent* event) {
-    if (mHelp)
-        mHelp->hide();
-    KyQOpenGLWindow::moveEvent(event);
 }

@@ -48,17 +48,23 @@ public:
     /// What toggleStatistics() does; nothing at first.
     void setStatisticsToggler(std::function<void()> toggler) { mStatisticsToggler = std::move(toggler); }
     void toggleStatistics();
-    void toggleHelp();
+    void toggleHelp() { toggleHelp(*this); }
+    /// The help over another window, which stands for this one.
+    void toggleHelp(QWindow& over);
+    /// False when there was none.
+    bool hideHelp();
+    /// What leave() ends before the help; false when there was nothing. Nothing at first.
+    void setCanceller(std::function<bool()> canceller) { mCanceller = std::move(canceller); }
+    /// Gives keys to the next form in the view, or with -1 to the one before.
+    void enterForm(int step);
     /// Writes kyhost-DATE-TIME.png into the current folder and prints its name, or why it could not.
     void writePicture();
-    /// Closes the help, or else the window.
+    /// Takes the keys from a form, or else cancels long work, or else closes the help, or else the window.
     void leave();
 
 protected:
     void onOpened() override { show(); }
     void keyPressEvent(QKeyEvent* event) override;
-    void hideEvent(QHideEvent* event) override;
-    void moveEvent(QMoveEvent* event) override;
 
 private:
     explicit KyHostWindow(KyHostStage& stage);
@@ -74,4 +80,5 @@ private:
     std::unique_ptr<KyQSettingsDialog> mSettingsDialog;
     std::function<void()> mDebuggerOpener;
     std::function<void()> mStatisticsToggler;
+    std::function<bool()> mCanceller;
 };

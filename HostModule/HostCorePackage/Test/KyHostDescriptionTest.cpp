@@ -10,6 +10,9 @@
 #include "KyDoxygenXmlDocMgr.h"
 #include "KyScriptEngine.h"
 #include "KyScriptStubs.h"
+
+#include "KyBoundFunction.h"
+#include "KyCallSignatures.h"
 #include "KyType.h"
 
 #include <lua.hpp>
@@ -225,6 +228,46 @@ TEST_F(KyHostDescriptionTest, WhatMayBeNilAndWhatIsJoinedAndWhatANameGivesIsTold
         EXPECT_EQ(isJoined, KyScriptEngine::get().executeChunk(std::string("return 'a' .. ") + value + " .. 1"))
             << name;
     }
+}
+
+TEST_F(KyHostDescriptionTest, EveryRegistrationNamesItsParametersAndNoOthers) {
+    EXPECT_EQ(std::vector<std::string>(), KyScriptCatalogue::make(KyScriptEngine::get()).unnamed);
+}
+
+TEST_F(KyHostDescriptionTest, NamesComeFromTheRegistrationAndShorterOverloadsMakeParametersOptional) {
+    std::string all;
+    for (const auto& [name, text] : KyScriptStubs::make(KyScriptCatalogue::make(KyScriptEngine::get())))
+        all += text;
+    for (const char* lines :
+         {"---@param radius number\n---@param segments? integer\nfunction KyMeshNode:makeSphere(radius, segments) "
+          "end\n",
+          "---@overload fun(self: KyMeshNode, html: string)\n", "fun(x: number, y: number, z: number): Vec3d\n",
+          "fun(red: number, green: number, blue: number, alpha?: number): Color\n",
+          "---@param frame Matrixd\nfunction KyNode:setWorldFrame(frame) end\n", "fun(other?: Vec3d): Vec3d\n",
+          "---@param from string|URL\n---@param to string|URL\n---@return boolean\nfunction Resource.copyFile(from, "
+          "to) ",
+          "fun(text: string|QString, parent?: QWidget): QLabel\n",
+          "---@return Vec3d?\nfunction KyGraphicsView:pickPoint(x, y) end\n", "---Signals: `drawn(window: KyWindow?)",
+          "---@param filter? string|QString\n---@param flags? integer\n---@param sort? integer\n",
+          "---Of 32 bits, with a sign.\n---@param a integer\n---@param b integer\n---@return integer\n",
+          "---@param get function\n---@param set? function\n", "---@param ... any\nfunction super(...) end\n",
+          "---@class Global.view: KyGraphicsViewMultiPass\n---@field MainPass KyScenePass\n"})
+        EXPECT_NE(std::string::npos, all.find(lines)) << lines;
+}
+
+TEST_F(KyHostDescriptionTest, WhatIsNotNamedOrNamedWronglyIsListed) {
+    KyScriptEngine& engine = KyScriptEngine::get();
+    for (const char* name : {"probe0", "probe1", "probe2", "probe3", "probe4"})
+        engine.bindFunction(name, kyMakeFunction(name, [](double a, double b) { return a + b; }).release());
+    KyCallSignatures::add({}, {"probe1(a, b)", "probe2(a)", "probe3(a, b?)", "probe4(a, end)"});
+    const std::vector<std::string> unnamed = {
+        "probe0(number1: number, number2: number)",
+        "probe2(number1: number, number2: number)",
+        "probe2(a) fits no call",
+        "probe3(a, b?) fits no call",
+        "probe4(a: number, end: number) has a name that is none",
+    };
+    EXPECT_EQ(unnamed, KyScriptCatalogue::make(engine).unnamed);
 }
 
 TEST_F(KyHostDescriptionTest, DocumentationThatIsLoadedStandsInTheAnnotations) {

@@ -39,9 +39,7 @@ TEST_F(KyHostNetworkTest, ARunWithoutAViewWaitsForItsDownload) {
     const KyHostResult result = runBeside({"--no-window", "-e", mTell + "print(network:download('" + url + "', '.'))"});
     EXPECT_EQ(0, result.code) << result;
     EXPECT_EQ("true\nfile.bin\t\n", result.output);
-    QFile file(getPath("file.bin"));
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    EXPECT_EQ("data", file.readAll());
+    EXPECT_EQ("data", read("file.bin"));
 }
 
 TEST_F(KyHostNetworkTest, TheProxyIsReadAtTheStart) {

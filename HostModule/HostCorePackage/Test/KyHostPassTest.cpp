@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The KyApplication authors
 // SPDX-License-Identifier: MIT
 #include "KyRealHost.h"
-#include "KyTouchyNode.h"
 
 namespace {
 
@@ -24,23 +23,19 @@ constexpr const char* cForm = R"(<ui version="4.0"><class>Panel</class><widget c
 
 constexpr const char* cQml = R"(import QtQuick 2.15
 Item {
-    property var seen: [0, 0, "", 0, 0]
-    function note(i, value) { const all = seen.slice(); all[i] = value; seen = all }
-    onSeenChanged: out.Name = "%1 %2 '%3' %4 %5".arg(seen[0]).arg(seen[1]).arg(seen[2]).arg(seen[3]).arg(seen[4])
-    Component.onCompleted: seenChanged()
+    id: root
+    property int clicks; property int dragged; property string text; property int turns; property int unseen
+    property string seen: "%1 %2 '%3' %4 %5".arg(clicks).arg(dragged).arg(text).arg(turns).arg(unseen)
+    onSeenChanged: out.Name = seen
     component Plate: Rectangle { x: 10; width: 100; height: 30; color: "grey" }
-    Plate { y: 10; MouseArea { anchors.fill: parent; onClicked: note(0, seen[0] + 1) } }
+    Plate { y: 10; MouseArea { anchors.fill: parent; onClicked: ++clicks } }
     Plate {
         y: 50
-        MouseArea { anchors.fill: parent; onPositionChanged: note(1, Math.max(0, Math.min(100, mouse.x))) }
+        MouseArea { anchors.fill: parent; onPositionChanged: dragged = Math.max(0, Math.min(100, mouse.x)) }
     }
-    Plate { y: 90; TextInput { id: edit; anchors.fill: parent; onTextChanged: note(2, text) } }
-    Plate { y: 130; MouseArea { anchors.fill: parent; onWheel: note(3, seen[3] + wheel.angleDelta.y / 120) } }
-    MouseArea {
-        x: 130; width: 270; height: 300
-        onPressed: note(4, 1)
-        onWheel: note(4, 1)
-    }
+    Plate { y: 90; TextInput { anchors.fill: parent; activeFocusOnTab: true; onTextChanged: root.text = text } }
+    Plate { y: 130; MouseArea { anchors.fill: parent; onWheel: turns += wheel.angleDelta.y / 120 } }
+    MouseArea { x: 130; width: 270; height: 300; onPressed: unseen = 1; onWheel: unseen = 1 }
 }
 )";
 
@@ -61,22 +56,6 @@ pass:setQml("panel.qml")
 function getSeen() return out.Name end
 )";
 
-constexpr const char* cNodeScript = R"(
-local pass, nodes = KyQtPass.createQtPassOverlayView(view, true, true).MainPass, {}
-pass.ViewRectSize, pass.ViewPosition = Vec2f(401, 301), Vec2f(200.5, 150.5)
-for i = 1, 5 do
-    nodes[i] = KyTouchyNode()
-    nodes[i].Translation = Vec2d(10, 40 * i - 30)
-    pass:edit2DScene():insertChild(nodes[i], -1)
-end
-nodes[5].Translation, nodes[5].Scale = Vec2d(130, 0), Vec2d(2.7, 10)
-nodes[5]:makeTransparent()
-function getSeen()
-    return ("%d %d '%s' %d %d"):format(nodes[1].Clicks, nodes[2].Dragged, nodes[3].Text, nodes[4].Turns,
-        nodes[5].Clicks + nodes[5].Turns)
-end
-)";
-
 constexpr const char* cTellScript = R"(
 return coroutine.create(function()
     local last
@@ -92,8 +71,6 @@ end)
 struct Pass {
     const char* name;
     const char* script;
-    /// Whether the script needs the class of the test's own.
-    bool hasNodes = false;
 
     friend void PrintTo(const Pass& pass, std::ostream* stream) { *stream << pass.name; }
 };
@@ -103,14 +80,7 @@ struct Pass {
 /// what they got.
 class KyHostPassTest : public KyRealHost, public testing::WithParamInterface<Pass> {
 protected:
-    KyHostPassTest()
-        : KyRealHost(KyRealDisplay::eScreen, 0.02) {
-        mScripts = QStringList{"pass.lua"};
-        if (!GetParam().hasNodes)
-            return;
-        mProgram = QCoreApplication::applicationFilePath();
-        mEnvironment.insert(KyTouchyNode::cVariable, "1");
-    }
+    KyHostPassTest() { mScripts = QStringList{"pass.lua"}; }
     void SetUp() override {
         write("panel.ui", cForm);
         write("panel.qml", cQml);
@@ -156,7 +126,17 @@ TEST_P(KyHostPassTest, TakesWhatMeetsItsThingsAndLeavesTheRestToTheCamera) {
     EXPECT_FALSE(contains(mSeen.substr(end), "seen ")) << mSeen;
 }
 
-INSTANTIATE_TEST_SUITE_P(, KyHostPassTest,
-                         testing::Values(Pass{"Widget", cWidgetScript}, Pass{"Qml", cQmlScript},
-                                         Pass{"Nodes", cNodeScript, true}),
+TEST_P(KyHostPassTest, TabGivesItTheKeysAndEscapeTakesThemBackBeforeItCloses) {
+    const QStringList tab{"key", "Tab"};
+    ASSERT_TRUE(act(key("Tab") + tab + tab + QStringList{"key", "o", "key", "2"}));
+    ASSERT_TRUE(waitFor("seen 0 0 'o2' 0 0 !"));
+    ASSERT_TRUE(act(key("Escape") + QStringList{"key", "f"}));
+    ASSERT_TRUE(waitFor("view ")) << "the key is the camera's again";
+    ASSERT_TRUE(act(key("F6") + QStringList{"key", "3"}));
+    ASSERT_TRUE(waitFor("seen 0 0 'o23' 0 0 !")) << "to where they were";
+    ASSERT_TRUE(act(key("Escape") + QStringList{"key", "Escape"}));
+    EXPECT_TRUE(mProcess.waitForFinished(cPatience));
+}
+
+INSTANTIATE_TEST_SUITE_P(, KyHostPassTest, testing::Values(Pass{"Widget", cWidgetScript}, Pass{"Qml", cQmlScript}),
                          [](const auto& test) { return std::string(test.param.name); });

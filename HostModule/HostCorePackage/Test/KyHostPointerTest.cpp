@@ -25,9 +25,6 @@ protected:
         KyRealView view;
     };
 
-    KyHostPointerTest()
-        : KyRealHost(KyRealDisplay::eScreen, 0.02) {}
-
     /// Does each in a window of its own.
     void expectRows(std::initializer_list<Row> rows) {
         for (const Row& row : rows) {
@@ -59,13 +56,11 @@ const KyVec3d cX(1, 0, 0), cY(0, 1, 0), cAhead(0, 0, -1);
 TEST_F(KyHostPointerTest, DragsTurnShiftAndWalkAsTheHandDoes) {
     // A press in the middle makes the near side of the box the centre.
     const KyVec3d centre(0, 0, 1), back(0, 0, cDepth), eye = centre + back;
-    const double around = -4.0 * 40 / cWidth, over = 4.0 * 30 / cHeight;
+    const double around = -4.0 * 40 / cWidth;
     const KyRealView turned{centre + turn(cY, around, back), turn(cY, around, cAhead), turn(cY, around, cX)};
     expectRows({{"left, right", drag(1, 40, 0), turned},
-                {"left, up", drag(1, 0, -30), {centre + turn(cX, over, back), turn(cX, over, cAhead), cX}},
                 {"middle", drag(2, 50, 20), {eye + KyVec3d(-50, 20, 0) * getPixel(), cAhead, cX}},
                 {"right, up", drag(3, 0, -30), {eye + cAhead * (30 * getPixel()), cAhead, cX}},
-                {"right, right", drag(3, 40, 0), {eye + cX * (40 * getPixel()), cAhead, cX}},
                 {"both ways", drag(1, 40, 0) + drag(2, 0, 0), turned}});
 }
 
@@ -74,11 +69,8 @@ TEST_F(KyHostPointerTest, TheWheelZoomsAndModifiersKeepTheCameraWhereasControlDr
         return QStringList{"windowfocus", cWindow, "keydown", name} + commands + QStringList{"keyup", name};
     };
     const KyVec3d eye(0, 0, cEyeDistance);
-    expectRows({{"nearer", click(4), {{0, 0, 1.0 + 0.89 * cDepth}, cAhead, cX}},
-                {"farther", click(5), {{0, 0, 1.0 + 1.11 * cDepth}, cAhead, cX}},
-                {"nearer twice", click(4) + click(4), {{0, 0, 1.0 + 0.89 * 0.89 * cDepth}, cAhead, cX}},
+    expectRows({{"nearer and farther", click(4) + click(5), {{0, 0, 1.0 + 0.89 * 1.11 * cDepth}, cAhead, cX}},
                 {"shift", hold("shift", drag(1, 40, 0)), {eye, cAhead, cX}},
-                {"alt", hold("alt", drag(1, 40, 0)), {eye, cAhead, cX}},
                 {"control", hold("ctrl", drag(1, 40, -20)), {eye, cAhead, cX, KyVec3d(40, 20, 0) * getPixel()}}});
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QProcess>
@@ -45,6 +46,11 @@ protected:
         QFile file(getPath(name));
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(text);
+    }
+
+    std::string read(const QString& path) const {
+        QFile file(QDir(mFolder.path()).filePath(path));
+        return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : std::string("unreadable");
     }
 
     static QString getProgram() { return QCoreApplication::applicationDirPath() + "/kyhost"; }

@@ -40,11 +40,6 @@ protected:
             ASSERT_TRUE(waitFor(answer)) << typed;
         }
     }
-
-    std::string readHistory() const {
-        QFile file(getPath("kyhost/history"));
-        return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : std::string();
-    }
 };
 
 constexpr const char* cInterrupt = "\x03";
@@ -66,7 +61,7 @@ TEST_F(KyHostTerminalTest, NamesAreCompletedErrorsForgottenAndLinesComeBack) {
 TEST_F(KyHostTerminalTest, AnInterruptEndsALineThatRunsForeverAndHistoryIsKeptBefore) {
     begin();
     converse({{"x = 5\n", "> "}, {"print('busy') while true do end\n", "busy\r\n"}});
-    EXPECT_EQ("x = 5\nprint('busy') while true do end\n", readHistory()) << "whatever ends the program";
+    EXPECT_EQ("x = 5\nprint('busy') while true do end\n", read("kyhost/history")) << "whatever ends the program";
     converse({{cInterrupt, "code 130"}});
 }
 
@@ -90,7 +85,7 @@ TEST_F(KyHostTerminalTest, SignalsThatEndTheProgramGiveTheTerminalBackAndKeepThe
               signal + " $PPID') while true do coroutine.yield() end end)");
         const QByteArray line = "go = '" + signal + "'\n";
         converse({{line, "> "}, {"", "code 0"}, {"", " icanon"}, {"", " echo "}});
-        EXPECT_PRED2(contains, readHistory(), line.toStdString());
+        EXPECT_PRED2(contains, read("kyhost/history"), line.toStdString());
     }
 }
 

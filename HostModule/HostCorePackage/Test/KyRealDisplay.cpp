@@ -8,35 +8,13 @@ namespace {
 
 constexpr int cPatience = 60000;
 
-/// The screen of the dummy driver has 1024x768 pixels.
-constexpr const char* cConfiguration = R"(
-Section "ServerFlags"
-    Option "AutoAddDevices" "false"
-EndSection
-Section "InputDevice"
-    Identifier "touch"
-    Driver "inputtest"
-    Option "SocketPath" "%1"
-    Option "DeviceType" "Touch"
-    Option "TouchCount" "10"
-EndSection
-Section "Device"
-    Identifier "card"
-    Driver "dummy"
-EndSection
-Section "ServerLayout"
-    Identifier "layout"
-    InputDevice "touch" "SendCoreEvents"
-EndSection
-)";
-
 } // namespace
 
-KyRealDisplay::KyRealDisplay(Kind kind) {
+KyRealDisplay::KyRealDisplay() {
     QFile errors(mFolder.filePath("errors"));
     mServer.setStandardErrorFile(errors.fileName());
-    mServer.start(kind == eScreen ? "Xvfb" : "Xorg",
-                  QStringList{"-displayfd", "1", "-nolisten", "tcp", "-noreset"} + getArguments(kind));
+    mServer.start("Xvfb", {"-displayfd", "1", "-nolisten", "tcp", "-noreset", "-screen", "0",
+                           QString("%1x%2x24").arg(cWidth).arg(cHeight)});
     QByteArray number;
     while (!number.endsWith('\n') && mServer.waitForReadyRead(cPatience))
         number += mServer.readAllStandardOutput();
@@ -50,13 +28,4 @@ KyRealDisplay::KyRealDisplay(Kind kind) {
 KyRealDisplay::~KyRealDisplay() {
     mServer.terminate();
     mServer.waitForFinished(cPatience);
-}
-
-QStringList KyRealDisplay::getArguments(Kind kind) const {
-    if (kind == eScreen)
-        return {"-screen", "0", QString("%1x%2x24").arg(cWidth).arg(cHeight)};
-    QFile file(mFolder.filePath("xorg.conf"));
-    if (file.open(QIODevice::WriteOnly))
-        file.write(QString(cConfiguration).arg(getTouchSocket()).toUtf8());
-    return {"-config", file.fileName(), "-logfile", mFolder.filePath("log"), "-novtswitch", "-sharevts"};
 }

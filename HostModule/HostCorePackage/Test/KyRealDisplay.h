@@ -14,22 +14,16 @@ public:
     static constexpr int cWidth = 1024;
     static constexpr int cHeight = 768;
 
-    /// A screen in memory with pointer and keyboard; or that with a touch screen, which KyRealTouch drives.
-    enum Kind { eScreen, eTouchScreen, eNbKinds };
-
-    /// Starts it and waits until it takes clients.
-    explicit KyRealDisplay(Kind kind);
+    /// Starts it, a screen in memory with pointer and keyboard, and waits until it takes clients.
+    KyRealDisplay();
     ~KyRealDisplay();
 
     /// Empty when it runs, else why it does not.
     const std::string& getError() const { return mError; }
     /// The value of DISPLAY.
     const QString& getName() const { return mName; }
-    QString getTouchSocket() const { return mFolder.filePath("touch"); }
 
 private:
-    QStringList getArguments(Kind kind) const;
-
     QTemporaryDir mFolder;
     QProcess mServer;
     QString mName;

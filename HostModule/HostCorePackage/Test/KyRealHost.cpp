@@ -11,6 +11,8 @@
 namespace {
 
 constexpr const char* cPointer = "xdotool";
+/// What the program shows may be that far from what a test expects.
+constexpr double cTolerance = 0.02;
 
 constexpr const char* cScript = R"(
 local box = KyMeshNode()
@@ -38,10 +40,6 @@ std::ostream& operator<<(std::ostream& stream, const KyRealView& view) {
                   << view.box;
 }
 
-KyRealHost::KyRealHost(KyRealDisplay::Kind kind, double tolerance)
-    : mDisplay(kind)
-    , mTolerance(tolerance) {}
-
 void KyRealHost::SetUp() {
     if (QStandardPaths::findExecutable(cPointer).isEmpty())
         GTEST_SKIP() << "no xdotool to move the pointer and press keys with";
@@ -54,7 +52,7 @@ void KyRealHost::restart() {
     write("view.lua", cScript);
     mEnvironment.insert("DISPLAY", mDisplay.getName());
     mEnvironment.insert("QT_QPA_PLATFORM", "xcb");
-    talk(QStringList{"--size", QString("%1x%2").arg(cWidth).arg(cHeight), "view.lua"} + mScripts, mProgram);
+    talk(QStringList{"--size", QString("%1x%2").arg(cWidth).arg(cHeight), "view.lua"} + mScripts);
     const testing::AssertionResult hasBegun = waitFor(" .\n");
     if (contains(mSeen, "no OpenGL"))
         GTEST_SKIP() << mSeen;
@@ -90,7 +88,7 @@ void KyRealHost::expectView(const KyRealView& expected) {
     for (KyVec3d* vector : {&view.eye, &view.forward, &view.right, &view.box})
         stream >> vector->x >> vector->y >> vector->z;
     for (const auto member : {&KyRealView::eye, &KyRealView::forward, &KyRealView::right, &KyRealView::box})
-        EXPECT_LT((view.*member - expected.*member).length(), mTolerance) << view << "\nexpected " << expected;
+        EXPECT_LT((view.*member - expected.*member).length(), cTolerance) << view << "\nexpected " << expected;
 }
 
 double KyRealHost::getPixel() {

@@ -18,7 +18,7 @@ struct KyRealView {
 
 std::ostream& operator<<(std::ostream& stream, const KyRealView& view);
 
-/// The program in a process of its own, with its window on a display that pointer, keys and fingers reach, a box about
+/// The program in a process of its own, with its window on a display that pointer and keys reach, a box about
 /// the origin, and the camera at (0, 0, 5) looking at it. It tells its view whenever that changes.
 class KyRealHost : public KyHostTalkTest {
 protected:
@@ -31,8 +31,6 @@ protected:
     /// In chains of xdotool.
     static constexpr const char* cWindow = "the window";
 
-    /// What the program shows may be that far from what a test expects.
-    KyRealHost(KyRealDisplay::Kind kind, double tolerance);
     void SetUp() override;
 
     /// Shows the window; what was there is ended. Skips where there is no OpenGL on the display.
@@ -57,11 +55,9 @@ protected:
     static double getPixel();
 
     KyRealDisplay mDisplay;
-    QString mProgram = getProgram();
     /// Run beside the one that makes the box.
     QStringList mScripts;
 
 private:
-    double mTolerance;
     QString mWindow;
 };

@@ -19,8 +19,8 @@ const shapes = {
     meta: /^$/,
     operator: /^\w+(\(\S+\))?: \S+$/,
     overload: /^fun\(.*\)(: \S+)?$/,
-    param: /^(\w+|\.\.\.) \S+$/,
-    return: /^(fun\(.*\)|\S+)$/,
+    param: /^(\w+\??|\.\.\.) \S+$/,
+    return: /^(fun\(.*\)|[^ {]*\{ \w+: \S+ \}\S*|\S+)$/,
     type: /^\S+$/,
 };
 
@@ -28,12 +28,14 @@ const shapes = {
 function readTypes(tag, text) {
     if (tag === 'param' || tag === 'alias')
         text = text.replace(/^\S+ ?/, '');
+    if (tag === 'class')
+        text = text.replace(/^[\w.]+(: )?/, '');
     if (tag === 'field')
         text = text.replace(/^(\w+|\[integer\]|\["([^"\\]|\\.)*"\]) /, '')
             .replace(/^(fun\(.*\)(: \S+)?|\S+)( .*)?$/, '$1');
     if (tag === 'operator')
         text = text.replace(/^\w+/, '');
-    return text.replace(/"[^"]*"/g, '').replace(/(\w+|\.\.\.): /g, '').match(/[A-Za-z_][\w.]*/g) || [];
+    return text.replace(/"[^"]*"/g, '').replace(/(\w+\??|\.\.\.): /g, '').match(/[A-Za-z_][\w.]*/g) || [];
 }
 
 const declared = new Set(plainTypes);
