@@ -17,7 +17,9 @@
 #include "KyQProxySettingsEditor.h"
 #include "KyQtConversion.h"
 #include "KyScriptEngine.h"
+#include "KyScriptSandbox.h"
 
+#include "KyCallSignatures.h"
 #include "KyScene.h"
 #include "KyScenePass.h"
 
