@@ -36,6 +36,17 @@ public:
             mSessions.push_back(session);
         return session;
     }
+    /// What `action` does with the session of the pass; false for passes of other kinds.
+    template <class Action>
+    bool use(KyBaseGraphicsPass& pass, bool isInputMethodEnabled, Action action) {
+        // Its Qt view must not end in the middle of an event; one that nobody holds must not end with this.
+        const KyHolder<KyBaseGraphicsPass> kept(pass.getNbReferences() > 0 ? &pass : nullptr);
+        const auto session = findOrCreate(&pass);
+        if (!session)
+            return false;
+        session->setInputMethodEnabled(isInputMethodEnabled);
+        return action(*session);
+    }
 
 private:
     std::vector<std::shared_ptr<KyPassEventSession>> mSessions;
@@ -94,13 +105,8 @@ bool KyQtPassEventHandler::handleEvent(const KyInputEvent& event, KyGraphicsView
     event.setInternalEventReturn(false);
     if (!view || !pass)
         return false;
-    // Its Qt view must not end in the middle of an event; one that nobody holds must not end with this.
-    const KyHolder<KyBaseGraphicsPass> kept(pass->getNbReferences() > 0 ? pass : nullptr);
-    const auto session = mSessions->findOrCreate(pass);
-    if (!session)
-        return false;
-    session->setInputMethodEnabled(mIsInputMethodEnabled);
-    const bool isUsed = session->handle(event, *view);
+    const bool isUsed = mSessions->use(*pass, mIsInputMethodEnabled,
+                                       [&](KyPassEventSession& session) { return session.handle(event, *view); });
     event.setInternalEventReturn(isUsed);
     return isUsed;
 }
@@ -116,14 +122,9 @@ bool KyQtPassEventHandler::hasKeyboardFocus(const KyBaseGraphicsPass* pass) cons
 }
 
 bool KyQtPassEventHandler::takeKeyboardFocus(KyBaseGraphicsPass* pass, KyGraphicsViewMultiPass* view) {
-    if (!view || !pass)
-        return false;
-    const KyHolder<KyBaseGraphicsPass> kept(pass->getNbReferences() > 0 ? pass : nullptr);
-    const auto session = mSessions->findOrCreate(pass);
-    if (!session)
-        return false;
-    session->setInputMethodEnabled(mIsInputMethodEnabled);
-    return session->takeKeyboard(*view);
+    return view && pass && mSessions->use(*pass, mIsInputMethodEnabled, [view](KyPassEventSession& session) {
+        return session.takeKeyboard(*view);
+    });
 }
 
 bool KyQtPassEventHandler::dropKeyboardFocus() {
