@@ -142,9 +142,21 @@ KyObject* KySurfacePassEventHandler::factory() {
     return new KySurfacePassEventHandler;
 }
 
+/// Link by link: a chain may be longer than ends of handlers in ends of handlers fit on the stack.
+KySurfacePassEventHandler::~KySurfacePassEventHandler() {
+    KyHolder<KyPassEventHandler> next = std::move(mNextHandler);
+    for (auto* link = cast(next.get()); link && link->getNbReferences() == 1; link = cast(next.get())) {
+        KyHolder<KyPassEventHandler> after = std::move(link->mNextHandler);
+        next = std::move(after);
+    }
+}
+
 void KySurfacePassEventHandler::setNextHandler(KyPassEventHandler* handler) {
-    if (handler == this || mNextHandler == handler)
+    if (mNextHandler == handler)
         return;
+    for (auto* link = cast(handler); link; link = cast(link->getNextHandler()))
+        if (link == this)
+            return;
     mNextHandler.reset(handler);
     notifyModified("NextHandler");
 }
@@ -153,13 +165,25 @@ bool KySurfacePassEventHandler::handleEvent(const KyInputEvent& event, KyGraphic
                                             KyBaseGraphicsPass* pass) {
     // What is reached may end all of these; one that nobody holds must not end with this.
     const KyHolder<KySurfacePassEventHandler> self(getNbReferences() > 0 ? this : nullptr);
-    const KyHolder<KyPassEventHandler> next = mNextHandler;
+    KyHolder<KyPassEventHandler> next = mNextHandler;
     const KyHolder<KyGraphicsViewMultiPass> keptView(view && view->getNbReferences() > 0 ? view : nullptr);
     const KyHolder<KyBaseGraphicsPass> keptPass(pass && pass->getNbReferences() > 0 ? pass : nullptr);
     const KyScenePass* const scene = KyScenePass::cast(pass);
-    const bool isUsed = scene && view && sendToSurfaces(event, *view, *scene);
-    event.setInternalEventReturn(isUsed);
-    return isUsed || (next && next->handleEvent(event, view, pass));
+    const auto isUsedBy = [&](KySurfacePassEventHandler& handler) {
+        const bool isUsed = scene && view && handler.sendToSurfaces(event, *view, *scene);
+        event.setInternalEventReturn(isUsed);
+        return isUsed;
+    };
+    if (isUsedBy(*this))
+        return true;
+    while (auto* const link = cast(next.get())) {
+        const KyHolder<KyPassEventHandler> kept = next;
+        const KyHolder<KyPassEventHandler> after = link->mNextHandler;
+        if (isUsedBy(*link))
+            return true;
+        next = after;
+    }
+    return next && next->handleEvent(event, view, pass);
 }
 
 bool KySurfacePassEventHandler::sendToSurfaces(const KyInputEvent& event, const KyGraphicsViewMultiPass& view,

@@ -41,7 +41,11 @@ public:
 
     static KySurfacePassEventHandler* create() { return new KySurfacePassEventHandler; }
 
-    /// Gets what no surface used; null for none. Holds a reference. This one itself is ignored.
+    KySurfacePassEventHandler() = default;
+    ~KySurfacePassEventHandler() override;
+
+    /// Gets what no surface used; null for none. Holds a reference. One that leads back to this one, by next handlers
+    /// of next handlers, is ignored.
     KyPassEventHandler* getNextHandler() const { return mNextHandler.get(); }
     void setNextHandler(KyPassEventHandler* handler);
 

@@ -298,4 +298,25 @@ TEST_F(KySurfacePassEventHandlerTest, TheHandlerIsPutBeforeTheFormerOneOnceAndTh
     EXPECT_FALSE(KyPassSurface::show(nullptr, mPlane, mView.get(), 1, 1));
 }
 
+TEST_F(KySurfacePassEventHandlerTest, ChainsOfHandlersMakeNoRingAndAreGoneThroughHoweverLong) {
+    using Handler = KySurfacePassEventHandler;
+    KyHolder<Handler> first(Handler::create());
+    Handler* last = first.get();
+    for (int i = 0; i < 200'000; ++i) {
+        Handler* const next = Handler::create();
+        last->setNextHandler(next);
+        last = next;
+    }
+    last->setNextHandler(first.get());
+    EXPECT_EQ(last->getNextHandler(), nullptr);
+    last->setNextHandler(mTurner.get());
+    KyInputEvent event;
+    event.setType(KyInputEvent::eMousePressed);
+    first->handleEvent(event, mView.get(), mView->getMainPass());
+    EXPECT_EQ(mTurner->nbEvents, 1);
+    const int nbReferences = mTurner->getNbReferences();
+    first.reset();
+    EXPECT_EQ(mTurner->getNbReferences(), nbReferences - 1);
+}
+
 } // namespace
