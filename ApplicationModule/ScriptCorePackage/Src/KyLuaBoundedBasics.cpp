@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "KyScriptSandbox_p.h"
 
+#include <cmath>
 #include <cstddef>
 #include <string_view>
 
@@ -83,6 +84,28 @@ int callMetered(lua_State* state) {
     return lua_tocfunction(state, lua_upvalueindex(1))(state);
 }
 
+/// Lua's own counts in int, where large ranges come out as small ones and are written beyond the stack.
+int unpackEntries(lua_State* state) {
+    luaL_checktype(state, 1, LUA_TTABLE);
+    const double first = std::trunc(luaL_optnumber(state, 2, 1));
+    const double last =
+        lua_isnoneornil(state, 3) ? static_cast<double>(lua_objlen(state, 1)) : std::trunc(luaL_checknumber(state, 3));
+    if (first > last)
+        return 0;
+    constexpr double cMost = 8000;
+    // So as to refuse NaN as well.
+    const bool isFew = last - first < cMost;
+    const int number = isFew ? static_cast<int>(last - first) + 1 : 0;
+    if (!isFew || lua_checkstack(state, number + 1) == 0)
+        return luaL_error(state, "too many results to unpack");
+    Private::charge(state, static_cast<std::size_t>(number));
+    for (int i = 0; i < number; ++i) {
+        lua_pushnumber(state, first + i);
+        lua_rawget(state, 1);
+    }
+    return number;
+}
+
 void boundSystem(lua_State* state) {
     lua_getglobal(state, LUA_OSLIBNAME);
     if (lua_istable(state, -1))
@@ -125,6 +148,7 @@ void kyMeterLuaFunction(lua_State* state, int table, const char* name) {
 void kyBoundLuaBasics(lua_State* state) {
     kySetLuaFunction(state, LUA_GLOBALSINDEX, "getmetatable", &getMetatable);
     kySetLuaFunction(state, LUA_GLOBALSINDEX, "collectgarbage", &collectGarbage);
+    kySetLuaFunction(state, LUA_GLOBALSINDEX, "unpack", &unpackEntries);
     kyWrapLuaFunction(state, LUA_GLOBALSINDEX, "setfenv", &setEnvironment);
     kyMeterLuaFunction(state, LUA_GLOBALSINDEX, "tonumber");
     boundSystem(state);

@@ -135,6 +135,9 @@ constexpr Library cLibraries[] = {
     {"table", " concat foreach foreachi getn insert maxn remove setn sort "},
 };
 
+/// Libraries of Lua that reach beyond the state: emptied, as tables of the host may lead to them.
+constexpr const char* cWithheldLibraries[] = {LUA_DBLIBNAME, LUA_IOLIBNAME, LUA_LOADLIBNAME};
+
 using Names = std::set<std::string, std::less<>>;
 
 /// Visits the entries of the table on top, key and value on top of it; false takes the entry away. Those that are there
@@ -169,6 +172,25 @@ void filterLibraries(lua_State* state) {
     }
 }
 
+/// Goes by what was loaded, wherever it stands now, so that tables of the host that are named so stay.
+void emptyLibraries(lua_State* state, const Names& allowed) {
+    lua_getfield(state, LUA_REGISTRYINDEX, "_LOADED");
+    for (const char* const name : cWithheldLibraries) {
+        if (!lua_istable(state, -1) || allowed.contains(std::string_view(name)))
+            continue;
+        lua_pushstring(state, name);
+        lua_rawget(state, -2);
+        if (lua_istable(state, -1))
+            filterEntries(state, [] { return false; });
+        lua_pushstring(state, name);
+        lua_rawget(state, LUA_GLOBALSINDEX);
+        if (lua_rawequal(state, -1, -2) != 0)
+            kySetLuaFunction(state, LUA_GLOBALSINDEX, name, nullptr);
+        lua_pop(state, 2);
+    }
+    lua_pop(state, 1);
+}
+
 /// An object, or a value of a class that scripts have; no other class, instance or foreign userdata, such as an open
 /// file.
 bool isPlainValue(lua_State* state) {
@@ -182,7 +204,7 @@ bool isPlainValue(lua_State* state) {
 }
 
 /// Sorts the globals. Values that are known are kept under other names, which scripts may have given them before the
-/// host enabled its sandbox again.
+/// host enabled its sandbox again; all others with what they lead to, or not at all.
 class Filter {
 public:
     Filter(lua_State* state, const KyScriptEngine& engine, const Names& allowed)
@@ -195,15 +217,26 @@ public:
         lua_newtable(mState);
         mKept = depth + 1;
         lua_pushvalue(mState, LUA_GLOBALSINDEX);
+        keep();
         filterEntries(mState, [this] {
             noteKnown();
             return true;
         });
-        filterEntries(mState, [this] { return isKept(true); });
+        filterTable();
+        for (const Library& library : cLibraries) {
+            lua_pushstring(mState, library.name);
+            lua_rawget(mState, LUA_GLOBALSINDEX);
+            if (lua_istable(mState, -1) && !mAllowed.contains(std::string_view(library.name)))
+                filterTable();
+            lua_pop(mState, 1);
+        }
+        filterBasicMetatables();
         lua_settop(mState, depth);
     }
 
 private:
+    static constexpr long long cMaxVisited = 20'000'000;
+
     bool isKnown() const {
         const std::string_view name = getKey(mState);
         return std::ranges::binary_search(cGlobals, name) || mAllowed.contains(name) || mEngine.findFunctions(name) ||
@@ -216,46 +249,134 @@ private:
         lua_rawset(mState, mKept);
     }
 
-    /// A library with what it holds.
+    /// A library with what it holds. Functions of Lua are known only where the host has said so: their environments are
+    /// open to scripts.
     void noteKnown() const {
-        if (!isKnown())
+        const bool isAllowed = mAllowed.contains(getKey(mState));
+        if (!isKnown() || (!isAllowed && isLuaFunction()))
             return;
         keep();
         if (!lua_istable(mState, -1) || lua_rawequal(mState, -1, LUA_GLOBALSINDEX) != 0)
             return;
-        filterEntries(mState, [this] {
-            if (lua_isfunction(mState, -1))
+        filterEntries(mState, [this, isAllowed] {
+            if (lua_isfunction(mState, -1) && (isAllowed || !isLuaFunction()))
                 keep();
             return true;
         });
     }
 
-    /// A table that is not known is looked into, but not the tables in it.
-    bool isKept(bool looksInside) const {
-        lua_pushvalue(mState, -1);
-        lua_rawget(mState, mKept);
-        const bool isNoted = lua_toboolean(mState, -1) != 0;
+    bool isLuaFunction() const { return lua_isfunction(mState, -1) && lua_iscfunction(mState, -1) == 0; }
+
+    /// The entries of the table on top, and its metatable.
+    void filterTable() {
+        filterEntries(mState, [this] { return isHarmless(-2) && isHarmless(-1); });
+        filterMetatable();
+    }
+
+    void filterMetatable() {
+        if (!lua_getmetatable(mState, -1))
+            return;
+        const bool isGood = isHarmless(-1);
         lua_pop(mState, 1);
-        if (isNoted)
-            return true;
+        if (isGood)
+            return;
+        lua_pushnil(mState);
+        lua_setmetatable(mState, -2);
+    }
+
+    /// Those that all values of a type share. Texts have one of their own, which is locked.
+    void filterBasicMetatables() {
+        lua_pushnil(mState);
+        lua_pushboolean(mState, 0);
+        lua_pushnumber(mState, 0);
+        lua_pushlightuserdata(mState, this);
+        lua_pushcfunction(mState, [](lua_State*) { return 0; });
+        lua_pushthread(mState);
+        for (int nbTypes = 6; nbTypes > 0; --nbTypes) {
+            filterMetatable();
+            lua_pop(mState, 1);
+        }
+    }
+
+    bool isIn(int table) const {
+        lua_pushvalue(mState, -1);
+        lua_rawget(mState, table);
+        const bool isFound = lua_toboolean(mState, -1) != 0;
+        lua_pop(mState, 1);
+        return isFound;
+    }
+
+    /// Whether nothing unknown is to be reached from the value at `index`, counted from the top. What is found on the
+    /// way stands in a table, as keys and numbered: tables may be as deep as scripts like, and in circles.
+    bool isHarmless(int index) {
+        lua_pushvalue(mState, index);
+        lua_newtable(mState);
+        lua_insert(mState, -2);
+        mFound = lua_gettop(mState) - 1;
+        mNbFound = 0;
+        bool isGood = admit(-1);
+        for (int i = 1; isGood && i <= mNbFound; ++i) {
+            lua_rawgeti(mState, mFound, i);
+            isGood = admitParts();
+            lua_pop(mState, 1);
+        }
+        for (int i = 1; isGood && i <= mNbFound; ++i) {
+            lua_rawgeti(mState, mFound, i);
+            keep();
+            lua_pop(mState, 1);
+        }
+        lua_settop(mState, mFound - 1);
+        return isGood;
+    }
+
+    /// False when the value is none for scripts; its parts are still to be looked at.
+    bool admit(int index) {
+        lua_pushvalue(mState, index);
+        const bool isGood = lua_isnil(mState, -1) || isIn(mKept) || isIn(mFound) || isGoodByItself();
+        lua_pop(mState, 1);
+        return isGood;
+    }
+
+    bool isGoodByItself() {
         switch (lua_type(mState, -1)) {
         case LUA_TFUNCTION:
-            return lua_iscfunction(mState, -1) == 0;
+            return lua_iscfunction(mState, -1) == 0 && note();
+        case LUA_TTABLE:
+            return note();
         case LUA_TUSERDATA:
             return isPlainValue(mState);
-        case LUA_TTABLE:
-            return !looksInside || isHarmless();
         default:
             return lua_type(mState, -1) != LUA_TLIGHTUSERDATA;
         }
     }
 
-    bool isHarmless() const {
-        bool isGood = true;
-        filterEntries(mState, [&] {
-            isGood = isGood && isKept(false);
-            return true;
-        });
+    bool note() {
+        // Scripts may have left many ways to the same: what cannot be looked at in seconds is taken away.
+        if (mNbVisited > cMaxVisited)
+            return false;
+        lua_pushvalue(mState, -1);
+        lua_pushboolean(mState, 1);
+        lua_rawset(mState, mFound);
+        lua_pushvalue(mState, -1);
+        lua_rawseti(mState, mFound, ++mNbFound);
+        return true;
+    }
+
+    /// Of the table or the function of Lua on top.
+    bool admitParts() {
+        const int depth = lua_gettop(mState);
+        if (lua_isfunction(mState, -1))
+            lua_getfenv(mState, -1);
+        else if (!lua_getmetatable(mState, -1))
+            lua_pushnil(mState);
+        bool isGood = admit(-1);
+        lua_settop(mState, depth);
+        if (lua_istable(mState, -1))
+            filterEntries(mState, [&] {
+                ++mNbVisited;
+                isGood = isGood && admit(-2) && admit(-1);
+                return true;
+            });
         return isGood;
     }
 
@@ -263,6 +384,9 @@ private:
     const KyScriptEngine& mEngine;
     const Names& mAllowed;
     int mKept = 0;
+    int mFound = 0;
+    int mNbFound = 0;
+    long long mNbVisited = 0;
 };
 
 } // namespace
@@ -270,5 +394,6 @@ private:
 void kyWithholdLuaGlobals(lua_State* state, const KyScriptEngine& engine, const Names& allowed) {
     luaL_checkstack(state, LUA_MINSTACK, "too many values");
     filterLibraries(state);
+    emptyLibraries(state, allowed);
     Filter(state, engine, allowed).run();
 }

@@ -107,7 +107,10 @@ std::size_t readStart(lua_State* state, std::size_t size) {
     const double wanted = luaL_optnumber(state, 3, 1);
     const auto length = static_cast<double>(size);
     const double start = wanted < 0 ? length + wanted : wanted - 1;
-    return start >= length ? size : static_cast<std::size_t>(std::max(start, 0.0));
+    if (start >= length)
+        return size;
+    // NaN is the beginning.
+    return start > 0 ? static_cast<std::size_t>(start) : 0;
 }
 
 int pushRange(lua_State* state, std::string_view subject, const char* begin, const char* end) {

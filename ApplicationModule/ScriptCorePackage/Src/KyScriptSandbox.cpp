@@ -59,6 +59,9 @@ bool KyScriptSandbox::enable(const KyScriptLimits& limits) {
     if (!std::exchange(mPrivate->isEnabled, true))
         ++Private::msNbEnabled;
     mPrivate->limits = limits;
+    // NaN is none.
+    if (!(limits.seconds > 0))
+        mPrivate->limits.seconds = 0;
     const std::size_t present = limits.processMemory == 0 ? 0 : kyGetProcessMemory();
     mPrivate->processCeiling = present == 0 ? KyLuaMemory::cUnlimited : present + limits.processMemory;
     mPrivate->nextProcessCheck = {};
@@ -175,11 +178,14 @@ void Private::endRun(lua_State* mainState) {
 void Private::beginSlice(lua_State* mainState) {
     if (!isEnabled || getMemory(mainState) != memory.get())
         return;
+    const bool runsNothing = !needsLock && limits.seconds == 0;
     if (needsLock)
         lua_sethook(mainState, &KyScriptEngine::hook, getHookMask(), 1);
-    else if (isExhausted)
-        rearm(mainState);
+    else if (isExhausted || runsNothing)
+        rearm(mainState, runsNothing ? 1 : memory->getInterval());
     isExhausted = needsLock;
+    if (runsNothing)
+        markExhausted("seconds", 0);
     isEndReported = false;
     instructionsLeft = limits.instructions;
     outputLeft = limits.output;
@@ -211,10 +217,10 @@ int Private::getHookMask() const {
 }
 
 /// Threads on which the run was ended count every instruction.
-void Private::rearm(lua_State* mainState) const {
+void Private::rearm(lua_State* mainState, int interval) const {
     KyLuaFailure failure;
-    const auto install = [this](lua_State* state) {
-        kyLuaHookThreads(state, &KyScriptEngine::hook, getHookMask(), memory->getInterval());
+    const auto install = [this, interval](lua_State* state) {
+        kyLuaHookThreads(state, &KyScriptEngine::hook, getHookMask(), interval);
     };
     kyProtectedCall(mainState, install, failure);
 }

@@ -14,7 +14,7 @@ class KyScriptEngine;
 class KyType;
 
 /// What scripts may use up. A run is what the host starts: a chunk, a script, a call, the slot of a signal, or one
-/// resumption of a coroutine by the frame.
+/// resumption of a coroutine by the frame. Each may be 0: there is nothing then but what is said below.
 struct KyScriptLimits {
     /// Bytes of the Lua state, with the classes bound in it. A run that begins with a full state gets up to 4 MiB more,
     /// so that a chunk can clean up.
@@ -26,7 +26,8 @@ struct KyScriptLimits {
     std::size_t processMemory = std::size_t{1} << 30;
     /// Instructions of Lua a run; long work of library functions and calls of methods count as well.
     std::uint64_t instructions = 100'000'000;
-    /// Seconds a run, by the wall clock. Time at breakpoints does not count.
+    /// Seconds a run, by the wall clock, 1e9 at most. Time at breakpoints does not count. With 0 nothing runs; negative
+    /// ones and NaN are taken for 0.
     double seconds = 2;
     /// Bytes that a run may print, with the errors of the slots in it and what KyException and Qt report on its thread.
     std::size_t output = std::size_t{1} << 20;
@@ -46,17 +47,18 @@ struct KyScriptLimits {
 /// `dofile`, `loadfile`, `newproxy`, `string.dump`, of `os` all but time, clock, date and difftime; no `class` of
 /// luabind, whose finalizers nothing can stop; no `Resource`, `ResourceInformation`, `openUrl`, `loadUi`, application
 /// object and Qt classes but the values `QString` and `QUrl`. Types that reach files, network, windows (but Ky2DView),
-/// pixels, shaders or engines cannot be made (isTypeWithheld), and methods that do, quit the host or cancel its work
-/// cannot be called, also not of objects that the host has published (isMemberWithheld). Bytecode is refused
-/// everywhere, from the host as well. Scripts destroy only objects that scripts have made.
+/// pixels, shaders or engines cannot be made (isTypeWithheld), and methods that do, open devices, quit the host or
+/// cancel its work cannot be called, also not of objects that the host has published (isMemberWithheld). Bytecode is
+/// refused everywhere, from the host as well. Scripts destroy only objects that scripts have made.
 ///
 /// **What is the host's own:** Scripts use what its types declare, attributes, methods and signals, of objects that it
 /// has published (KyScriptEngine::bindInstance), and of all objects of types that it gives away (allowType), which
 /// they can also make. Other objects of its types they can hold and hand on, and use what reviewed types above them
 /// declare. Functions that it has bound (KyScriptEngine::bindFunction) are theirs, and so are functions of Lua, values
-/// and plain tables among the globals; C functions, classes of luabind, tables in which these stand and foreign
-/// userdata are taken away by enable() unless named before (allowGlobal). What the host enters later stays until
-/// enable() is called again.
+/// and plain tables among the globals; C functions, classes of luabind and foreign userdata are taken away by enable()
+/// unless named before (allowGlobal), and so is each global that leads to one: by keys and values of tables, however
+/// deep, by their metatables, and by the environments of functions of Lua. `debug`, `io` and `package` are emptied as
+/// well, also where the host holds them. What the host enters later stays until enable() is called again.
 ///
 /// **Locked:** metatables of texts, instances and values read as "locked"; methods of texts (`("x"):rep(3)`) are those
 /// of the library whatever scripts do to `string`. `setfenv` leaves the thread alone, and `collectgarbage` collects and
@@ -72,8 +74,10 @@ struct KyScriptLimits {
 /// **Not promised:** A single call of a bound method runs to its end and may take what it takes. Scripts while another
 /// stands still at a breakpoint, and the expressions of the debugger, are not bounded in time. Messages that drivers
 /// write by themselves, and those of Qt outside of runs, are not counted. Graphics memory and what drawing costs are
-/// not counted. Whoever reaches an object reaches its attributes, neighbours and children: the host publishes what it
-/// would give away. Scripts of one state are not kept from each other. They can tell the time.
+/// not counted. Functions of Lua and coroutines of the host do what they do: nobody looks into their locals and
+/// upvalues, and what calls a script back shows it its environment. What the host puts into classes and globals of the
+/// list stays there. Whoever reaches an object reaches its attributes, neighbours and children: the host publishes what
+/// it would give away. Scripts of one state are not kept from each other. They can tell the time.
 ///
 /// ```
 /// KyLuaBinder::bind();

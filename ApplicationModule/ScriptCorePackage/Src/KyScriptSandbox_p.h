@@ -117,7 +117,7 @@ private:
     [[noreturn]] void exhaust(lua_State* state, std::string_view what, double limit);
     [[noreturn]] static void raise(lua_State* state, const char* text);
     int getHookMask() const;
-    void rearm(lua_State* mainState) const;
+    void rearm(lua_State* mainState, int interval) const;
     void purgeObjects();
 
     KyScriptEngine& engine;

@@ -62,6 +62,34 @@ TEST_F(KyScriptSandboxNativeTest, BoundsTheSegmentsOfShapes) {
     expectRuns(make + "n:makeSphere(1000) n:makeCylinder(1000, 2000) n:makeTorus(1000, 600, 16) n:makeGrid(1e3, 1e3)");
 }
 
+TEST_F(KyScriptSandboxNativeTest, RangesThatNoIntHoldsAreRefusedOrEmpty) {
+    for (const char* const range :
+         {"0, 2^31 - 1", "-1, 2^31 - 1", "-2^30, 2^31 - 1", "-2^31, 0", "-2^31, 2^31 - 1", "1, 2^32", "-2^53, 2^53",
+          "1, 8001", "0/0", "1, 0/0", "0/0, 0/0", "1, 1/0", "-1/0, 1/0", "1/0, 1/0", "-1/0, -1/0"})
+        for (const char* const table : {"{}", "{1, 2, 3}"})
+            EXPECT_NE(run("unpack(" + std::string(table) + ", " + range + ")").find("too many results to unpack"),
+                      std::string::npos)
+                << range << ": " << msOutput;
+    expectOutput({
+        {"unpack()", "table expected"},
+        {"unpack(nil, 0, 2^31 - 1)", "table expected"},
+        {"unpack('abc', 1, 2)", "table expected"},
+        {"unpack({}, {})", "number expected"},
+        {"for i = 1, 1e6 do unpack({}, 1, 7000) end", "sandbox: more than 2000000 instructions"},
+    });
+    expectTexts({
+        {"unpack({1, 2, 3})", "1, 2, 3"},
+        {"unpack({1, 2, 3}, '2')", "2, 3"},
+        {"unpack({1, 2, 3}, 1.9, 2.9)", "1, 2"},
+        {"unpack({1, nil, 3}, 0, 4)", "nil, 1, nil, 3, nil"},
+        {"select('#', unpack({}, 2^53 - 1, 2^53))", "2"},
+        {"select('#', unpack({}, 2^31, 1)), select('#', unpack({}, 1/0, 0))", "0, 0"},
+        {"select('#', unpack({}, -6999, 0))", "7000"},
+        {"('abc'):find('b', 0/0)", "2, 2"},
+        {"('abc'):match('b.', 0/0), ('abc'):find('b', 1/0), ('abc'):find('b', -1/0)", "bc, nil, 2, 2"},
+    });
+}
+
 TEST_F(KyScriptSandboxNativeTest, CutsFloodsOfErrorsInSlotsAndOfReports) {
     static std::size_t nbBytes = 0;
     const auto former = KyException::setReportHandler([](const std::string& text) { nbBytes += text.size(); });

@@ -6,6 +6,7 @@
 #include "KyScriptTestFixture.h"
 
 #include "KyBoundFunction.h"
+#include "KyDeviceManagerObject.h"
 #include "KyDynamicObject.h"
 #include "KyMeshNode.h"
 #include "KyProgress.h"
@@ -14,7 +15,10 @@
 #include <QDebug>
 
 #include <chrono>
+#include <cmath>
+#include <limits>
 #include <thread>
+#include <vector>
 
 #include <lua.hpp>
 
@@ -137,6 +141,96 @@ TEST_F(KyScriptSandboxReviewTest, GlobalsThatNobodyHasReviewedOrGivenAreTakenAwa
     ASSERT_TRUE(sandbox().enable(mLimits));
     EXPECT_EQ(eval("native, p == print, type(t), n.Name, type(KyNode), type(connect)"),
               "nil, true, table, , table, nil");
+}
+
+/// Enters what leads to a C function of the host by another way each.
+void enterSecrets(lua_State* state) {
+    lua_register(state, "secret", [](lua_State*) { return 0; });
+    const bool hasFailed = luaL_dostring(
+        state,
+        "libs = {io = io, debug = {debug}, loaded = package.loaded} nested = {['in'] = {{{f = secret}}}} "
+        "behind = setmetatable({}, {__index = {f = secret}}) keyed = {[secret] = 1} deepKeys = {[{secret}] = 1} "
+        "circle = {} circle[1] = {circle, {circle, secret}} _G[secret] = 'key' "
+        "aim = setfenv(function() return f end, {f = secret}) aims = {setfenv(function() end, {{io.stdout}})} "
+        "print2, select2 = print, {print, {select}} prelude = function() return secret end "
+        "good = {} good.own, good.all = good, setmetatable({f = function() return 'good' end}, {__index = _G}) "
+        "local deep = {} for i = 1, 3e5 do deep = {deep} end depth = deep "
+        "string.more = {secret} math.own = setfenv(function() end, {secret}) setmetatable(os, {__index = {secret}}) "
+        "setmetatable(_G, {__index = {f = secret}}) debug.setmetatable(1, {__index = {f = secret}}) "
+        "debug.setmetatable(print, {__index = {f = secret}}) debug.setmetatable(true, {__index = {f = 5}}) "
+        "hostIo, hostOpen = io, function() return io.open end io = nil "
+        "kept = (function() local held = secret return function() return type(held) end end)()");
+    ASSERT_FALSE(hasFailed) << lua_tostring(state, -1);
+}
+
+TEST_F(KyScriptSandboxReviewTest, WhatLeadsToUnknownFunctionsIsTakenAwayHoweverDeep) {
+    KyScriptEngine::finalizeClass();
+    KyScriptEngine::initializeClass();
+    enterSecrets(engine().editLuaState());
+    KyLuaBinder::bind();
+    ASSERT_TRUE(sandbox().enable(mLimits));
+    expectTexts({
+        {"secret, nested, behind, keyed, deepKeys, circle", "nil, nil, nil, nil, nil, nil"},
+        {"aim, aims, string.more, math.own, getmetatable(os), getmetatable(_G)", "nil, nil, nil, nil, nil, nil"},
+        {"libs and (libs.io.open or libs.debug[1].getregistry or libs.loaded.io.open)", "nil"},
+        {"io, debug, package, hostIo and (hostIo.open or hostIo.stdout)", "nil, nil, nil, nil"},
+        {"pcall(function() return (1).f end) and 1", "false"},
+        {"pcall(function() return print.f end) and 1, (true).f", "false, 5"},
+        {"pcall(hostOpen) and 1, prelude(), kept()", "false, nil, function"},
+        {"print2 == print, select2[2][1] == select, good.own == good, good.all.f(), good.all.type(1), type(depth)",
+         "true, true, true, good, number, table"},
+    });
+    expectRuns("for key in pairs(_G) do assert(type(key) == 'string') end");
+}
+
+TEST_F(KyScriptSandboxReviewTest, ManyWaysToTheSameDoNotHoldUpTheHost) {
+    expectRuns("local many, last = {}, ('x'):gmatch('.') for i = 1, 2e5 do many[i] = i end "
+               "for i = 1, 3000 do _G['way' .. i] = {many, {last}} end");
+    const auto begin = std::chrono::steady_clock::now();
+    ASSERT_TRUE(sandbox().enable(mLimits));
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(12));
+    EXPECT_EQ(eval("way1, way3000, type(string.rep)"), "nil, nil, function");
+}
+
+TEST_F(KyScriptSandboxReviewTest, LibrariesThatTheHostGivesStayWhole) {
+    KyScriptEngine::finalizeClass();
+    KyScriptEngine::initializeClass();
+    KyLuaBinder::bind();
+    sandbox().allowGlobal("io");
+    ASSERT_TRUE(sandbox().enable(mLimits));
+    EXPECT_EQ(eval("type(io.open), io.type(io.stdout), debug"), "function, file, nil");
+}
+
+TEST_F(KyScriptSandboxReviewTest, DevicesAreNeitherOpenedNorScanned) {
+    KyDeviceManagerObject::initializeType();
+    ASSERT_EQ(1, engine().bindInstance(KyDeviceManagerObject::get(), "devices"));
+    expectOutput({
+        {"devices:openDevice('Joystick', 'pad', '')", "KyDeviceManagerObject.openDevice is withheld"},
+        {"devices.releaseDevice(devices, 'Joystick', nil)", "KyDeviceManagerObject.releaseDevice is withheld"},
+        {"devices:rescanDevices()", "KyDeviceManagerObject.rescanDevices is withheld"},
+    });
+    EXPECT_EQ(eval("devices.NbDevices"), "0");
+    ASSERT_EQ(1, engine().unbindInstance("devices"));
+    KyDeviceManagerObject::finalizeClass();
+}
+
+TEST_F(KyScriptSandboxReviewTest, WithoutTimeNothingRuns) {
+    expectRuns("ran = 0 function go() ran = ran + 1 end");
+    ASSERT_TRUE(engine().executeChunkAsCoroutine("while true do coroutine.yield() ran = ran + 1 end"));
+    for (const double seconds : {0.0, -1.0, -1e300, std::nan(""), -std::numeric_limits<double>::infinity()}) {
+        mLimits.seconds = seconds;
+        ASSERT_TRUE(sandbox().enable(mLimits));
+        EXPECT_EQ(sandbox().getLimits().seconds, 0);
+        EXPECT_EQ(run("ran = 1"), "sandbox: more than 0 seconds") << seconds;
+        msOutput.clear();
+        std::vector<KyField> results;
+        EXPECT_FALSE(engine().callLuaFunction("go", {}, results));
+        EXPECT_NE(msOutput.find("sandbox: more than 0 seconds"), std::string::npos) << msOutput;
+        engine().resumeCoroutines(0.01);
+    }
+    mLimits.seconds = std::numeric_limits<double>::infinity();
+    ASSERT_TRUE(sandbox().enable(mLimits));
+    EXPECT_EQ(eval("ran"), "0");
 }
 
 TEST_F(KyScriptSandboxReviewTest, LongTextsEndWhileTheyAreCompiled) {
